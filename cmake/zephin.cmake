@@ -1,0 +1,58 @@
+# What every target of this project shares: the language, the warnings, the sanitizers, and one
+# function each for a library, a program and a test.
+
+option(ZEPHIN_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+option(ZEPHIN_WARNINGS_AS_ERRORS "Treat warnings as errors" OFF)
+
+find_program(ZEPHIN_CCACHE ccache)
+if(ZEPHIN_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${ZEPHIN_CCACHE})
+endif()
+find_program(ZEPHIN_MOLD mold)
+
+add_library(zephin_options INTERFACE)
+target_compile_features(zephin_options INTERFACE cxx_std_20)
+target_include_directories(zephin_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(zephin_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wnull-dereference -Wformat=2
+  $<$<BOOL:${ZEPHIN_WARNINGS_AS_ERRORS}>:-Werror>
+  $<$<BOOL:${ZEPHIN_SANITIZE}>:-fsanitize=address,undefined -fno-sanitize-recover=undefined
+    -fno-omit-frame-pointer>)
+target_link_options(zephin_options INTERFACE
+  $<$<BOOL:${ZEPHIN_SANITIZE}>:-fsanitize=address,undefined>
+  $<$<AND:$<BOOL:${ZEPHIN_MOLD}>,$<CXX_COMPILER_ID:GNU>>:-fuse-ld=mold>)
+
+# Adds each of the folders that has a CMakeLists.txt, in the order given.
+function(zephin_add_folders)
+  foreach(folder IN LISTS ARGN)
+    if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/CMakeLists.txt)
+      add_subdirectory(${folder})
+    endif()
+  endforeach()
+endfunction()
+
+# zephin_library(NAME SOURCES a.cpp ... LINKS other ...): one static library of a folder.
+# PRIVATE_LINKS are what its sources need and its headers don't show.
+function(zephin_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE zephin_options ${ARG_PRIVATE_LINKS})
+endfunction()
+
+# zephin_program(NAME SOURCES a.cpp ... LINKS lib ...)
+function(zephin_program name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE zephin_options ${ARG_LINKS})
+endfunction()
+
+# zephin_test(NAME SOURCES a_test.cpp ... LINKS lib ...): a GoogleTest program, one CTest case for
+# each of its tests.
+function(zephin_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  find_package(GTest REQUIRED)
+  include(GoogleTest)
+  zephin_program(${name} SOURCES ${ARG_SOURCES} LINKS ${ARG_LINKS} GTest::gtest_main)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES LABELS unit)
+endfunction()
