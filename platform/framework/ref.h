@@ -1,0 +1,56 @@
+#ifndef PLATFORM_FRAMEWORK_REF_H_
+#define PLATFORM_FRAMEWORK_REF_H_
+
+#include <memory>
+#include <utility>
+
+#include "platform/framework/exceptions.h"
+
+namespace zephin {
+
+/// A counted handle on an object of the framework, or nil. Using a nil one raises
+/// NilObjectException.
+template <class T>
+class Ref {
+ public:
+  Ref() = default;
+  Ref(std::nullptr_t) {}  // NOLINT(google-explicit-constructor)
+  explicit Ref(std::shared_ptr<T> object) : object_(std::move(object)) {}
+  template <class U>
+  requires std::is_convertible_v<U*, T*> Ref(const Ref<U>& other)
+      : object_(other.Shared()) {}  // NOLINT(google-explicit-constructor)
+
+  bool IsNil() const { return object_ == nullptr; }
+  explicit operator bool() const { return !IsNil(); }
+  T* operator->() const { return &Checked(); }
+  T& operator*() const { return Checked(); }
+  /// Null for nil.
+  const std::shared_ptr<T>& Shared() const { return object_; }
+
+  friend bool operator==(const Ref& a, const Ref& b) { return a.object_ == b.object_; }
+
+ private:
+  T& Checked() const {
+    if (object_ == nullptr) {
+      throw NilObjectException();
+    }
+    return *object_;
+  }
+
+  std::shared_ptr<T> object_;
+};
+
+template <class T, class... Args>
+Ref<T> MakeRef(Args&&... args) {
+  return Ref<T>(std::make_shared<T>(std::forward<Args>(args)...));
+}
+
+/// The handle as one of another class, nil if the object isn't of it.
+template <class T, class U>
+Ref<T> RefCast(const Ref<U>& handle) {
+  return Ref<T>(std::dynamic_pointer_cast<T>(handle.Shared()));
+}
+
+}  // namespace zephin
+
+#endif  // PLATFORM_FRAMEWORK_REF_H_

@@ -1,0 +1,29 @@
+#include "platform/framework/special_folder.h"
+
+#include <string>
+
+#include "platform/framework/application.h"
+
+namespace zephin::SpecialFolder {
+namespace {
+
+Ref<FolderItem> ItemOf(const std::string& path) {
+  return path.empty() ? nullptr : MakeRef<FolderItem>(path);
+}
+
+}  // namespace
+
+Ref<FolderItem> System() {
+  return ItemOf(App().Facts().systemFolder);
+}
+Ref<FolderItem> UserHome() {
+  return ItemOf(App().Facts().userHome);
+}
+Ref<FolderItem> Desktop() {
+  return ItemOf(App().Facts().desktopFolder);
+}
+Ref<FolderItem> Temporary() {
+  return ItemOf(App().Facts().temporaryFolder);
+}
+
+}  // namespace zephin::SpecialFolder

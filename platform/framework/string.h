@@ -1,0 +1,58 @@
+#ifndef PLATFORM_FRAMEWORK_STRING_H_
+#define PLATFORM_FRAMEWORK_STRING_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace zephin {
+
+/// The encoding that a text is declared to have. `None` is bytes of unknown meaning.
+enum class Encoding { None, UTF8, MacRoman, UTF16 };
+
+/// A byte string with a declared encoding. It never changes, drops or checks its bytes; what counts
+/// characters (text.h) goes by the declaration, and bytes that are invalid in it count one each.
+/// UTF-16 is low byte first, without a byte-order mark.
+class String {
+ public:
+  String() = default;
+  /// A literal of this program's own source, which is UTF-8. Must not be null.
+  String(const char* utf8) : bytes_(utf8) {}  // NOLINT(google-explicit-constructor)
+  String(std::string bytes, Encoding encoding) : bytes_(std::move(bytes)), encoding_(encoding) {}
+
+  const std::string& Bytes() const& { return bytes_; }
+  std::string Bytes() && { return std::move(bytes_); }
+  std::string_view View() const { return bytes_; }
+  const char* CString() const { return bytes_.c_str(); }
+  Encoding DeclaredEncoding() const { return encoding_; }
+  bool IsEmpty() const { return bytes_.empty(); }
+  /// Length in bytes.
+  std::size_t Size() const { return bytes_.size(); }
+
+  /// Joins bytes as they are. The result is labelled like this text, but when only `tail` holds
+  /// bytes outside ASCII or this text is empty, like `tail`; two texts of different declared
+  /// encodings that both hold such bytes are joined as UTF-8, and a text without encoding leaves
+  /// the label of the other.
+  String& operator+=(const String& tail);
+
+  /// Exact: the same bytes, whatever their declared encodings. The system's own `=`, which ignores
+  /// letter case, is TextEquals (text.h).
+  friend bool operator==(const String& a, const String& b) { return a.bytes_ == b.bytes_; }
+
+ private:
+  std::string bytes_;
+  Encoding encoding_ = Encoding::UTF8;
+};
+
+String operator+(String head, const String& tail);
+
+/// A text of UTF-8 bytes, which may hold invalid ones.
+inline String Utf8(std::string bytes) {
+  return {std::move(bytes), Encoding::UTF8};
+}
+
+}  // namespace zephin
+
+#endif  // PLATFORM_FRAMEWORK_STRING_H_
