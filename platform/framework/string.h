@@ -14,7 +14,8 @@ enum class Encoding { None, UTF8, MacRoman, UTF16 };
 
 /// A byte string with a declared encoding. It never changes, drops or checks its bytes; what counts
 /// characters (text.h) goes by the declaration, and bytes that are invalid in it count one each.
-/// UTF-16 is low byte first, without a byte-order mark.
+/// UTF-16 is low byte first, without a byte-order mark; an unpaired surrogate counts one, and so
+/// does an odd last byte.
 class String {
  public:
   String() = default;
@@ -31,10 +32,13 @@ class String {
   /// Length in bytes.
   std::size_t Size() const { return bytes_.size(); }
 
-  /// Joins bytes as they are. The result is labelled like this text, but when only `tail` holds
-  /// bytes outside ASCII or this text is empty, like `tail`; two texts of different declared
-  /// encodings that both hold such bytes are joined as UTF-8, and a text without encoding leaves
-  /// the label of the other.
+  /// Joins the bytes as they are; an empty text adds nothing, not even its label. The result is
+  /// labelled
+  /// - like the other, if one of the texts is empty or has no encoding,
+  /// - like this text, if the encodings are the same or `tail` is plain ASCII,
+  /// - like `tail`, if only this text is plain ASCII.
+  /// Two texts that both need their label, as any UTF-16 does beside another encoding, are joined
+  /// as UTF-8, or where one of them is invalid as they are, labelled like this text.
   String& operator+=(const String& tail);
 
   /// Exact: the same bytes, whatever their declared encodings. The system's own `=`, which ignores
