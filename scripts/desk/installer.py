@@ -1,0 +1,171 @@
+"""One run of an installer, driven and watched as its user would."""
+
+import fcntl
+import os
+import subprocess
+
+import accessible
+import processes
+from processes import Failure, wait_until
+
+_APPLICATIONS = "/Applications"
+
+# Writes down what it is asked to open, in place of the desktop's own.
+_XDG_OPEN = """#!/bin/sh
+printf '%s\\n' "$1" >> "{record}"
+"""
+
+# A session that is tested tells of a failed check by its output, not by how it ends.
+_SANITIZERS = {"ASAN_OPTIONS": "detect_leaks=0:handle_abort=0", "UBSAN_OPTIONS": "print_stacktrace=1"}
+
+
+def program_of(bundle):
+    """The program in an application bundle."""
+    folder = os.path.join(bundle, "Contents", "MacOS")
+    return os.path.join(folder, os.listdir(folder)[0])
+
+
+class Installer:
+    """Starts `program` with a home and a temporary folder of its own below `folder`, and waits
+    until it takes events. `settings` are added to its environment."""
+
+    def __init__(self, screen, program, folder, settings=None):
+        self.screen = screen
+        self.home = os.path.join(folder, "home")
+        self._record = os.path.join(folder, "opened")
+        self._output = os.path.join(folder, "output")
+        tools = os.path.join(folder, "bin")
+        for made in (self.home, os.path.join(folder, "tmp"), tools):
+            os.makedirs(made, exist_ok=True)
+        opener = os.path.join(tools, "xdg-open")
+        with open(opener, "w", encoding="utf-8") as script:
+            script.write(_XDG_OPEN.format(record=self._record))
+        os.chmod(opener, 0o755)
+        environment = {**os.environ, **_SANITIZERS, "HOME": self.home, "LC_ALL": "C.UTF-8",
+                       "TMPDIR": os.path.join(folder, "tmp"), "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+                       "PATH": tools + ":" + os.environ["PATH"], **(settings or {})}
+        self._start(program, environment)
+
+    def _start(self, program, environment):
+        # Each installer writes and deletes the same file there as it starts: two at the same
+        # moment could take each other's for their own.
+        guard = os.open(_APPLICATIONS, os.O_RDONLY)
+        try:
+            fcntl.flock(guard, fcntl.LOCK_EX)
+            with open(self._output, "wb") as output:
+                self.process = subprocess.Popen(
+                    [program], stdin=subprocess.DEVNULL, stdout=output, stderr=output,
+                    env=environment, preexec_fn=processes.end_with_parent)
+            wait_until(self._is_past_start, "the program to start", 60, self.said)
+        finally:
+            os.close(guard)
+
+    def _is_past_start(self):
+        if self.process.poll() is not None:
+            return True
+        shown = accessible.program(self.process.pid)
+        return (shown and shown.answers()
+                and not os.path.exists(os.path.join(_APPLICATIONS, "X.txt")))
+
+    # What it shows.
+
+    def windows(self):
+        """The windows on the screen, in the order in which they were made."""
+        shown = accessible.program(self.process.pid)
+        return [window for window in (shown.children() if shown else ())
+                if "showing" in window.states]
+
+    def titles(self):
+        return [window.name for window in self.windows()]
+
+    def window(self, title, seconds=30):
+        """Waits for the window of that title."""
+        return wait_until(lambda: next((w for w in self.windows() if w.name == title), None),
+                          f"a window {title!r}", seconds, self.described)
+
+    def controls(self, name=None, role=None, within=None):
+        """The controls on the screen with that name and role, in all windows or below `within`."""
+        roots = [within] if within else self.windows()
+        return [node for root in roots for node in root.below()
+                if (name is None or node.name == name) and (role is None or node.role == role)
+                and "showing" in node.states]
+
+    def find(self, name=None, role=None, within=None, seconds=30):
+        """Waits for a control and gives it; the last one, where there are several."""
+        return wait_until(lambda: next(reversed(self.controls(name, role, within)), None),
+                          f"a control {name!r} {role or ''}", seconds, self.described)
+
+    def waits_for(self, text, seconds=30):
+        """Waits until some control shows that text, whole, and gives the control."""
+        return wait_until(
+            lambda: next((node for node in self.controls() if text in (node.name, node.text)), None),
+            f"the text {text!r}", seconds, self.described)
+
+    # What its user does.
+
+    def press(self, name, within=None):
+        """Presses a button through its accessible action."""
+        node = self.find(name, within=within)
+        if not node.press():
+            raise Failure(f"{name!r} has no action\n{self.described()}")
+
+    def click(self, name, within=None):
+        """Clicks the middle of a control with the mouse."""
+        self.click_on(self.find(name, within=within))
+
+    def click_on(self, node, across=0.5, down=0.5):
+        """Clicks a point of a control, given in parts of its width and height."""
+        def settled():
+            # A new window stands elsewhere until the window manager has placed it.
+            first = node.area
+            return first and self.is_active() and first == node.area and first
+        x, y, width, height = wait_until(settled, f"{node.name!r} to rest", 30, self.described)
+        self.screen.click(x + int(width * across), y + int(height * down))
+
+    def key(self, chord):
+        """Presses keys once a window of the program has the focus."""
+        wait_until(self.is_active, "a window to have the focus", 30, self.described)
+        self.screen.key(chord)
+
+    def type(self, text):
+        wait_until(self.is_active, "a window to have the focus", 30, self.described)
+        self.screen.type(text)
+
+    def is_active(self):
+        active = self.screen.active_window()
+        return any(window.id == active for window, _ in self.screen.windows(self.process.pid))
+
+    def focused(self):
+        """The name of the control that has the keyboard focus, or None."""
+        return next((node.name for node in self.controls() if "focused" in node.states), None)
+
+    # How it went.
+
+    def status(self, seconds=60):
+        """Waits for the end of the program and gives its exit status."""
+        wait_until(lambda: self.process.poll() is not None, "the program to end", seconds,
+                   self.described)
+        if "Sanitizer" in self.said() or "runtime error:" in self.said():
+            raise Failure(self.said())
+        return self.process.returncode
+
+    def runs(self):
+        return self.process.poll() is None
+
+    def said(self):
+        """What it wrote to its output and error output."""
+        with open(self._output, encoding="utf-8", errors="replace") as output:
+            return output.read()
+
+    def opened(self):
+        """What it has asked the desktop to open."""
+        if not os.path.exists(self._record):
+            return []
+        with open(self._record, encoding="utf-8", errors="replace") as record:
+            return record.read().splitlines()
+
+    def described(self):
+        """All its windows and controls, for a person to read."""
+        if not self.runs():
+            return f"the program has ended with status {self.process.returncode}\n{self.said()}"
+        return "\n".join([window.tree() for window in self.windows()] + [self.said()])

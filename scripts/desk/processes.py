@@ -1,0 +1,87 @@
+"""Processes that end with this one, and waits that are never longer than they need to be."""
+
+import ctypes
+import os
+import signal
+import time
+
+_PR_SET_PDEATHSIG = 1
+_PR_SET_CHILD_SUBREAPER = 36
+_libc = ctypes.CDLL(None, use_errno=True)
+
+
+class Failure(AssertionError):
+    """What was waited for did not come. The message says what, and what was there instead."""
+
+
+def adopt_orphans():
+    """Makes this process the parent of whatever its children leave behind, so that
+    `end_descendants` finds a program that was started detached, too."""
+    _libc.prctl(_PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
+
+
+def end_with_parent():
+    """For `preexec_fn`: the process dies if this one is killed without a chance to clean up."""
+    _libc.prctl(_PR_SET_PDEATHSIG, signal.SIGKILL, 0, 0, 0)
+
+
+def children(parent=None):
+    """The ids of the processes whose parent is `parent` (this process), zombies included."""
+    parent = os.getpid() if parent is None else parent
+    found = []
+    for entry in os.listdir("/proc"):
+        if entry.isdigit():
+            try:
+                with open(f"/proc/{entry}/stat", encoding="utf-8", errors="replace") as stat:
+                    # The name, in parentheses, may hold anything; state and parent follow it.
+                    fields = stat.read().rpartition(")")[2].split()
+            except (FileNotFoundError, ProcessLookupError):
+                continue
+            if int(fields[1]) == parent:
+                found.append(int(entry))
+    return found
+
+
+def descendants(parent=None):
+    """All processes below `parent` (this process)."""
+    found = children(parent)
+    return found + [below for child in found for below in descendants(child)]
+
+
+def command_line(process):
+    """The words that `process` was started with; none if it is gone or a zombie."""
+    try:
+        with open(f"/proc/{process}/cmdline", "rb") as line:
+            return line.read().decode(errors="replace").split("\0")[:-1]
+    except (FileNotFoundError, ProcessLookupError):
+        return []
+
+
+def end_descendants(keep=()):
+    """Kills every process below this one but those in `keep` and what is below them. Needs
+    `adopt_orphans`."""
+    while True:
+        doomed = [child for child in children() if child not in keep]
+        if not doomed:
+            return
+        for child in doomed:
+            os.kill(child, signal.SIGKILL)
+        for child in doomed:
+            try:
+                os.waitpid(child, 0)
+            except ChildProcessError:
+                pass
+
+
+def wait_until(condition, what, seconds=30.0, otherwise=None):
+    """Asks `condition` again and again and returns its first true answer. After `seconds` it raises
+    a Failure that says `what` was waited for, and the text that `otherwise()` gives."""
+    limit = time.monotonic() + seconds
+    while True:
+        answer = condition()
+        if answer:
+            return answer
+        if time.monotonic() > limit:
+            told = otherwise() if otherwise else ""
+            raise Failure(f"waited {seconds:g} s for {what}" + (f"\n{told}" if told else ""))
+        time.sleep(0.02)

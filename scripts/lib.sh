@@ -1,0 +1,54 @@
+# What scripts/demo and scripts/test share. Sourced by bash, in the folder of the project.
+
+# Runs a command with the rights of the system's administrator.
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then
+    "$@"
+  elif command -v sudo >/dev/null; then
+    sudo "$@"
+  else
+    echo "This needs root or sudo: $*" >&2
+    return 1
+  fi
+}
+
+# install_missing SET...: installs the packages of these sets that are not there.
+install_missing() {
+  local set package missing=()
+  for package in $(for set in "$@"; do awk -v set="$set" '$1 == set { print $2 }' scripts/packages; done); do
+    if [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
+      missing+=("$package")
+    fi
+  done
+  if [ ${#missing[@]} -eq 0 ]; then
+    return
+  fi
+  echo "Installing ${missing[*]}"
+  as_root apt-get -q -o Acquire::Retries=3 update
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o Acquire::Retries=3 \
+    install --no-install-recommends "${missing[@]}"
+}
+
+# The installer takes whoever may write to /Applications for an administrator. Linux has no such
+# folder: it is made once, and belongs to the user who runs this.
+make_applications() {
+  if [ ! -d /Applications ]; then
+    as_root install -d -m 755 -o "$(id -u)" -g "$(id -g)" /Applications
+    echo "Made /Applications, which belongs to $(id -un)."
+  fi
+  if [ ! -w /Applications ]; then
+    echo "You can't write to /Applications, so the installer would refuse to run." >&2
+    echo "Make it yours: sudo chown $(id -un) /Applications" >&2
+    return 1
+  fi
+}
+
+# build PRESET: configures and builds. The words of a configuration that went well are left out.
+build() {
+  local said
+  if ! said=$(cmake --preset "$1" 2>&1); then
+    printf '%s\n' "$said" >&2
+    return 1
+  fi
+  cmake --build --preset "$1"
+}
