@@ -15,19 +15,22 @@ class BinaryStream;
 /// A handle on a place in the file system, at which something may stand or nothing. It holds the
 /// full path alone and asks the disk anew at each call, but for the list of a folder's items.
 ///
+/// A path that holds a byte 0 names no place: nothing exists there and every act fails.
+///
 /// An alias is a symbolic link. `Directory`, `Length`, `Count`, the streams and the source of a
 /// copy mean what a link points to; `Exists` is true for a dangling link too; `Delete`,
 /// `MoveFileTo` and a new name act on the link itself.
 ///
-/// `Delete`, `CopyFileTo`, `MoveFileTo` and `CreateAsFolder` raise nothing: they leave 0 or a code
-/// of the system in `LastErrorCode` of the item that they were called on.
+/// `Delete`, `CopyFileTo`, `MoveFileTo`, `CreateAsFolder` and `SetName` raise nothing: they leave 0
+/// or a code of the system in `LastErrorCode` of the item that they were called on.
 class FolderItem {
  public:
-  /// `path` is absolute, of any bytes but 0, and has no trailing slash (but "/" itself).
+  /// `path` is absolute, of any bytes, and has no trailing slash (but "/" itself).
   explicit FolderItem(std::string path) : path_(std::move(path)) {}
 
   /// The item of that name in this folder, whether it exists or not. `followAlias` gives what a
-  /// link of that name points to. A name may hold slashes. Nil for an empty name.
+  /// link of that name points to, under the target's own path; a dangling link gives itself. A name
+  /// may hold slashes. Nil for an empty name.
   Ref<FolderItem> Child(const String& name, bool followAlias = true) const;
 
   /// Number of items in the folder, hidden ones too, "." and ".." not; 0 for a file or a folder
@@ -49,13 +52,17 @@ class FolderItem {
   bool Visible() const;
   /// Sets the hidden flag where the platform has one; does nothing here.
   void SetVisible(bool visible);
-  /// Whether this user can write it: for a folder, make items in it.
+  /// Whether this user can write it: for a folder, make items in it. False where nothing stands.
   bool IsWriteable() const;
+  /// Gives all users all rights on the item, as `chmod ugo+rwx` would, without starting a shell: a
+  /// tree may hold tens of thousands of items. Never acts through a link: for a link, and where
+  /// nothing stands or the user may not, it does nothing.
+  void GrantAllRights();
 
   /// The last part of the path; "/" for the root.
   String Name() const;
-  /// Renames the item within its folder. A name that is taken, or one that isn't a plain name,
-  /// fails and changes nothing.
+  /// Renames the item within its folder, and this handle with it. A name that is taken, or one that
+  /// isn't a plain name, fails and changes nothing. Its own name is no failure.
   void SetName(const String& name);
   /// Full path without a trailing slash (but for the root).
   String NativePath() const;
@@ -68,20 +75,28 @@ class FolderItem {
 
   /// Removes a file, a link or an empty folder.
   void Delete();
-  /// Copies this file, or makes a folder for this folder (without its contents), with its rights.
-  /// A file at the destination is replaced; a folder there is an error; a copy onto itself does
-  /// nothing. The destination must not be nil. Lets events run while it works.
+  /// Copies this file, or makes a folder for this folder (without its contents), with its rights
+  /// but for set-id bits; the owner may always read and fill the new folder. A file's copy replaces
+  /// a file or link at the destination, which is lost even if the copy then fails, and a copy onto
+  /// itself does nothing. Errors: a folder at the destination (or a link to one); for a folder
+  /// anything there; a source that is neither file nor folder. When the disk is full or the copy
+  /// fails otherwise on its way, nothing is left at the destination. The destination must not be
+  /// nil. Lets events run while it works; a Quit in them leaves what was written so far.
   void CopyFileTo(const Ref<FolderItem>& destination);
-  /// Moves it to the destination's path, across file systems too. A folder there is an error. The
-  /// destination must not be nil.
+  /// Moves it, with all that it holds, to the destination's path; this handle keeps the old one. A
+  /// folder there (or a link to one) is an error; a file or link there is replaced by a file or
+  /// link, and is an error for a folder. The destination must not be nil. Between file systems the
+  /// item is copied and then removed, and events run meanwhile: if the copy fails, what was copied
+  /// is taken back and the item stays as it was; if the item can't be removed, both stand and a
+  /// code tells it.
   void MoveFileTo(const Ref<FolderItem>& destination);
   /// Makes a folder; an error where anything stands or the folder above is missing.
   void CreateAsFolder();
 
   /// Creates or empties the file and opens it for writing. `type` has no meaning on this platform.
-  /// Nil if that fails.
+  /// Nil if that fails, or what stands there isn't a file.
   Ref<BinaryStream> CreateBinaryFile(const String& type);
-  /// Opens an existing file. Nil if that fails.
+  /// Opens an existing file for reading, or for both. Nil if that fails or it isn't a file.
   Ref<BinaryStream> OpenAsBinaryFile(bool writeable);
 
   /// Hands the item to the desktop: a ".zip" file is expanded beside itself, a program or bundle is
@@ -101,11 +116,13 @@ class FolderItem {
 };
 
 /// The item of a full path (mode 1: a plain slash path, no unescaping). An empty name gives the
-/// folder that holds the bundle, and a relative one (mode 0 alone) is looked up in that folder. Nil
-/// for a relative path in mode 1. Trailing slashes are dropped.
+/// folder that holds the bundle, and a relative one (mode 0 alone) is looked up in that folder: the
+/// folder above the text before the first "/Contents" (in any letter case) of the executable's
+/// path, or the executable's own folder if it isn't in a bundle. Nil for a relative path in mode 1,
+/// and where the machine doesn't know its executable. Trailing slashes are dropped.
 Ref<FolderItem> GetFolderItem(const String& path, int mode = 0);
 
-/// An unused path in the temporary folder; nothing is made there.
+/// An unused path in the temporary folder; nothing is made there. Nil if there is no such folder.
 Ref<FolderItem> GetTemporaryFolderItem();
 
 }  // namespace zephin

@@ -22,7 +22,9 @@ struct Machine {
   std::optional<std::int64_t> systemMinor;  ///< "sys2".
 };
 
-/// The machine that this process runs on. Makes the temporary folder (mode 0700) if need be.
+/// The machine that this process runs on. Makes the temporary folder (mode 0700) if need be: if its
+/// usual name is taken by what isn't a folder of this user, another one with a random ending. What
+/// can't be found out stays empty.
 Machine DetectMachine();
 
 /// Answers of the system by selector.

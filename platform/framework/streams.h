@@ -3,7 +3,9 @@
 
 #include <cstdint>
 #include <span>
+#include <utility>
 
+#include "platform/framework/descriptor.h"
 #include "platform/framework/ref.h"
 #include "platform/framework/string.h"
 
@@ -11,29 +13,28 @@ namespace zephin {
 
 class FolderItem;
 
-/// An open file of bytes. It is closed with its last reference, or by hand. Errors are not raised:
-/// a short result or `Failed` tells them.
+/// An open file of bytes, from its beginning. It is closed with its last reference, or by hand, and
+/// goes on to read and write its bytes if the file is deleted or replaced meanwhile. Errors are not
+/// raised: a short result or `Failed` tells them.
 class BinaryStream {
  public:
-  /// Opens the file of an existing item. Nil if that fails.
+  /// Opens the file of an existing item, which must not be nil. Nil if that fails.
   static Ref<BinaryStream> Open(const Ref<FolderItem>& item, bool writeable);
 
   /// Takes over the descriptor.
-  explicit BinaryStream(int descriptor) : descriptor_(descriptor) {}
-  ~BinaryStream();
-  BinaryStream(const BinaryStream&) = delete;
-  BinaryStream& operator=(const BinaryStream&) = delete;
+  explicit BinaryStream(Descriptor descriptor) : descriptor_(std::move(descriptor)) {}
 
   /// Size of the file in bytes, now.
   std::int64_t Length() const;
   /// Up to `count` bytes from the present position, without encoding; fewer at the end of the file
-  /// or after an error. Memory is taken for what is there, not for `count`.
+  /// or after an error. Memory is taken for what is there, not for `count`; too much for it raises.
   String Read(std::int64_t count);
   /// The same into a block of the caller's; the number of bytes read.
   std::size_t ReadInto(std::span<char> block);
-  /// Writes all bytes, or sets `Failed`.
+  /// Writes all bytes, or sets `Failed`. `WriteFrom` writes a block of the caller's.
   void Write(const String& bytes);
-  void Write(std::span<const char> block);
+  void WriteFrom(std::span<const char> block);
+  /// Hands all that was written to the system. Each write has done so already: there is no buffer.
   void Flush();
   /// Closes the file; a write that the system reports only now sets `Failed`.
   void Close();
@@ -41,7 +42,7 @@ class BinaryStream {
   bool Failed() const { return failed_; }
 
  private:
-  int descriptor_;
+  Descriptor descriptor_;
   bool failed_ = false;
 };
 
@@ -61,7 +62,8 @@ class TextInputStream {
 /// A file that is written as text.
 class TextOutputStream {
  public:
-  /// Opens the item's file for writing at its end and makes it if need be. Nil if that fails.
+  /// Opens the item's file for writing at its end and makes it if need be. Nil if that fails or the
+  /// item is nil.
   static Ref<TextOutputStream> Append(const Ref<FolderItem>& item);
   explicit TextOutputStream(Ref<BinaryStream> file) : file_(std::move(file)) {}
   /// Writes the text and a line feed.
