@@ -1,0 +1,168 @@
+#include "tools/make_setup/bundle.h"
+
+#include "tools/make_setup/files.h"
+#include "tools/make_setup/patch_tree.h"
+#include "tools/make_setup/setup_error.h"
+#include "tools/make_setup/setup_file.h"
+#include "tools/make_setup/zip_folder.h"
+
+namespace zephin::make_setup {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The stub takes a shorter download for a failed one.
+constexpr std::uintmax_t kShortestDownload = 10000;
+
+bool IsBundle(const fs::path& path) {
+  return fs::is_directory(path / "Contents" / "MacOS");
+}
+
+void CheckPlaces(const fs::path& folder, const fs::path& stub, const fs::path& output) {
+  if (!IsBundle(stub)) {
+    throw SetupError(stub.string() + ": is no stub's bundle (has no Contents/MacOS)");
+  }
+  if (output.extension() != ".app") {
+    throw SetupError(output.string() + ": a bundle's name must end in \".app\"");
+  }
+  if (fs::exists(fs::symlink_status(output)) && !IsBundle(output)) {
+    throw SetupError(output.string() + ": stands already and is no bundle");
+  }
+  const fs::path place = fs::weakly_canonical(output);
+  if (IsBelow(place.lexically_relative(fs::canonical(folder)).string())) {
+    throw SetupError(output.string() + ": lies in the setup's own folder");
+  }
+  if (place == fs::canonical(stub)) {
+    throw SetupError(output.string() + ": is the stub itself");
+  }
+}
+
+/// The folder with everything that the payload shall hold: the setup's own, or a copy with the
+/// generated files in it.
+fs::path StagePayload(const Setup& setup, const fs::path& scratch) {
+  if (setup.generated.empty()) {
+    return setup.payload;
+  }
+  CopyTree(setup.payload, scratch);
+  for (const GeneratedFile& file : setup.generated) {
+    At("generate", [&] { Generate(file, scratch); });
+  }
+  return scratch;
+}
+
+fs::path StageNewTree(const PatchSource& patch, const fs::path& oldTree, const fs::path& scratch) {
+  if (patch.overlay.empty()) {
+    return patch.newFolder;
+  }
+  CopyTree(oldTree, scratch);
+  for (const std::string& path : patch.removed) {
+    if (!IsBelow(path) || fs::remove_all(scratch / path) == 0) {
+      throw SetupError("remove: \"" + path + "\" is not in the old folder");
+    }
+  }
+  for (const TreeItem& item : ListTree(patch.overlay)) {
+    const fs::path to = scratch / item.path;
+    if (item.kind == ItemKind::Folder) {
+      fs::create_directories(to);
+    } else {
+      fs::remove(to);
+      fs::copy(patch.overlay / item.path, to, fs::copy_options::copy_symlinks);
+    }
+  }
+  return scratch;
+}
+
+fs::path StagePatch(const PatchSource& patch, const fs::path& scratch) {
+  fs::path oldTree = patch.oldFolder;
+  if (fs::exists(oldTree / "setup.json")) {
+    oldTree = StagePayload(ReadSetup(oldTree, {}), scratch / "old");
+  }
+  MakePatchTree(oldTree, StageNewTree(patch, oldTree, scratch / "new"), scratch / "patch");
+  return scratch / "patch";
+}
+
+void MakePayload(const Setup& setup, const fs::path& scratch, const fs::path& resources,
+                 const fs::path& beside) {
+  const fs::path tree =
+      setup.patch ? At("patch", [&] { return StagePatch(*setup.patch, scratch); })
+                  : At("payload", [&] { return StagePayload(setup, scratch / "payload"); });
+  const std::string topName =
+      setup.record.fTargetFolder + (setup.record.fInstallationPatch ? "Patch" : "");
+  At("payload", [&] { WritePayload(tree, topName, resources / "Data2"); });
+  if (setup.pieceSize != 0) {
+    At("pieceSize",
+       [&] { CutIntoPieces(resources / "Data2", setup.pieceSize, resources, beside); });
+  }
+}
+
+void AddArchives(const Setup& setup, const fs::path& resources, const fs::path& beside) {
+  for (const ArchiveSource& archive : setup.archives) {
+    const fs::path path = (archive.download ? beside : resources) / archive.name;
+    ZipFolder(archive.folder, "", path);
+    if (archive.download && fs::file_size(path) < kShortestDownload) {
+      throw SetupError(
+          archive.folder.string() + ": its archive of " + std::to_string(fs::file_size(path)) +
+          " bytes is too small for a download, which needs " + std::to_string(kShortestDownload));
+    }
+  }
+}
+
+void AddHelpers(const Setup& setup, const fs::path& resources) {
+  for (const fs::path& helper : setup.helpers) {
+    const fs::path to = resources / helper.filename();
+    if (fs::exists(to)) {
+      throw SetupError("helpers: " + helper.string() + ": the bundle holds an item of that name");
+    }
+    fs::copy(helper, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+  }
+}
+
+/// Puts the finished bundle and what belongs beside it in their places, and what stood there, with
+/// the pieces of an earlier split payload, into `replaced`.
+void Publish(const fs::path& bundle, const fs::path& beside, const fs::path& output,
+             const fs::path& replaced) {
+  const fs::path parent = fs::absolute(output).parent_path();
+  fs::create_directory(replaced);
+  const auto clear = [&](const fs::path& path) {
+    if (fs::exists(fs::symlink_status(path))) {
+      fs::rename(path, replaced / path.filename());
+    }
+  };
+  if (fs::exists(beside / "Data#End")) {
+    for (const fs::path& item : std::vector<fs::path>(fs::directory_iterator(parent), {})) {
+      if (IsPieceName(item.filename().string())) {
+        clear(item);
+      }
+    }
+  }
+  for (const fs::directory_entry& item : fs::directory_iterator(beside)) {
+    clear(parent / item.path().filename());
+    fs::rename(item.path(), parent / item.path().filename());
+  }
+  clear(output);
+  fs::rename(bundle, output);
+}
+
+}  // namespace
+
+void MakeBundle(const fs::path& folder, const fs::path& stub, const fs::path& output,
+                const std::map<std::string, std::string>& values) {
+  const Setup setup = ReadSetup(folder, values);
+  CheckPlaces(folder, stub, output);
+  const ScratchFolder scratch(output);
+  const fs::path bundle = scratch.Path() / "bundle";
+  const fs::path resources = bundle / "Contents" / "Resources";
+  const fs::path beside = scratch.Path() / "beside";
+  CopyTree(stub, bundle);
+  fs::create_directories(resources);
+  fs::create_directory(beside);
+  At((folder / "setup.json").string(), [&] {
+    WriteRecord(setup.record, resources);
+    MakePayload(setup, scratch.Path(), resources, beside);
+    AddArchives(setup, resources, beside);
+    AddHelpers(setup, resources);
+  });
+  Publish(bundle, beside, output, scratch.Path() / "replaced");
+}
+
+}  // namespace zephin::make_setup

@@ -1,0 +1,161 @@
+#include "tools/make_setup/fields.h"
+
+#include "tools/make_setup/files.h"
+#include "tools/make_setup/setup_error.h"
+
+namespace zephin::make_setup {
+namespace {
+
+using nlohmann::json;
+
+std::string Line(const json& value) {
+  if (!value.is_string()) {
+    throw SetupError("must be a text or a list of lines");
+  }
+  const auto& text = value.get_ref<const std::string&>();
+  if (text.find('\0') != std::string::npos) {
+    throw SetupError("holds a zero character, where the text would end");
+  }
+  return text;
+}
+
+void Substitute(std::string& text, const Values& values) {
+  for (std::size_t at = 0; (at = text.find("${", at)) != std::string::npos;) {
+    const std::size_t end = text.find('}', at);
+    const auto value = values.find(text.substr(at + 2, end - at - 2));
+    if (end == std::string::npos || value == values.end()) {
+      throw SetupError("\"" + text + "\": no value for \"" + text.substr(at, end - at + 1) + "\"");
+    }
+    text.replace(at, end - at + 1, value->second);
+    at += value->second.size();
+  }
+}
+
+void SubstituteAll(json& value, const Values& values) {
+  if (value.is_string()) {
+    Substitute(value.get_ref<std::string&>(), values);
+  } else if (value.is_structured()) {
+    for (json& child : value) {
+      SubstituteAll(child, values);
+    }
+  }
+}
+
+}  // namespace
+
+Fields::Fields(const json& object) : object_(object) {
+  if (!object.is_object()) {
+    throw SetupError("must be an object, in braces");
+  }
+}
+
+const json& Fields::Value(const std::string& name) {
+  asked_.insert(name);
+  return object_.at(name);
+}
+
+std::string Fields::Text(const std::string& name) {
+  asked_.insert(name);
+  if (!Has(name)) {
+    return "";
+  }
+  return At(name, [&] {
+    const json& value = Value(name);
+    if (!value.is_array()) {
+      return Line(value);
+    }
+    std::string text;
+    for (const json& line : value) {
+      text += (&line == &value.front() ? "" : "\n") + Line(line);
+    }
+    return text;
+  });
+}
+
+std::string Fields::NeededText(const std::string& name) {
+  std::string text = Text(name);
+  if (text.empty()) {
+    throw SetupError(name + ": is needed");
+  }
+  return text;
+}
+
+bool Fields::Flag(const std::string& name) {
+  if (!Has(name)) {
+    asked_.insert(name);
+    return false;
+  }
+  const json& value = Value(name);
+  if (!value.is_boolean()) {
+    throw SetupError(name + ": must be true or false");
+  }
+  return value.get<bool>();
+}
+
+std::uint64_t Fields::Number(const std::string& name) {
+  asked_.insert(name);
+  if (!Has(name)) {
+    return 0;
+  }
+  const json& value = Value(name);
+  if (!value.is_number_unsigned()) {
+    throw SetupError(name + ": must be a whole number from 0 on");
+  }
+  return value.get<std::uint64_t>();
+}
+
+void Fields::ForEach(const std::string& name, const std::function<void(Fields&)>& take) {
+  asked_.insert(name);
+  if (!Has(name)) {
+    return;
+  }
+  const json& list = Value(name);
+  if (!list.is_array()) {
+    throw SetupError(name + ": must be a list, in brackets");
+  }
+  for (std::size_t i = 0; i < list.size(); ++i) {
+    At(name + ": entry " + std::to_string(i + 1), [&] {
+      Fields entry(list[i]);
+      take(entry);
+      entry.RefuseOthers();
+    });
+  }
+}
+
+void Fields::RefuseOthers() const {
+  for (const auto& [name, value] : object_.items()) {
+    if (!asked_.contains(name)) {
+      throw SetupError(name + ": no such field");
+    }
+  }
+}
+
+json ReadJson(const std::string& path, const Values& values) {
+  json document;
+  try {
+    document = json::parse(ReadFile(path), nullptr, true, true);
+  } catch (const json::exception& error) {
+    throw SetupError(error.what());
+  }
+  if (!document.is_object()) {
+    throw SetupError("must be an object, in braces");
+  }
+  Values all = values;
+  const json defaults = document.value("defaults", json::object());
+  document.erase("defaults");
+  At("defaults", [&] {
+    Fields fields(defaults);
+    for (const auto& [name, value] : defaults.items()) {
+      all.try_emplace(name, fields.Text(name));
+    }
+    for (const auto& [name, value] : values) {
+      if (!fields.Has(name)) {
+        throw SetupError("\"" + name + "\" is set, but there is no such name");
+      }
+    }
+  });
+  SubstituteAll(document, all);
+  return document;
+}
+
+}  // namespace zephin::make_setup

@@ -1,0 +1,124 @@
+#include "tools/make_setup/files.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <iterator>
+#include <random>
+#include <system_error>
+
+#include "tools/make_setup/setup_error.h"
+
+namespace zephin::make_setup {
+namespace {
+
+namespace fs = std::filesystem;
+
+void List(const fs::path& root, const std::string& below, std::vector<TreeItem>& items) {
+  std::vector<fs::directory_entry> entries;
+  std::copy(fs::directory_iterator(root / below), {}, std::back_inserter(entries));
+  std::sort(entries.begin(), entries.end());
+  for (const fs::directory_entry& entry : entries) {
+    const fs::file_status status = entry.symlink_status();
+    const std::string name = entry.path().filename().string();
+    TreeItem item{below.empty() ? name : below + "/" + name, ItemKind::File,
+                  status.permissions() & fs::perms::all};
+    if (fs::is_directory(status)) {
+      item.kind = ItemKind::Folder;
+    } else if (fs::is_symlink(status)) {
+      item.kind = ItemKind::Link;
+    } else if (!fs::is_regular_file(status)) {
+      throw SetupError(entry.path().string() + ": is no file, folder or link");
+    }
+    items.push_back(item);
+    if (item.kind == ItemKind::Folder) {
+      List(root, item.path, items);
+    }
+  }
+}
+
+}  // namespace
+
+std::string ReadFile(const fs::path& path) {
+  std::error_code error;
+  if (!fs::is_regular_file(path, error)) {
+    throw SetupError(path.string() + ": no such file");
+  }
+  std::ifstream stream(path, std::ios::binary);
+  std::string bytes(std::istreambuf_iterator<char>(stream), {});
+  if (!stream.good() && !stream.eof()) {
+    throw SetupError(path.string() + ": can't be read");
+  }
+  return bytes;
+}
+
+void WriteFile(const fs::path& path, const std::string& bytes) {
+  FileWriter writer(path);
+  writer.Write(bytes);
+  writer.Close();
+}
+
+FileWriter::FileWriter(const fs::path& path)
+    : path_(path), stream_(path, std::ios::binary | std::ios::trunc) {
+  Check();
+}
+
+void FileWriter::Write(std::span<const char> block) {
+  stream_.write(block.data(), static_cast<std::streamsize>(block.size()));
+  Check();
+}
+
+void FileWriter::Close() {
+  stream_.close();
+  Check();
+}
+
+void FileWriter::Check() const {
+  if (!stream_) {
+    throw SetupError(path_.string() +
+                     ": can't be written: " + std::generic_category().message(errno));
+  }
+}
+
+bool IsBelow(const std::string& path) {
+  const fs::path normal = fs::path(path).lexically_normal();
+  return !normal.empty() && normal.is_relative() && normal != "." && *normal.begin() != "..";
+}
+
+std::vector<TreeItem> ListTree(const fs::path& root) {
+  if (!fs::is_directory(root)) {
+    throw SetupError(root.string() + ": no such folder");
+  }
+  std::vector<TreeItem> items;
+  List(root, "", items);
+  return items;
+}
+
+void CopyTree(const fs::path& from, const fs::path& to) {
+  std::vector<TreeItem> items = ListTree(from);
+  fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+  // Contents first: making an item changes its folder's time.
+  std::reverse(items.begin(), items.end());
+  for (const TreeItem& item : items) {
+    if (item.kind != ItemKind::Link) {
+      fs::last_write_time(to / item.path, fs::last_write_time(from / item.path));
+    }
+  }
+}
+
+ScratchFolder::ScratchFolder(const fs::path& path) {
+  const fs::path parent = fs::absolute(path).parent_path();
+  if (!fs::is_directory(parent)) {
+    throw SetupError(parent.string() + ": no such folder");
+  }
+  path_ = parent / (".make_setup-" + std::to_string(std::random_device{}()));
+  if (!fs::create_directory(path_)) {
+    throw SetupError(path_.string() + ": stands already");
+  }
+}
+
+ScratchFolder::~ScratchFolder() {
+  std::error_code ignored;
+  fs::remove_all(path_, ignored);
+}
+
+}  // namespace zephin::make_setup
