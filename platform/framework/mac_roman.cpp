@@ -1,7 +1,6 @@
 #include "platform/framework/mac_roman.h"
 
 #include <array>
-#include <iterator>
 
 namespace zephin {
 namespace {
