@@ -4,6 +4,7 @@ when it, something that it includes, its command or the checks have changed."""
 import hashlib
 import json
 import os
+import shlex
 import subprocess
 import sys
 
@@ -43,7 +44,10 @@ def main(root, build, folder):
     if not entries:
         print(f"nothing is compiled in {folder}")
         return 1
-    included = included_by(build, [entry["output"] for entry in entries])
+    for entry in entries:
+        words = shlex.split(entry["command"])
+        entry["object"] = words[words.index("-o") + 1]
+    included = included_by(build, [entry["object"] for entry in entries])
     version = subprocess.run(["clang-tidy", "--version"], check=True, stdout=subprocess.PIPE).stdout
     with open(os.path.join(root, ".clang-tidy"), "rb") as rules:
         checks = version + rules.read()
@@ -51,7 +55,7 @@ def main(root, build, folder):
     os.makedirs(stamps, exist_ok=True)
     failed = 0
     for entry in entries:
-        files = included.get(entry["output"], []) + [entry["file"]]
+        files = included[entry["object"]] + [entry["file"]]
         state = fingerprint(root, entry["command"], files, checks)
         stamp = os.path.join(stamps, os.path.relpath(entry["file"], root).replace("/", "+"))
         if os.path.exists(stamp):
