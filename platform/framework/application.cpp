@@ -37,6 +37,7 @@ Application::Application(Desktop& desktop, Machine machine)
     throw std::logic_error("a second application object");
   }
   current = this;
+  MakeYieldDue();
 }
 
 Application::~Application() {

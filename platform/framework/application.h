@@ -86,6 +86,9 @@ void RuntimeBackgroundTask();
 /// tick is near, so that the machine is left to the processes that are waited for.
 void WaitingBackgroundTask();
 
+/// The next yield lets events run, whatever has passed of the slice. A new application begins so.
+void MakeYieldDue();
+
 }  // namespace zephin
 
 #endif  // PLATFORM_FRAMEWORK_APPLICATION_H_

@@ -15,27 +15,31 @@ std::int64_t CoarseMilliseconds() {
   return std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1'000'000;
 }
 
-std::int64_t lastLook = 0;
+/// The time before which no slice is due. It stands alone, so that a yield before it costs no more
+/// than the clock.
+std::int64_t nextLook = 0;
+
+void LetEventsRun(int milliseconds) {
+  Desktop& desktop = App().Session();
+  desktop.LetEventsRun(milliseconds);
+  // Taken after the events, so that a slow handler doesn't make the next yield due at once.
+  nextLook = CoarseMilliseconds() + desktop.YieldSlice();
+}
 
 }  // namespace
 
 void RuntimeBackgroundTask() {
-  Desktop& desktop = App().Session();
-  const int slice = desktop.YieldSlice();
-  if (slice > 0) {
-    const std::int64_t now = CoarseMilliseconds();
-    if (now - lastLook < slice) {
-      return;
-    }
+  if (CoarseMilliseconds() >= nextLook) {
+    LetEventsRun(0);
   }
-  desktop.LetEventsRun(0);
-  // Taken after the events, so that a slow handler doesn't make the next yield due at once.
-  lastLook = CoarseMilliseconds();
 }
 
 void WaitingBackgroundTask() {
-  App().Session().LetEventsRun(kMillisecondsPerTick);
-  lastLook = CoarseMilliseconds();
+  LetEventsRun(kMillisecondsPerTick);
+}
+
+void MakeYieldDue() {
+  nextLook = 0;
 }
 
 }  // namespace zephin
