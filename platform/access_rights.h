@@ -1,0 +1,27 @@
+#ifndef PLATFORM_ACCESS_RIGHTS_H_
+#define PLATFORM_ACCESS_RIGHTS_H_
+
+#include "platform/framework/folder_item.h"
+
+/// What the file system allows and shows. None of these reports anything: if a right can't be given
+/// or a file can't be hidden, the install goes on.
+namespace zephin::ViewConst {
+
+/// Gives all users all rights on the item at `path`, by a shell command that waits. A folder's own
+/// mode changes, not that of what it holds. A path that gives no item is silent.
+void AllUsersFullAccess(const String& path);
+
+/// The same for an item in hand, which may be nil. An alias means what it points to.
+void AllUsersFullAccessOnMac(const Ref<FolderItem>& item);
+
+/// The same for an item of a tree that is being deleted, where an alias must not pass the rights on
+/// to a target that stays. By system call: a shell command for each item of a tree of 20,000 would
+/// take half a minute. The item must not be nil.
+void AllUsersFullAccessInTree(const Ref<FolderItem>& item);
+
+/// Hides an item from the file browser, where the platform has a flag for that.
+void SetInvisible(const String& path);
+
+}  // namespace zephin::ViewConst
+
+#endif  // PLATFORM_ACCESS_RIGHTS_H_

@@ -1,0 +1,132 @@
+#include "util/folders.h"
+
+#include "dialogs/conflict.h"
+#include "platform/access_rights.h"
+#include "platform/framework/application.h"
+#include "util/debug_console.h"
+#include "util/files.h"
+#include "util/globals.h"
+#include "util/my_get_folder_item.h"
+#include "util/paths.h"
+
+namespace zephin::ViewConst {
+namespace {
+
+using GlobalsVk::MyGetFolderItem;
+using GlobalsVk::MyGetString;
+
+enum class Errors { Hidden, Shown };
+
+void ReportConflict(Errors errors, const String& text) {
+  if (errors == Errors::Shown) {
+    GlobalsVk::gConflictType = GlobalsVk::kConflictTextGiven;
+    GlobalsVk::gErrorString = text;
+    GlobalsVk::PoseConflictDialog();
+  }
+}
+
+/// Makes one folder of a chain. False ends the chain.
+bool MakeSegment(const String& segment, Errors errors) {
+  DebugConsole("FD4.2");
+  const Ref<FolderItem> item = MyGetFolderItem(segment);
+  DebugConsole("FD4.3");
+  if (item.IsNil()) {
+    return false;
+  }
+  if (item->Exists()) {
+    DebugConsole("FD5");
+    if (!item->Directory()) {
+      ReportConflict(errors, MyGetString(GlobalsVk::kFileExistsMessage) + segment);
+      return false;
+    }
+    return true;
+  }
+  DebugConsole("FD6");
+  item->CreateAsFolder();
+  if (!item->Exists()) {
+    ReportConflict(errors, MyGetString(GlobalsVk::kVolumeMessage) + gCR + gCR + segment);
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+bool CopyFolder(const String& source, const String& destination) {
+  const Ref<FolderItem> from = MyGetFolderItem(source);
+  const Ref<FolderItem> to = MyGetFolderItem(destination);
+  if (from.IsNil() || to.IsNil()) {
+    return false;
+  }
+  to->CreateAsFolder();
+  bool ok = from->LastErrorCode() == 0;
+  const String base = MyAbsolutePath(to);
+  for (std::int64_t i = from->Count(); i >= 1; --i) {
+    const Ref<FolderItem> child = from->Item(i);
+    if (child.IsNil()) {
+      continue;
+    }
+    const String target = base + child->Name();
+    if (child->Directory()) {
+      ok = CopyFolder(MyAbsolutePath(child), target) && ok;
+    } else {
+      child->CopyFileTo(MyGetFolderItem(target));
+      // The folder's code on purpose, not the child's: one file that can't be read doesn't make a
+      // whole copy fail.
+      ok = from->LastErrorCode() == 0 && ok;
+    }
+    RuntimeBackgroundTask();
+  }
+  return ok;
+}
+
+void DeleteFolderOrApp(const String& path) {
+  const Ref<FolderItem> item = MyGetFolderItem(path);
+  if (item.IsNil()) {
+    return;
+  }
+  AllUsersFullAccessInTree(item);
+  if (item->Alias() || !item->Directory()) {
+    item->Delete();
+    return;
+  }
+  for (std::int64_t i = item->Count(); i >= 1; --i) {
+    const Ref<FolderItem> child = item->TrueItem(i);
+    if (!child.IsNil()) {
+      DeleteFolderOrApp(child->NativePath());
+    }
+    RuntimeBackgroundTask();
+  }
+  item->Delete();
+}
+
+void ForceDirectories(const String& path, bool showErrors) {
+  DebugConsole("FD0");
+  String whole = path;
+  DropTrailingPathSeparator(whole);
+  DebugConsole("FD1");
+  if (DirectoryExists(whole) || whole.IsEmpty()) {
+    return;
+  }
+  DebugConsole("FD2");
+  const Errors errors = showErrors ? Errors::Shown : Errors::Hidden;
+  bool ok = true;
+  String segment = "/";
+  std::int64_t index = 1;
+  DebugConsole("FD3");
+  GlobalsVk::gConflictType = 0;
+  while (ok && !segment.IsEmpty()) {
+    DebugConsole("FD4");
+    // The first path tried is the one before the second separator, which leaves out the root.
+    ++index;
+    segment = DirectoryPathExtract(whole, index);
+    DebugConsole("FD4.1");
+    if (!segment.IsEmpty()) {
+      ok = MakeSegment(segment, errors);
+    }
+    RuntimeBackgroundTask();
+  }
+  DebugConsole("FD7");
+}
+
+}  // namespace zephin::ViewConst

@@ -1,0 +1,26 @@
+#ifndef UTIL_TEXT_BUILDING_H_
+#define UTIL_TEXT_BUILDING_H_
+
+#include <cstdint>
+
+#include "platform/framework/string.h"
+
+/// Making texts byte by byte, by way of Mac Roman, in which a character is one byte.
+namespace zephin::ViewConst {
+
+/// Swaps one character for another. The text goes to Mac Roman first; one that this can't hold
+/// stays in its own encoding, and only an ASCII `ch1` is then found in it. Letter case is ignored
+/// in the search. Only the first byte of `ch2` is written. A byte 0, in the text or written by
+/// `ch2`, cuts the result short.
+String ReplaceCh1WithCh2(const String& text, const String& ch1, const String& ch2);
+
+/// The first byte of `ch`, `count` times; empty for a count below 1.
+String FillString(const String& ch, std::int64_t count);
+
+/// Labels a text as Mac Roman, to which it has been converted if that can hold it. The line ends
+/// that it was once meant to replace are those of gCR, which is empty: every one stays.
+String LineEndingEncoding(const String& text);
+
+}  // namespace zephin::ViewConst
+
+#endif  // UTIL_TEXT_BUILDING_H_
