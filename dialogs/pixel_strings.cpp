@@ -1,0 +1,159 @@
+#include "dialogs/pixel_strings.h"
+
+#include <algorithm>
+#include <new>
+#include <string>
+
+#include "dialogs/conflict.h"
+#include "dialogs/hex_digits.h"
+#include "dialogs/pixel_runs.h"
+#include "platform/framework/application.h"
+#include "platform/framework/text.h"
+
+namespace zephin::ViewConst {
+namespace {
+
+constexpr std::uint32_t kOpaque = 0xFF000000;
+constexpr int kDigitsPerPixel = 6;
+constexpr std::size_t kBlock = 1 << 20;
+
+/// Turns a stream of digits into pixels in one pass, whole pixels at a time where it can, whatever
+/// pixel borders the runs cross.
+class PixelWriter {
+ public:
+  explicit PixelWriter(std::span<std::uint32_t> pixels)
+      : next_(pixels.data()), end_(next_ + pixels.size()) {}
+
+  bool Full() const { return next_ == end_; }
+
+  void Plain(const char* digits, std::int64_t count) {
+    for (; count > 0 && phase_ != 0; --count) {
+      Digit(*digits++);
+    }
+    const std::int64_t whole = std::min<std::int64_t>(count / kDigitsPerPixel, end_ - next_);
+    for (std::int64_t i = 0; i < whole; ++i, digits += kDigitsPerPixel) {
+      *next_++ = kOpaque | std::uint32_t{HexByte(digits)} << 16U |
+                 std::uint32_t{HexByte(digits + 2)} << 8U | HexByte(digits + 4);
+    }
+    for (count -= whole * kDigitsPerPixel; count > 0 && !Full(); --count) {
+      Digit(*digits++);
+    }
+  }
+
+  void Run(char digit, std::int64_t count) {
+    for (; count > 0 && phase_ != 0; --count) {
+      Digit(digit);
+    }
+    const char pair[] = {digit, digit};
+    const std::int64_t whole = std::min<std::int64_t>(count / kDigitsPerPixel, end_ - next_);
+    next_ = std::fill_n(next_, whole, kOpaque | HexByte(pair) * 0x010101U);
+    for (count -= whole * kDigitsPerPixel; count > 0 && !Full(); --count) {
+      Digit(digit);
+    }
+  }
+
+ private:
+  void Digit(char digit) {
+    if (Full()) {
+      return;
+    }
+    partial_[phase_++] = digit;
+    if (phase_ == kDigitsPerPixel) {
+      phase_ = 0;
+      Plain(partial_, kDigitsPerPixel);
+    }
+  }
+
+  std::uint32_t* next_;
+  std::uint32_t* end_;
+  char partial_[kDigitsPerPixel] = {};
+  int phase_ = 0;
+};
+
+/// Fills the picture from the string, which must have digits enough.
+void Fill(Picture& picture, const String& pixelString) {
+  PixelWriter writer(picture.Pixels());
+  std::int64_t sinceYield = 0;
+  ForEachRun(pixelString.View(), [&](std::string_view plain, char digit, std::int64_t count) {
+    writer.Plain(plain.data(), std::ssize(plain));
+    writer.Run(digit, count);
+    sinceYield += std::ssize(plain) + count;
+    if (sinceYield > std::int64_t{kBlock}) {
+      sinceYield = 0;
+      RuntimeBackgroundTask();
+    }
+  });
+}
+
+Ref<Picture> MakePicture(std::int64_t width, std::int64_t height, const String& pixelString) {
+  // All that can be wrong is found before memory is taken for the picture.
+  const std::int64_t digits = ExpandedLength(pixelString.View());
+  if (width < 0 || height < 0 || width > Picture::kLongestSide || height > Picture::kLongestSide ||
+      digits < width * height * kDigitsPerPixel) {
+    throw OutOfMemoryException();
+  }
+  Ref<Picture> picture = MakeRef<Picture>(width, height, 32);
+  Fill(*picture, pixelString);
+  return picture;
+}
+
+Ref<Picture> ReportNoMemory() {
+  GlobalsVk::gConflictType = GlobalsVk::kPictureMemoryMessage;
+  GlobalsVk::PoseConflictDialog();
+  return nullptr;
+}
+
+}  // namespace
+
+Ref<Picture> PixelStringToPicture(std::int64_t width, std::int64_t height,
+                                  const String& pixelString) {
+  if (pixelString.IsEmpty()) {
+    return nullptr;
+  }
+  // Only failures are caught here: a Quit while events run must pass.
+  try {
+    return MakePicture(width, height, pixelString);
+  } catch (const FrameworkException&) {
+    return ReportNoMemory();
+  } catch (const std::bad_alloc&) {
+    return ReportNoMemory();
+  }
+}
+
+void PixelStringExpand(String& text) {
+  if (text.View().find('[') == std::string_view::npos) {
+    return;
+  }
+  std::string expanded;
+  expanded.reserve(static_cast<std::size_t>(ExpandedLength(text.View())));
+  ForEachRun(text.View(), [&](std::string_view plain, char digit, std::int64_t count) {
+    expanded.append(plain).append(static_cast<std::size_t>(count), digit);
+    RuntimeBackgroundTask();
+  });
+  text = String(std::move(expanded), text.DeclaredEncoding());
+}
+
+void MemoryBlockHexToByte(std::span<const char> hexBlock, std::span<char> byteBlock,
+                          std::int64_t count) {
+  for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
+    byteBlock[i] = static_cast<char>(HexByte(&hexBlock[2 * i]));
+    if (i % kBlock == 0) {
+      RuntimeBackgroundTask();
+    }
+  }
+}
+
+void MemoryBlockByteSwitchPPC(std::span<char> /*block*/, std::int64_t /*count*/) {}
+
+String UnicodeFromHex(const String& text, bool flag) {
+  if (!flag) {
+    return text;
+  }
+  const std::int64_t count = LenB(text) / 2;
+  std::string bytes(static_cast<std::size_t>(count), '\0');
+  MemoryBlockHexToByte(text.View(), bytes, count);
+  MemoryBlockByteSwitchPPC(bytes, count);
+  return ConvertEncoding(String(std::move(bytes), Encoding::UTF16), Encoding::UTF8);
+}
+
+}  // namespace zephin::ViewConst

@@ -1,0 +1,31 @@
+#ifndef DIALOGS_YES_NO_DIALOG_H_
+#define DIALOGS_YES_NO_DIALOG_H_
+
+#include "platform/framework/controls.h"
+#include "platform/framework/window.h"
+
+namespace zephin {
+
+/// Asks whether an existing target folder may be deleted. Not to be confused with the function
+/// ViewConst::YesNoDialog, which asks any question.
+class YesNoDialog : public Window {
+ public:
+  /// Name of the button that closed it: "OKBtn" or "CancelBtn"; empty before.
+  String fBtnName;
+
+  Ref<PushButton> OKBtn() const { return Named<PushButton>("OKBtn"); }
+  Ref<PushButton> CancelBtn() const { return Named<PushButton>("CancelBtn"); }
+  Ref<Label> ConfirmLabel1() const { return Named<Label>("ConfirmLabel1"); }  ///< What is the case.
+  Ref<Label> ConfirmLabel2() const { return Named<Label>("ConfirmLabel2"); }  ///< The question.
+  Ref<Label> ConfirmLabel3() const {
+    return Named<Label>("ConfirmLabel3");
+  }  ///< The folder's path.
+
+ protected:
+  void Layout() override;
+  void CreateControls() override;
+};
+
+}  // namespace zephin
+
+#endif  // DIALOGS_YES_NO_DIALOG_H_
