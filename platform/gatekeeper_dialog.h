@@ -1,0 +1,31 @@
+#ifndef PLATFORM_GATEKEEPER_DIALOG_H_
+#define PLATFORM_GATEKEEPER_DIALOG_H_
+
+#include "platform/framework/controls.h"
+#include "platform/framework/window.h"
+
+namespace zephin {
+
+/// Explains that the system runs the bundle from a translocated place, and asks for what is needed
+/// to clear the cause.
+class TGatekeeperTranslocationDlg : public Window {
+ public:
+  /// Name of the button that closed it: "OKBtn" or "CancelBtn"; empty before.
+  String fBtnName;
+
+  Ref<TextField> AppPathEdit() const { return Named<TextField>("AppPathEdit"); }
+  /// Not masked, on purpose: users check what they type here.
+  Ref<TextField> AdminPasswordEdit() const { return Named<TextField>("AdminPasswordEdit"); }
+
+ protected:
+  void Layout() override;
+  void CreateControls() override;
+};
+
+/// Shows the dialog, clears the quarantine attribute with the password if the user says OK, and
+/// ends the run in every case: the next start is no longer translocated.
+[[noreturn]] void OfferToClearTranslocation();
+
+}  // namespace zephin
+
+#endif  // PLATFORM_GATEKEEPER_DIALOG_H_

@@ -1,0 +1,11 @@
+#include "platform/process_to_top.h"
+
+#include "platform/framework/application.h"
+
+namespace zephin::ViewConst {
+
+void MyProcessToTop() {
+  Application::Current().Session().BringToFront();
+}
+
+}  // namespace zephin::ViewConst

@@ -1,0 +1,11 @@
+#ifndef PLATFORM_PROCESS_TO_TOP_H_
+#define PLATFORM_PROCESS_TO_TOP_H_
+
+namespace zephin::ViewConst {
+
+/// Brings this process to the front. A failure isn't looked at.
+void MyProcessToTop();
+
+}  // namespace zephin::ViewConst
+
+#endif  // PLATFORM_PROCESS_TO_TOP_H_
