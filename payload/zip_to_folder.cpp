@@ -1,0 +1,23 @@
+#include "payload/zip_to_folder.h"
+
+#include "platform/framework/shell.h"
+#include "util/files.h"
+#include "util/folders.h"
+#include "util/my_get_folder_item.h"
+
+namespace zephin::ViewConst {
+
+bool ZipFileToFolder(const String& zipPath, const String& folderPath, bool deleteExisting) {
+  constexpr int kSynchronous = 0;
+  Shell shell;
+  if (deleteExisting && DirectoryExists(folderPath)) {
+    DeleteFolderOrApp(folderPath);
+  }
+  const String destination = GlobalsVk::MyGetFolderItem(folderPath)->ShellPath();
+  const String source = GlobalsVk::MyGetFolderItem(zipPath)->ShellPath();
+  shell.SetMode(kSynchronous);
+  shell.Execute("ditto -xk " + source + " " + destination);
+  return shell.ErrorCode() == 0;
+}
+
+}  // namespace zephin::ViewConst

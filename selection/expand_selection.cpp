@@ -1,0 +1,123 @@
+#include "app/zephin_stub_window.h"
+#include "dialogs/page_run.h"
+#include "payload/zip_to_folder.h"
+#include "platform/framework/application.h"
+#include "platform/framework/text.h"
+#include "platform/process_to_top.h"
+#include "selection/placement.h"
+#include "selection/selection_list.h"
+#include "util/my_get_folder_item.h"
+#include "util/paths.h"
+#include "util/text_search.h"
+
+namespace zephin {
+namespace {
+
+using ViewConst::ExtractFileName;
+using ViewConst::MyAbsolutePath;
+
+/// Path of the bundle's Resources folder with a trailing separator; empty if it can't be found.
+String ResourcesPath() {
+  constexpr std::int64_t kContentsLength = 8;
+  Ref<FolderItem> item = Application::Current().ExecutableFile();
+  if (item.IsNil()) {
+    return "";
+  }
+  const String path = MyAbsolutePath(item);
+  const std::int64_t position = ViewConst::ContentsPosition(path);
+  if (position != 0) {
+    item = GlobalsVk::MyGetFolderItem(Left(path, position + kContentsLength));
+  }
+  return item.IsNil() ? "" : MyAbsolutePath(item->Child("Resources"));
+}
+
+/// Sets the message line and repaints it at once, before the work that blocks.
+void ShowLine(ZephinStubWindow& w, const String& text) {
+  w.MessageLabel()->SetText(text);
+  w.Refresh(true);
+}
+
+void ShowPleaseWait(ZephinStubWindow& w) {
+  ShowLine(w, w.CustomLabel("Please Wait", w.fLabels(21)));
+}
+
+void PlaceChoice(ZephinStubWindow& w, const String& choice, const String& resourcesPath) {
+  Placement placement;
+  String archivePath;
+  // No stop at the first: of equal captions the last one is installed.
+  for (const SelectionEntry& entry : ReadSelectionList(w.fInstallChoices)) {
+    if (TextEquals(entry.caption, choice)) {
+      archivePath = resourcesPath + ExtractFileName(entry.source);
+      placement = PlaceOf(w.fTargetFolder, entry.folder, "_Choice");
+    }
+  }
+  if (ViewConst::ZipFileToFolder(archivePath, placement.extractFolder, true)) {
+    Merge(placement);
+  } else {
+    MsgBox("Install failed for selected choice");
+  }
+}
+
+bool FetchOption(ZephinStubWindow& w, const SelectionEntry& entry, const Placement& placement) {
+  ShowLine(w, w.CustomLabel("Installing Options", w.fLabels(22)) + " " + entry.caption);
+  const bool willBeMerged = !placement.mergeFolder.IsEmpty();
+  const bool ok = w.DownloadURL(entry.source, ExtractFileName(entry.source),
+                                placement.extractFolder, willBeMerged);
+  ShowPleaseWait(w);
+  return ok;
+}
+
+void PlaceOption(ZephinStubWindow& w, const SelectionEntry& entry, const String& resourcesPath) {
+  const bool isAddress = ViewConst::Pos("http", entry.source) == 1;
+  const Placement placement = PlaceOf(w.fTargetFolder, entry.folder, "_Option");
+  const bool ok = isAddress
+                      ? FetchOption(w, entry, placement)
+                      : ViewConst::ZipFileToFolder(resourcesPath + ExtractFileName(entry.source),
+                                                   placement.extractFolder, true);
+  if (ok) {
+    Merge(placement);
+  } else {
+    MsgBox("Install failed for option " + entry.caption);
+  }
+}
+
+void ShowReleaseNotes(const ZephinStubWindow& w) {
+  if (w.fPostInstallNotes.IsEmpty()) {
+    return;
+  }
+  const String accept = w.CustomLabel("OK", w.fLabels(4));
+  ShowPage({.text = w.fPostInstallNotes,
+            .title = w.CustomLabel("Release Notes", w.fLabels(26)),
+            .quitButton = QuitButton::Hidden,
+            .acceptCaptionInHtml = accept,
+            .acceptCaptionInPlain = accept});
+}
+
+}  // namespace
+
+void ZephinStubWindow::ExpandChoiceAndOptions(const String& choice, const String& options) {
+  if (fTargetFolder.IsEmpty()) {
+    return;
+  }
+  const String resourcesPath = ResourcesPath();
+  if (!choice.IsEmpty() || !options.IsEmpty()) {
+    ViewConst::MyProcessToTop();
+    ShowPleaseWait(*this);
+  }
+  if (!choice.IsEmpty()) {
+    PlaceChoice(*this, choice, resourcesPath);
+  }
+  if (!options.IsEmpty()) {
+    for (const SelectionEntry& entry : ReadSelectionList(fInstallOptions)) {
+      if (ViewConst::FindField(options, ",", entry.caption) != 0) {
+        PlaceOption(*this, entry, resourcesPath);
+      }
+    }
+  }
+  ShowReleaseNotes(*this);
+  if (!fCompletionURL.IsEmpty()) {
+    ShowURL(fCompletionURL);
+  }
+}
+
+}  // namespace zephin

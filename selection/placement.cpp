@@ -1,0 +1,45 @@
+#include "selection/placement.h"
+
+#include "platform/framework/application.h"
+#include "platform/framework/text.h"
+#include "util/files.h"
+#include "util/folders.h"
+#include "util/my_get_folder_item.h"
+#include "util/paths.h"
+
+namespace zephin {
+
+using ViewConst::GetPathSeparator;
+
+Placement PlaceOf(const String& target, const String& folder, const String& suffix) {
+  if (TextEquals(folder, ViewConst::ExtractFileName(target))) {
+    return {target + suffix, target};
+  }
+  const String inside = target + GetPathSeparator() + folder;
+  if (ViewConst::DirectoryExists(inside)) {
+    return {inside + suffix, inside};
+  }
+  return {inside, ""};
+}
+
+void Merge(const Placement& placement) {
+  if (placement.mergeFolder.IsEmpty()) {
+    return;
+  }
+  const Ref<FolderItem> folder = GlobalsVk::MyGetFolderItem(placement.extractFolder);
+  for (std::int64_t i = folder.IsNil() ? 0 : folder->Count(); i >= 1; --i) {
+    const Ref<FolderItem> item = folder->Item(i);
+    if (item.IsNil()) {
+      continue;
+    }
+    const String behind = GetPathSeparator() + item->Name();
+    const String destination = placement.mergeFolder + behind;
+    if (!ViewConst::RenameFile(placement.extractFolder + behind, destination)) {
+      MsgBox("Failed to create " + destination);
+    }
+    RuntimeBackgroundTask();
+  }
+  ViewConst::DeleteFolderOrApp(placement.extractFolder);
+}
+
+}  // namespace zephin

@@ -1,0 +1,72 @@
+#include "app/zephin_stub_window.h"
+#include "platform/framework/text.h"
+#include "selection/selection_dialogs.h"
+#include "selection/selection_list.h"
+
+namespace zephin {
+namespace {
+
+/// Fills the rows from the list and takes away the ones that it doesn't need: the buttons move up
+/// to the first of these, and the window follows them. A list of more than ten entries raises at
+/// the eleventh.
+template <class Dialog, class RowOf>
+void Fill(Dialog& dialog, const std::vector<SelectionEntry>& entries, RowOf rowOf) {
+  const int count = static_cast<int>(entries.size());
+  for (int i = 0; i < count; ++i) {
+    rowOf(i)->SetCaption(entries[static_cast<std::size_t>(i)].caption);
+    rowOf(i)->SetHelpTag(entries[static_cast<std::size_t>(i)].tip);
+  }
+  for (int i = count; i < kSelectionRows; ++i) {
+    rowOf(i)->SetVisible(false);
+  }
+  if (count < kSelectionRows) {
+    constexpr int kBelowButtons = 40;
+    dialog.QuitBtn()->SetTop(rowOf(count)->Top());
+    dialog.ContinueBtn()->SetTop(dialog.QuitBtn()->Top());
+    dialog.SetHeight(dialog.QuitBtn()->Top() + kBelowButtons);
+  }
+}
+
+bool PickChoice(ZephinStubWindow& w, String& choice) {
+  const Ref<TChoiceDlg> dialog = MakeWindow<TChoiceDlg>();
+  const auto row = [&dialog](int i) { return dialog->ChoiceRadio(i); };
+  dialog->SetTitle(w.CustomLabel("Pick One Choice", w.fLabels(23)));
+  const std::vector<SelectionEntry> entries = ReadSelectionList(w.fInstallChoices);
+  Fill(*dialog, entries, row);
+  row(0)->SetValue(true);
+  dialog->ShowModal();
+  for (int i = 0; i < std::ssize(entries); ++i) {
+    if (row(i)->Value()) {
+      choice = row(i)->Caption();
+    }
+  }
+  return TextEquals(dialog->fBtnName, "OKBtn");
+}
+
+bool PickOptions(ZephinStubWindow& w, String& options) {
+  const Ref<TOptionsDlg> dialog = MakeWindow<TOptionsDlg>();
+  const auto row = [&dialog](int i) { return dialog->OptionCheckBox(i); };
+  dialog->SetTitle(w.CustomLabel("Select Options", w.fLabels(24)));
+  const std::vector<SelectionEntry> entries = ReadSelectionList(w.fInstallOptions);
+  Fill(*dialog, entries, row);
+  dialog->ShowModal();
+  options = "";
+  for (int i = 0; i < std::ssize(entries); ++i) {
+    if (row(i)->Value()) {
+      options += options.IsEmpty() ? "" : ",";
+      options += row(i)->Caption();
+    }
+  }
+  return TextEquals(dialog->fBtnName, "OKBtn");
+}
+
+}  // namespace
+
+bool ZephinStubWindow::SelectChoiceAndOptions(String& choice, String& options) {
+  if (!fInstallChoices.IsEmpty() && !PickChoice(*this, choice)) {
+    return false;
+  }
+  return fInstallOptions.IsEmpty() || PickOptions(*this, options);
+}
+
+}  // namespace zephin

@@ -1,0 +1,111 @@
+#include "selection/selection_dialogs.h"
+
+namespace zephin {
+namespace {
+
+constexpr const char* kChoiceRow = "ChoiceRadio";
+constexpr const char* kOptionRow = "OptionCheckBox";
+constexpr Locks kTopLeft{.left = true, .top = true};
+
+Bounds RowPlace(int row) {
+  constexpr int kFirstTop = 14;
+  constexpr int kRowHeight = 32;
+  return {20, kFirstTop + kRowHeight * row, 300, 20};
+}
+
+void LayOut(Window& window, const char* title) {
+  window.SetTitle(title);
+  window.SetWidth(340);
+  window.SetHeight(383);
+  window.SetMinimumSize(64, 64);
+  window.SetMaximumSize(32000, 32000);
+  window.SetType(WindowType::MovableModal);
+}
+
+/// Ends the dialog with a word. It is hidden, not closed, so that its rows can still be read.
+template <class Dialog>
+void End(Dialog& dialog, const char* word) {
+  dialog.fBtnName = word;
+  dialog.Hide();
+}
+
+}  // namespace
+
+void TChoiceDlg::Layout() {
+  LayOut(*this, "Pick One Choice");
+}
+
+void TChoiceDlg::CreateControls() {
+  _CreateControls0();
+}
+
+void TChoiceDlg::_CreateControls0() {
+  for (int i = 0; i < kSelectionRows; ++i) {
+    const Ref<RadioButton> row = Add<RadioButton>(kChoiceRow, RowPlace(i), i);
+    row->SetCaption("Untitled");
+    row->SetTabIndex(i);
+    row->SetLockedEdges(kTopLeft);
+  }
+  const Ref<PushButton> quit = Add<PushButton>("QuitBtn", {148, 343, 80, 20});
+  quit->SetCaption("Quit");
+  quit->SetTabIndex(10);
+  quit->Action = [this](PushButton& button) { QuitBtn_Action(button); };
+  const Ref<PushButton> goOn = Add<PushButton>("ContinueBtn", {240, 343, 80, 20});
+  goOn->SetCaption("Continue");
+  goOn->SetDefault(true);
+  goOn->SetTabIndex(11);
+  goOn->Action = [this](PushButton& button) { ContinueBtn_Action(button); };
+}
+
+Ref<RadioButton> TChoiceDlg::ChoiceRadio(int index) const {
+  return Named<RadioButton>(kChoiceRow, index);
+}
+
+void TChoiceDlg::QuitBtn_Action(PushButton& /*button*/) {
+  End(*this, "Quit");
+}
+
+void TChoiceDlg::ContinueBtn_Action(PushButton& /*button*/) {
+  End(*this, "OKBtn");
+}
+
+void TOptionsDlg::Layout() {
+  LayOut(*this, "Select Options");
+}
+
+void TOptionsDlg::CreateControls() {
+  _CreateControls0();
+}
+
+void TOptionsDlg::_CreateControls0() {
+  // The buttons come first in the tab order here, and last in the choice dialog.
+  const Ref<PushButton> quit = Add<PushButton>("QuitBtn", {148, 343, 80, 20});
+  quit->SetCaption("Quit");
+  quit->SetTabIndex(0);
+  quit->Action = [this](PushButton& button) { QuitBtn_Action(button); };
+  const Ref<PushButton> goOn = Add<PushButton>("ContinueBtn", {240, 343, 80, 20});
+  goOn->SetCaption("Continue");
+  goOn->SetDefault(true);
+  goOn->SetTabIndex(1);
+  goOn->Action = [this](PushButton& button) { ContinueBtn_Action(button); };
+  for (int i = 0; i < kSelectionRows; ++i) {
+    const Ref<CheckBox> row = Add<CheckBox>(kOptionRow, RowPlace(i), i);
+    row->SetCaption("Untitled");
+    row->SetTabIndex(i + 2);
+    row->SetLockedEdges(kTopLeft);
+  }
+}
+
+Ref<CheckBox> TOptionsDlg::OptionCheckBox(int index) const {
+  return Named<CheckBox>(kOptionRow, index);
+}
+
+void TOptionsDlg::QuitBtn_Action(PushButton& /*button*/) {
+  End(*this, "Quit");
+}
+
+void TOptionsDlg::ContinueBtn_Action(PushButton& /*button*/) {
+  End(*this, "OKBtn");
+}
+
+}  // namespace zephin
