@@ -16,7 +16,7 @@ struct ApplicationVersion {
   int major = 0;
   int minor = 0;
   int bug = 0;
-  std::string text;
+  std::string text = {};
 };
 
 /// The one application object of the process: the desktop and the machine that it runs on, and the

@@ -5,11 +5,10 @@
 namespace zephin {
 namespace {
 
-constexpr std::int64_t kLongestSide = 32767;
 constexpr std::uint32_t kBlack = 0xFF000000;
 
 int CheckedSide(std::int64_t side) {
-  if (side < 0 || side > kLongestSide) {
+  if (side < 0 || side > Picture::kLongestSide) {
     throw OutOfMemoryException();
   }
   return static_cast<int>(side);

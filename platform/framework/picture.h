@@ -10,7 +10,10 @@ namespace zephin {
 /// Pixels in memory, opaque, black at first. Rows run from the top, pixels from the left.
 class Picture {
  public:
-  /// `depth` must be 32. A side below 0 or above 32,767 raises OutOfMemoryException before memory
+  /// In pixels.
+  static constexpr std::int64_t kLongestSide = 32767;
+
+  /// `depth` must be 32. A side below 0 or above kLongestSide raises OutOfMemoryException before memory
   /// is taken; sides of 0 make an empty picture.
   Picture(std::int64_t width, std::int64_t height, int depth);
 

@@ -1,0 +1,33 @@
+#include "app/zephin_stub_window.h"
+#include "platform/framework/application.h"
+#include "platform/framework/select_folder_dialog.h"
+#include "util/my_get_folder_item.h"
+#include "util/paths.h"
+
+namespace zephin {
+
+String ZephinStubWindow::SelectTargetFolder(const String& defaultPath, bool emptyOnCancel) {
+  SelectFolderDialog dialog;
+  dialog.SetActionButtonCaption("Select");
+  dialog.SetTitle(CustomLabel(dialog.Title(), fLabels(14)));
+  dialog.SetActionButtonCaption(CustomLabel(dialog.ActionButtonCaption(), fLabels(15)));
+  dialog.SetCancelButtonCaption(CustomLabel(dialog.CancelButtonCaption(), fLabels(3)));
+  try {
+    dialog.SetInitialDirectory(GlobalsVk::MyGetFolderItem(defaultPath));
+  } catch (const FrameworkException&) {
+    dialog.SetInitialDirectory(GetFolderItem(""));
+  }
+  const Ref<FolderItem> chosen = dialog.ShowModal();
+  if (chosen.IsNil()) {
+    return emptyOnCancel ? "" : defaultPath;
+  }
+  if (!chosen->IsWriteable()) {
+    MsgBox(CustomLabel("Cannot write to selected location.", fLabels(0)));
+    return "";
+  }
+  String path = ViewConst::MyAbsolutePath(chosen);
+  ViewConst::DropTrailingPathSeparator(path);
+  return path;
+}
+
+}  // namespace zephin

@@ -1,0 +1,62 @@
+#include "app/startup.h"
+
+#include <memory>
+
+#include "app/app.h"
+#include "app/menu_bar.h"
+#include "app/zephin_stub_window.h"
+#include "dialogs/message_modal.h"
+#include "util/globals.h"
+
+namespace zephin {
+
+void App::Event_Open() {
+  ViewConst::VkAppInit();
+  ViewConst::gIgnoreTranslocationError = true;
+}
+
+namespace {
+
+/// The application and its one implicit window, which goes first.
+struct Program {
+  std::unique_ptr<class App> app;
+  Ref<ZephinStubWindow> window;
+
+  ~Program() { CloseImplicitMessageModal(); }
+};
+
+void _NewAppInstance(Program& program, Desktop& desktop, const Machine& machine) {
+  program.app = std::make_unique<class App>(desktop, machine);
+  program.app->Constructor();
+  program.app->SetVersion({.major = 1});
+  program.app->SetMenuBar(MakeMenuBar1());
+}
+
+/// High-resolution support, external classes, plug-ins, file types and menu handlers need nothing
+/// here: the desktop sees to the first, and the program has none of the others.
+void _EarlyStartup(Program& program, Desktop& desktop, const Machine& machine) {
+  _NewAppInstance(program, desktop, machine);
+}
+
+void _MakeDefaultView(Program& program) {
+  program.window = MakeWindow<ZephinStubWindow>();
+}
+
+void _LateStartup(Program& program) {
+  _MakeDefaultView(program);
+}
+
+}  // namespace
+
+void _Main(Desktop& desktop, const Machine& machine) {
+  Program program;
+  _EarlyStartup(program, desktop, machine);
+  program.app->CallHandler([&program] {
+    // Before the window's own event, since messages there use what this one sets.
+    program.app->Event_Open();
+    _LateStartup(program);
+  });
+  desktop.RunEventLoop();
+}
+
+}  // namespace zephin
