@@ -1,0 +1,56 @@
+#include "platform/qt/accessibility.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+
+#include "platform/qt/message_window.h"
+#include "platform/qt/widgets.h"
+
+namespace zephin {
+namespace {
+
+/// A link: pressing it is its first action.
+class AccessibleLink final : public QAccessibleWidget {
+ public:
+  explicit AccessibleLink(TextWidget* link)
+      : QAccessibleWidget(link, QAccessible::Link), link_(link) {}
+
+  QStringList actionNames() const override {
+    return QStringList(pressAction()) + QAccessibleWidget::actionNames();
+  }
+
+  void doAction(const QString& action) override {
+    if (action == pressAction()) {
+      link_->Press(QPoint(0, 0));
+    } else {
+      QAccessibleWidget::doAction(action);
+    }
+  }
+
+ private:
+  TextWidget* link_;
+};
+
+QAccessibleInterface* MakeInterface(const QString& /*className*/, QObject* object) {
+  if (auto* text = dynamic_cast<TextWidget*>(object)) {
+    if (text->IsLink()) {
+      return new AccessibleLink(text);
+    }
+    return new QAccessibleWidget(text, QAccessible::StaticText);
+  }
+  if (auto* picture = dynamic_cast<PictureWidget*>(object)) {
+    return new QAccessibleWidget(picture, QAccessible::Graphic);
+  }
+  if (auto* message = dynamic_cast<MessageWindow*>(object)) {
+    return new QAccessibleWidget(message, QAccessible::AlertMessage);
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+void SetUpAccessibility() {
+  QAccessible::installFactory(MakeInterface);
+}
+
+}  // namespace zephin

@@ -1,0 +1,90 @@
+#include <QKeyEvent>
+
+#include "platform/framework/controls.h"
+#include "platform/framework/window.h"
+#include "platform/qt/control_peer.h"
+#include "platform/qt/qt_string.h"
+#include "platform/qt/widgets.h"
+
+namespace zephin {
+namespace {
+
+/// A radio button or a check box.
+template <class Choice, class Button>
+class ChoicePeer : public ControlPeer {
+ public:
+  ChoicePeer(Choice& model, Button* button)
+      : ControlPeer(model, button), model_(model), button_(button) {
+    connect(button, &QAbstractButton::clicked, this,
+            [this] { model_.SetValue(button_->isChecked()); });
+  }
+
+ protected:
+  void Apply() override {
+    button_->SetCaption(ToQString(model_.Caption()));
+    button_->setChecked(model_.Value());
+  }
+  QString WholeText() const override {
+    return button_->IsWhole() ? QString() : ToQString(model_.Caption());
+  }
+
+ private:
+  Choice& model_;
+  Button* button_;
+};
+
+/// The group is the model's: it clears the others. The arrow keys go through the group; the Tab key
+/// comes to each button, since each has its own place in the order.
+class RadioPeer final : public ChoicePeer<RadioButton, RadioWidget> {
+ public:
+  RadioPeer(RadioButton& model, RadioWidget* button) : ChoicePeer(model, button) {
+    button->setAutoExclusive(false);
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::KeyPress) {
+      switch (static_cast<QKeyEvent*>(event)->key()) {
+        case Qt::Key_Up:
+        case Qt::Key_Left:
+          return Move(-1);
+        case Qt::Key_Down:
+        case Qt::Key_Right:
+          return Move(1);
+        default:
+          break;
+      }
+    }
+    return ChoicePeer::eventFilter(watched, event);
+  }
+
+ private:
+  bool Move(qsizetype by) {
+    QList<RadioWidget*> group;
+    for (QObject* sibling : Widget().parentWidget()->children()) {
+      auto* button = dynamic_cast<RadioWidget*>(sibling);
+      if (button != nullptr && button->isVisible() && button->isEnabled()) {
+        group.push_back(button);
+      }
+    }
+    const qsizetype next = group.indexOf(dynamic_cast<RadioWidget*>(&Widget())) + by;
+    if (next >= 0 && next < group.size()) {
+      group[next]->setFocus(Qt::TabFocusReason);
+      group[next]->click();
+    }
+    return true;
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<ControlPeer> MakeChoicePeer(Control& control, QWidget& window) {
+  if (auto* radio = dynamic_cast<RadioButton*>(&control)) {
+    return std::make_unique<RadioPeer>(*radio, new RadioWidget(&window));
+  }
+  if (auto* box = dynamic_cast<CheckBox*>(&control)) {
+    return std::make_unique<ChoicePeer<CheckBox, CheckWidget>>(*box, new CheckWidget(&window));
+  }
+  return nullptr;
+}
+
+}  // namespace zephin

@@ -1,0 +1,68 @@
+#include <QProgressBar>
+#include <algorithm>
+#include <limits>
+
+#include "platform/framework/controls.h"
+#include "platform/qt/control_peer.h"
+#include "platform/qt/picture_image.h"
+#include "platform/qt/widgets.h"
+
+namespace zephin {
+namespace {
+
+class CanvasPeer final : public ControlPeer {
+ public:
+  CanvasPeer(Canvas& model, PictureWidget* picture)
+      : ControlPeer(model, picture), model_(model), picture_(picture) {
+    const bool isLogo = model.Name().find("Logo") != std::string::npos;
+    picture->setAccessibleName(isLogo ? QStringLiteral("Logo") : QStringLiteral("Picture"));
+  }
+
+ protected:
+  void Apply() override { picture_->SetImage(ImageOf(model_.Backdrop(), picture_->size())); }
+
+ private:
+  Canvas& model_;
+  PictureWidget* picture_;
+};
+
+class ProgressPeer final : public ControlPeer {
+ public:
+  ProgressPeer(ProgressBar& model, QProgressBar* bar)
+      : ControlPeer(model, bar), model_(model), bar_(bar) {
+    bar->setTextVisible(false);
+    bar->setAccessibleName(QStringLiteral("Progress"));
+  }
+
+ protected:
+  void Apply() override {
+    // The toolkit's bar counts in 32 bits and takes a maximum of 0 for "no end known".
+    std::int64_t maximum = std::max<std::int64_t>(model_.Maximum(), 1);
+    std::int64_t value =
+        model_.Maximum() > 0 ? std::clamp<std::int64_t>(model_.Value(), 0, maximum) : 0;
+    while (maximum > std::numeric_limits<int>::max()) {
+      maximum /= 2;
+      value /= 2;
+    }
+    bar_->setRange(0, static_cast<int>(maximum));
+    bar_->setValue(static_cast<int>(value));
+  }
+
+ private:
+  ProgressBar& model_;
+  QProgressBar* bar_;
+};
+
+}  // namespace
+
+std::unique_ptr<ControlPeer> MakeDisplayPeer(Control& control, QWidget& window) {
+  if (auto* canvas = dynamic_cast<Canvas*>(&control)) {
+    return std::make_unique<CanvasPeer>(*canvas, new PictureWidget(&window));
+  }
+  if (auto* bar = dynamic_cast<ProgressBar*>(&control)) {
+    return std::make_unique<ProgressPeer>(*bar, new QProgressBar(&window));
+  }
+  return nullptr;
+}
+
+}  // namespace zephin

@@ -1,0 +1,109 @@
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <cstdlib>
+#include <optional>
+
+#include "platform/framework/controls.h"
+#include "platform/framework/window.h"
+#include "platform/qt/control_peer.h"
+#include "platform/qt/qt_string.h"
+
+namespace zephin {
+namespace {
+
+/// The label that stands left of a field, which names it for a screen reader; else the window's
+/// title.
+QString NameOfField(const Control& field) {
+  const Label* nearest = nullptr;
+  for (const Ref<Control>& control : field.Owner()->Controls()) {
+    const auto* label = dynamic_cast<const Label*>(&*control);
+    if (label == nullptr || label->Left() >= field.Left() ||
+        label->Top() + label->Height() <= field.Top() ||
+        label->Top() >= field.Top() + field.Height()) {
+      continue;
+    }
+    if (nearest == nullptr || label->Left() > nearest->Left()) {
+      nearest = label;
+    }
+  }
+  return ToQString(nearest != nullptr ? nearest->Text() : field.Owner()->Title());
+}
+
+class TextFieldPeer final : public ControlPeer {
+ public:
+  TextFieldPeer(TextField& model, QLineEdit* edit)
+      : ControlPeer(model, edit), model_(model), edit_(edit) {
+    connect(edit, &QLineEdit::textEdited, this,
+            [this](const QString& text) { model_.SetText(FromQString(text)); });
+  }
+
+ protected:
+  void Apply() override {
+    const QString text = ToQString(model_.Text());
+    if (edit_->text() != text) {
+      edit_->setText(text);
+    }
+    edit_->setPlaceholderText(ToQString(model_.Hint()));
+    edit_->setEchoMode(model_.Password() ? QLineEdit::Password : QLineEdit::Normal);
+    edit_->setAccessibleName(NameOfField(model_));
+  }
+
+ private:
+  TextField& model_;
+  QLineEdit* edit_;
+};
+
+class TextAreaPeer final : public ControlPeer {
+ public:
+  TextAreaPeer(TextArea& model, QPlainTextEdit* edit)
+      : ControlPeer(model, edit), model_(model), edit_(edit) {
+    edit->setTabChangesFocus(true);
+    edit->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    edit->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    edit->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    connect(edit, &QPlainTextEdit::textChanged, this, [this] { TakeText(); });
+  }
+
+ protected:
+  void Apply() override {
+    edit_->setReadOnly(model_.ReadOnly());
+    if (model_.ReadOnly()) {
+      edit_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    }
+    // Setting the text anew would lose the place that the user has scrolled to.
+    if (!shown_ || !(*shown_ == model_.Text())) {
+      shown_ = model_.Text();
+      applying_ = true;
+      edit_->setPlainText(ToQString(model_.Text()));
+      applying_ = false;
+    }
+    edit_->setAccessibleName(ToQString(model_.Owner()->Title()));
+  }
+
+ private:
+  void TakeText() {
+    if (!applying_) {
+      shown_ = FromQString(edit_->toPlainText());
+      model_.SetText(*shown_);
+    }
+  }
+
+  TextArea& model_;
+  QPlainTextEdit* edit_;
+  std::optional<String> shown_;
+  bool applying_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<ControlPeer> MakeFieldPeer(Control& control, QWidget& window) {
+  if (auto* field = dynamic_cast<TextField*>(&control)) {
+    return std::make_unique<TextFieldPeer>(*field, new QLineEdit(&window));
+  }
+  if (auto* area = dynamic_cast<TextArea*>(&control)) {
+    return std::make_unique<TextAreaPeer>(*area, new QPlainTextEdit(&window));
+  }
+  return nullptr;
+}
+
+}  // namespace zephin

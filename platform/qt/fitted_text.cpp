@@ -1,0 +1,174 @@
+#include "platform/qt/fitted_text.h"
+
+#include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QPainter>
+#include <QTextOption>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/qt/look.h"
+#include "platform/qt/qt_string.h"
+
+namespace zephin {
+namespace {
+
+/// More letters than any box can show: a long text is laid out no further.
+constexpr qsizetype kLongestShown = 20'000;
+constexpr qreal kEndless = 1'000'000;
+/// Rounding of a font's measures is no reason to shrink a text.
+constexpr qreal kTolerance = 0.5;
+
+QTextOption OptionFor(const QString& text, const FittedText::Style& style) {
+  QTextOption option(style.align);
+  option.setTextDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+  option.setWrapMode(style.lines == FittedText::Lines::Many
+                         ? QTextOption::WrapAtWordBoundaryOrAnywhere
+                         : QTextOption::NoWrap);
+  return option;
+}
+
+/// Where the marks of a line's letters really are, which may be less or more than the font's own
+/// line height.
+QRectF InkOf(const QTextLine& line) {
+  QRectF ink;
+  for (const QGlyphRun& run : line.glyphRuns()) {
+    ink |= run.boundingRect();
+  }
+  return ink;
+}
+
+}  // namespace
+
+FittedText::FittedText(const QString& text, const Style& style, const QSizeF& box) {
+  QString letters = WithLineFeeds(text.left(kLongestShown));
+  if (style.lines == Lines::One) {
+    letters.replace(u'\n', u' ');
+  }
+  Style smaller = style;
+  const int floor = SmallestReadable(style.font.pixelSize());
+  for (int pixels = style.font.pixelSize(); pixels >= floor; --pixels) {
+    smaller.font.setPixelSize(pixels);
+    whole_ = Lay(letters, smaller, box) && text.size() <= kLongestShown;
+    if (whole_) {
+      break;
+    }
+  }
+  if (!whole_) {
+    CutOff(smaller, box);
+  }
+  if (style.lines == Lines::One) {
+    CentreLine(box);
+  }
+}
+
+bool FittedText::Lay(const QString& text, const Style& style, const QSizeF& box) {
+  paragraphs_.clear();
+  height_ = 0;
+  const QStringList paragraphs = text.split(u'\n');
+  return std::all_of(paragraphs.begin(), paragraphs.end(),
+                     [&](const QString& paragraph) { return LayParagraph(paragraph, style, box); });
+}
+
+/// False if it doesn't fit: then the line that doesn't is the last one laid out.
+bool FittedText::LayParagraph(const QString& text, const Style& style, const QSizeF& box) {
+  const auto layout = std::make_shared<QTextLayout>(text, style.font);
+  layout->setTextOption(OptionFor(text, style));
+  paragraphs_.push_back(layout);
+  bool fits = true;
+  layout->beginLayout();
+  while (fits) {
+    QTextLine line = layout->createLine();
+    if (!line.isValid()) {
+      break;
+    }
+    line.setLineWidth(box.width());
+    line.setPosition(QPointF(0, height_));
+    height_ += std::ceil(line.height());
+    const QRectF ink = InkOf(line);
+    const qreal bottom = style.lines == Lines::One ? ink.height() : std::min(ink.bottom(), height_);
+    fits = bottom <= box.height() + kTolerance &&
+           (style.lines == Lines::Many || line.naturalTextWidth() <= box.width() + kTolerance);
+  }
+  layout->endLayout();
+  return fits;
+}
+
+/// Sets the last line anew that still fits, with what follows it cut off behind an ellipsis.
+void FittedText::CutOff(const Style& style, const QSizeF& box) {
+  const auto lastFits = [&] {
+    const QTextLine line = paragraphs_.back()->lineAt(paragraphs_.back()->lineCount() - 1);
+    return std::min(InkOf(line).bottom(), line.y() + line.height()) <= box.height() + kTolerance;
+  };
+  QTextLayout* last = paragraphs_.back().get();
+  int lines = last->lineCount();
+  if (style.lines == Lines::Many && !lastFits()) {
+    --lines;
+    if (lines == 0 && paragraphs_.size() > 1) {
+      paragraphs_.pop_back();
+      last = paragraphs_.back().get();
+      lines = last->lineCount();
+    }
+  }
+  lines = std::max(lines, 1);
+  const QTextLine line = last->lineAt(lines - 1);
+  const QString text = last->text();
+  const QString rest = text.mid(line.textStart()) + QChar(0x2026);
+  const QString cut = QFontMetricsF(style.font).elidedText(rest, Qt::ElideRight, box.width());
+  const QString shown = text.left(line.textStart()) + cut;
+  paragraphs_.pop_back();
+  height_ = paragraphs_.empty() ? 0 : last->lineAt(0).y();
+  LayParagraph(shown, style, QSizeF(box.width(), kEndless));
+}
+
+void FittedText::CentreLine(const QSizeF& box) {
+  QTextLine line = paragraphs_.front()->lineAt(0);
+  if (!line.isValid()) {
+    return;
+  }
+  qreal top = std::floor((box.height() - line.height()) / 2);
+  const QRectF ink = InkOf(line);
+  if (!ink.isEmpty()) {
+    top = std::min(top, std::floor(box.height() - ink.bottom()));
+    top = std::max(top, -std::floor(ink.top()));
+  }
+  line.setPosition(QPointF(0, top));
+}
+
+void FittedText::Draw(QPainter& painter, const QPointF& origin) const {
+  for (const auto& paragraph : paragraphs_) {
+    paragraph->draw(&painter, origin);
+  }
+}
+
+FittedCaption FitCaption(const QString& text, QFont font, int floorPixels, qreal width) {
+  QString letters = WithLineFeeds(text);
+  letters.replace(u'\n', u' ');
+  const auto fits = [&] { return QFontMetricsF(font).horizontalAdvance(letters) <= width; };
+  while (!fits() && font.pixelSize() > floorPixels) {
+    font.setPixelSize(font.pixelSize() - 1);
+  }
+  if (fits()) {
+    return {font, letters, true};
+  }
+  return {font, QFontMetricsF(font).elidedText(letters, Qt::ElideRight, width), false};
+}
+
+QSizeF SizeOfText(const QString& text, const QFont& font, qreal width) {
+  QSizeF size;
+  FittedText::Style style{font, Qt::AlignLeft, FittedText::Lines::Many};
+  for (const QString& paragraph : WithLineFeeds(text).split(u'\n')) {
+    QTextLayout layout(paragraph, font);
+    layout.setTextOption(OptionFor(paragraph, style));
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+      line.setLineWidth(width);
+      size.setHeight(size.height() + std::ceil(line.height()));
+      size.setWidth(std::max(size.width(), line.naturalTextWidth()));
+    }
+    layout.endLayout();
+  }
+  return size;
+}
+
+}  // namespace zephin

@@ -1,0 +1,69 @@
+#include "platform/qt/look.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QToolTip>
+#include <algorithm>
+
+namespace zephin {
+namespace {
+
+constexpr int kNothingSmaller = 7;
+
+QPalette LightPalette() {
+  QPalette palette(QColor(0xF2, 0xF2, 0xF2), QColor(0xEC, 0xEC, 0xEC));
+  palette.setColor(QPalette::WindowText, Qt::black);
+  palette.setColor(QPalette::Text, Qt::black);
+  palette.setColor(QPalette::ButtonText, Qt::black);
+  palette.setColor(QPalette::Base, Qt::white);
+  palette.setColor(QPalette::AlternateBase, QColor(0xF5, 0xF5, 0xF5));
+  palette.setColor(QPalette::Highlight, QColor(0x2F, 0x6F, 0xD0));
+  palette.setColor(QPalette::HighlightedText, Qt::white);
+  palette.setColor(QPalette::Link, QColor(0x00, 0x00, 0xFF));
+  palette.setColor(QPalette::LinkVisited, QColor(0x00, 0x00, 0xFF));
+  palette.setColor(QPalette::PlaceholderText, QColor(0x80, 0x80, 0x80));
+  palette.setColor(QPalette::ToolTipBase, QColor(0xFF, 0xFF, 0xE8));
+  palette.setColor(QPalette::ToolTipText, Qt::black);
+  for (const QPalette::ColorRole role :
+       {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    palette.setColor(QPalette::Disabled, role, QColor(0x90, 0x90, 0x90));
+  }
+  return palette;
+}
+
+}  // namespace
+
+void SetUpLook(QApplication& application) {
+  QApplication::setStyle(QStringLiteral("Fusion"));
+  const QPalette palette = LightPalette();
+  QApplication::setPalette(palette);
+  QToolTip::setPalette(palette);
+  QApplication::setFont(SystemFont());
+  QToolTip::setFont(SystemFont());
+  // Standard dialogs would otherwise show icons of the user's theme in their menus.
+  QApplication::setAttribute(Qt::AA_DontShowIconsInMenus);
+  application.setQuitOnLastWindowClosed(false);
+}
+
+QFont SystemFont(int pixels) {
+  static const QFont kFont = [] {
+    QFont font;
+    // By the height of their lines: the first ones fill the fixed boxes best.
+    font.setFamilies({QStringLiteral("Liberation Sans"), QStringLiteral("Arimo"),
+                      QStringLiteral("DejaVu Sans"), QStringLiteral("Noto Sans"),
+                      QStringLiteral("Sans")});
+    font.setPixelSize(kSystemFontPixels);
+    return font;
+  }();
+  QFont font = kFont;
+  if (pixels > 0) {
+    font.setPixelSize(pixels);
+  }
+  return font;
+}
+
+int SmallestReadable(int pixels) {
+  return std::min(pixels, std::max(kNothingSmaller, pixels * 3 / 4));
+}
+
+}  // namespace zephin

@@ -1,0 +1,80 @@
+#include "platform/qt/message_window.h"
+
+#include <QAccessible>
+#include <QGuiApplication>
+#include <QPlainTextEdit>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/qt/look.h"
+#include "platform/qt/placement.h"
+#include "platform/qt/qt_string.h"
+#include "platform/qt/widgets.h"
+
+namespace zephin {
+namespace {
+
+constexpr int kMargin = 20;
+constexpr int kWidest = 420;
+constexpr int kNarrowest = 240;
+constexpr qsizetype kLongestUnscrolled = 4000;
+constexpr QSize kButtonSize(80, 22);
+
+}  // namespace
+
+MessageWindow::MessageWindow(const QString& title, const QString& text)
+    : QDialog(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint) {
+  setWindowTitle(AsWindowTitle(title));
+  auto* button = new CaptionButton(this);
+  button->SetCaption(QStringLiteral("OK"));
+  button->setFixedSize(kButtonSize);
+  button->setDefault(true);
+  connect(button, &QPushButton::clicked, this, &QDialog::accept);
+
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  layout->setSpacing(kMargin);
+  layout->setSizeConstraint(QLayout::SetFixedSize);
+  layout->addWidget(MakeText(text));
+  layout->addWidget(button, 0, Qt::AlignRight);
+  button->setFocus();
+}
+
+QWidget* MessageWindow::MakeText(const QString& text) {
+  const QSize screen = QGuiApplication::primaryScreen()->availableSize();
+  const int widest = std::min(kWidest, screen.width() - 4 * kMargin);
+  const int highest = screen.height() - 8 * kMargin;
+  if (text.size() <= kLongestUnscrolled) {
+    const QSizeF size = SizeOfText(text, SystemFont(), widest);
+    if (size.height() <= highest) {
+      auto* label = new TextWidget(this);
+      label->setFixedSize(std::max(kNarrowest, static_cast<int>(std::ceil(size.width())) + 1),
+                          static_cast<int>(std::ceil(size.height())) + 2);
+      label->SetText(text, {SystemFont(), Qt::AlignLeft, FittedText::Lines::Many}, Qt::black);
+      return label;
+    }
+  }
+  auto* scrolled = new QPlainTextEdit(text, this);
+  scrolled->setReadOnly(true);
+  scrolled->setTabChangesFocus(true);
+  scrolled->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  scrolled->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  scrolled->setFixedSize(widest, std::min(highest, kWidest));
+  scrolled->setAccessibleName(windowTitle());
+  return scrolled;
+}
+
+void MessageWindow::Run(QWidget* over) {
+  adjustSize();
+  PlaceInMiddle(*this, over);
+  PutAbove(*this, over);
+  setWindowModality(Qt::ApplicationModal);
+  show();
+  QAccessibleEvent alert(this, QAccessible::Alert);
+  QAccessible::updateAccessibility(&alert);
+  exec();
+}
+
+}  // namespace zephin

@@ -1,0 +1,54 @@
+#include "platform/qt/placement.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWidget>
+#include <QWindow>
+#include <algorithm>
+
+namespace zephin {
+namespace {
+
+constexpr int kCentreOfScreen = 4;
+/// What a window manager's frame commonly takes.
+constexpr int kTitleBarHeight = 30;
+constexpr int kFrameWidth = 4;
+
+QRect Room(const QWidget* over) {
+  const QScreen* screen = over != nullptr ? over->screen() : QGuiApplication::primaryScreen();
+  return screen->availableGeometry().adjusted(kFrameWidth, kTitleBarHeight, -kFrameWidth,
+                                              -kFrameWidth);
+}
+
+void FitScreen(QWidget& widget, const QRect& room) {
+  widget.resize(widget.size().boundedTo(room.size()).expandedTo(widget.minimumSize()));
+}
+
+}  // namespace
+
+void Place(QWidget& widget, const Window& model, QWidget* over) {
+  if (model.HasPosition()) {
+    widget.setGeometry(QRect(QPoint(model.Left(), model.Top()), widget.size()));
+    return;
+  }
+  if (model.Resizeable()) {
+    FitScreen(widget, Room(over));
+  }
+  PlaceInMiddle(widget, model.DefaultLocation() == kCentreOfScreen ? nullptr : over);
+}
+
+void PlaceInMiddle(QWidget& widget, QWidget* over) {
+  const QRect room = Room(over);
+  QRect place(QPoint(0, 0), widget.size());
+  place.moveCenter(over != nullptr ? over->geometry().center() : room.center());
+  place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() - place.width() + 1)));
+  place.moveTop(std::max(room.top(), std::min(place.top(), room.bottom() - place.height() + 1)));
+  widget.setGeometry(place);
+}
+
+void PutAbove(QWidget& widget, QWidget* over) {
+  widget.winId();  // Has the toolkit make the window, which it otherwise does when it is shown.
+  widget.windowHandle()->setTransientParent(over == nullptr ? nullptr : over->windowHandle());
+}
+
+}  // namespace zephin

@@ -1,0 +1,188 @@
+#include "platform/qt/qt_desktop.h"
+
+#include <QAccessible>
+#include <QApplication>
+
+#include "platform/framework/application.h"
+#include "platform/framework/window.h"
+#include "platform/qt/accessibility.h"
+#include "platform/qt/answer_keys.h"
+#include "platform/qt/folder_dialog.h"
+#include "platform/qt/look.h"
+#include "platform/qt/message_window.h"
+#include "platform/qt/qt_string.h"
+#include "platform/qt/session.h"
+#include "platform/qt/window_peer.h"
+
+namespace zephin {
+namespace {
+
+/// Long enough for any display to show a window.
+constexpr int kExposePatience = 500;
+
+/// Paints before it returns. A window that has just been shown is on the display only when that
+/// says so.
+void PaintNow(QWidget& widget) {
+  if (widget.isVisible()) {
+    WaitForExposed(*widget.window(), kExposePatience);
+    widget.repaint();
+    FlushDisplay();
+  }
+}
+
+/// What the kind of a failure means to a user.
+QString InPlainWords(const String& kind) {
+  const QString name = ToQString(kind);
+  if (name == QLatin1String("NilObjectException")) {
+    return QStringLiteral("something that it needs is missing (%1)").arg(name);
+  }
+  if (name == QLatin1String("OutOfBoundsException")) {
+    return QStringLiteral("a list has fewer entries than it needs (%1)").arg(name);
+  }
+  if (name == QLatin1String("OutOfMemoryException")) {
+    return QStringLiteral("there is not enough memory (%1)").arg(name);
+  }
+  return QStringLiteral("an error of the kind %1 has occurred").arg(name);
+}
+
+}  // namespace
+
+bool QtDesktop::DisplayIsThere() {
+  return zephin::DisplayIsThere();
+}
+
+QtDesktop::QtDesktop(int argc, char** argv)
+    : programName_(argc > 0 ? argv[0] : "Setup"), argv_{programName_.data(), nullptr} {
+  EndAlwaysWithStatus0();
+  application_ = MakeApplication(argc_, argv_.data());
+  SetUpLook(*application_);
+  SetUpAccessibility();
+  keys_ = std::make_unique<KeyFilter>();
+  application_->installEventFilter(keys_.get());
+}
+
+QtDesktop::~QtDesktop() {
+  for (const auto& [model, peer] : peers_) {
+    delete peer;
+  }
+}
+
+WindowPeer* QtDesktop::Find(const Window& window) const {
+  const auto found = peers_.find(&window);
+  return found == peers_.end() ? nullptr : found->second;
+}
+
+WindowPeer& QtDesktop::FindOrMake(Window& window) {
+  WindowPeer*& peer = peers_[&window];
+  if (peer == nullptr) {
+    peer = new WindowPeer(window);
+  }
+  return *peer;
+}
+
+QWidget* QtDesktop::TopWindow() const {
+  if (QWidget* modal = QApplication::activeModalWidget()) {
+    return modal;
+  }
+  for (const auto& [model, peer] : peers_) {
+    if (peer->isVisible()) {
+      return peer;
+    }
+  }
+  return nullptr;
+}
+
+QString QtDesktop::MessageTitle() const {
+  const Window* titled = nullptr;
+  for (const auto& [model, peer] : peers_) {
+    if (model->ClosesAsQuit() || titled == nullptr) {
+      titled = model;
+    }
+  }
+  return titled == nullptr ? QStringLiteral("Install") : ToQString(titled->Title());
+}
+
+void QtDesktop::ShowWindow(Window& window) {
+  QWidget* top = TopWindow();
+  FindOrMake(window).Appear(top);
+}
+
+void QtDesktop::HideWindow(Window& window) {
+  if (WindowPeer* peer = Find(window)) {
+    peer->Disappear();
+  }
+}
+
+void QtDesktop::RunModal(Window& window) {
+  QWidget* top = TopWindow();
+  FindOrMake(window).RunModal(top);
+}
+
+void QtDesktop::RefreshWindow(Window& window, Repaint when) {
+  WindowPeer* peer = Find(window);
+  if (peer == nullptr) {
+    return;
+  }
+  peer->Update();
+  if (when == Repaint::Now) {
+    PaintNow(*peer);
+  }
+}
+
+void QtDesktop::RefreshControl(Control& control, Repaint when) {
+  const WindowPeer* window = control.Owner() == nullptr ? nullptr : Find(*control.Owner());
+  ControlPeer* peer = window == nullptr ? nullptr : window->PeerOf(control);
+  if (peer == nullptr) {
+    return;
+  }
+  peer->Update();
+  if (when == Repaint::Now) {
+    PaintNow(peer->Widget());
+  } else {
+    peer->Widget().update();
+  }
+}
+
+void QtDesktop::FocusWindow(Window& window) {
+  if (WindowPeer* peer = Find(window)) {
+    peer->raise();
+    peer->activateWindow();
+  }
+}
+
+void QtDesktop::WindowChanged(Window& window) {
+  if (WindowPeer* peer = Find(window)) {
+    peer->Update();
+  }
+}
+
+void QtDesktop::ControlChanged(Control& control) {
+  if (WindowPeer* window = Find(*control.Owner())) {
+    window->UpdateControl(control);
+  }
+}
+
+void QtDesktop::ForgetWindow(Window& window) {
+  if (WindowPeer* peer = Find(window)) {
+    peers_.erase(&window);
+    peer->Forget();
+    // One of its handlers may be what lets the window go.
+    peer->deleteLater();
+  }
+}
+
+void QtDesktop::ShowMessage(const String& text) {
+  MessageWindow(MessageTitle(), ToQString(text)).Run(TopWindow());
+}
+
+Ref<FolderItem> QtDesktop::SelectFolder(const SelectFolderDialog& dialog) {
+  return RunFolderDialog(dialog, TopWindow());
+}
+
+void QtDesktop::ReportFailure(const String& kind) {
+  const QString text =
+      QStringLiteral("The installer can't go on: %1.\n\nIt will end now.").arg(InPlainWords(kind));
+  MessageWindow(MessageTitle(), text).Run(TopWindow());
+}
+
+}  // namespace zephin

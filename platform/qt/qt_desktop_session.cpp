@@ -1,0 +1,106 @@
+#include <QApplication>
+#include <QEventLoop>
+#include <QTimer>
+#include <cstdio>
+#include <ctime>
+#include <tuple>
+
+#include <unistd.h>
+
+#include "platform/framework/application.h"
+#include "platform/framework/launcher.h"
+#include "platform/qt/answer_keys.h"
+#include "platform/qt/clipboard_text.h"
+#include "platform/qt/qt_desktop.h"
+#include "platform/qt/qt_string.h"
+#include "platform/qt/session.h"
+#include "platform/qt/window_peer.h"
+
+namespace zephin {
+namespace {
+
+constexpr int kYieldSlice = 10;  ///< Milliseconds.
+constexpr std::int64_t kTicksPerSecond = 60;
+constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
+
+}  // namespace
+
+String QtDesktop::ClipboardText() {
+  return ReadClipboardText();
+}
+
+void QtDesktop::SetClipboardText(const String& text) {
+  WriteClipboardText(text);
+}
+
+void QtDesktop::LaunchItem(const FolderItem& item, bool /*activate*/) {
+  const std::vector<std::string> command =
+      CommandToOpen(item.NativePath().Bytes(), App().Facts().helpersFolder);
+  if (!command.empty()) {
+    std::ignore = StartDetached(command);  // A launch has no result.
+  }
+}
+
+void QtDesktop::OpenAddress(const String& address) {
+  const std::string utf8 = ToQString(address).toUtf8().toStdString();
+  // What begins so would be an option of the opener.
+  if (utf8.empty() || utf8.front() == '-') {
+    return;
+  }
+  for (const char* opener : {"xdg-open", "x-www-browser"}) {
+    if (StartDetached({opener, utf8})) {
+      return;
+    }
+  }
+}
+
+void QtDesktop::BringToFront() {
+  if (QWidget* top = TopWindow()) {
+    top->raise();
+    top->activateWindow();
+  }
+}
+
+void QtDesktop::SetMouseCursor(MouseCursor cursor) {
+  const bool waits = QGuiApplication::overrideCursor() != nullptr;
+  if (cursor == MouseCursor::Wait && !waits) {
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+  } else if (cursor == MouseCursor::Arrow && waits) {
+    QGuiApplication::restoreOverrideCursor();
+  }
+  FlushDisplay();  // What follows may work for long without a look at the events.
+}
+
+std::int64_t QtDesktop::Ticks() {
+  timespec now{};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  return now.tv_sec * kTicksPerSecond + now.tv_nsec * kTicksPerSecond / kNanosecondsPerSecond;
+}
+
+void QtDesktop::LetEventsRun(int milliseconds) {
+  QCoreApplication::processEvents();
+  if (milliseconds > 0) {
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
+  }
+}
+
+int QtDesktop::YieldSlice() const {
+  return kYieldSlice;
+}
+
+void QtDesktop::RunEventLoop() {
+  QApplication::exec();
+}
+
+void QtDesktop::EndRun(int status) {
+  for (const auto& [model, peer] : peers_) {
+    peer->hide();
+  }
+  HandClipboardOver(App().Facts().helpersFolder);
+  std::fflush(nullptr);
+  _exit(status);
+}
+
+}  // namespace zephin

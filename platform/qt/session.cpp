@@ -1,0 +1,110 @@
+#include "platform/qt/session.h"
+
+#include <unistd.h>
+#include <xcb/xcb.h>
+
+#include <QElapsedTimer>
+#include <QWidget>
+#include <QWindow>
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace zephin {
+namespace {
+
+extern "C" void EndWithStatus0() {
+  _exit(0);
+}
+
+extern "C" void EndOnSignal(int /*signal*/) {
+  _exit(0);
+}
+
+/// Takes variables out of the environment, or sets them, for as long as it lives.
+class ChangedEnvironment {
+ public:
+  using Change = std::pair<const char*, const char*>;  ///< Name and value; null: none.
+
+  explicit ChangedEnvironment(std::initializer_list<Change> changes) {
+    for (const auto& [name, value] : changes) {
+      const char* before = std::getenv(name);
+      before_.emplace_back(name,
+                           before == nullptr ? std::nullopt : std::optional<std::string>(before));
+      Put(name, value);
+    }
+  }
+  ~ChangedEnvironment() {
+    for (const auto& [name, value] : before_) {
+      Put(name, value ? value->c_str() : nullptr);
+    }
+  }
+  ChangedEnvironment(const ChangedEnvironment&) = delete;
+  ChangedEnvironment& operator=(const ChangedEnvironment&) = delete;
+
+ private:
+  static void Put(const char* name, const char* value) {
+    if (value == nullptr) {
+      unsetenv(name);
+    } else {
+      setenv(name, value, 1);
+    }
+  }
+
+  std::vector<std::pair<const char*, std::optional<std::string>>> before_;
+};
+
+}  // namespace
+
+bool DisplayIsThere() {
+  xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+  const bool there = xcb_connection_has_error(connection) == 0;
+  xcb_disconnect(connection);
+  return there;
+}
+
+void EndAlwaysWithStatus0() {
+  std::atexit(EndWithStatus0);
+  for (const int signal : {SIGABRT, SIGHUP, SIGINT, SIGTERM}) {
+    std::signal(signal, EndOnSignal);
+  }
+}
+
+std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
+  const ChangedEnvironment ours({
+      {"QT_QPA_PLATFORM", "xcb"},
+      {"QT_QPA_PLATFORM_PLUGIN_PATH", nullptr},
+      {"QT_QPA_PLATFORMTHEME", nullptr},
+      {"QT_QPA_GENERIC_PLUGINS", nullptr},
+      {"QT_PLUGIN_PATH", nullptr},
+      {"QT_STYLE_OVERRIDE", nullptr},
+      {"QT_XCB_GL_INTEGRATION", "none"},  // Nothing here is drawn by OpenGL; finding it takes time.
+      // By the desktop's name the toolkit would choose its theme.
+      {"XDG_CURRENT_DESKTOP", nullptr},
+      {"DESKTOP_SESSION", nullptr},
+      {"KDE_FULL_SESSION", nullptr},
+      {"GNOME_DESKTOP_SESSION_ID", nullptr},
+  });
+  return std::make_unique<QApplication>(argc, argv);
+}
+
+void WaitForExposed(const QWidget& window, int milliseconds) {
+  QElapsedTimer waited;
+  waited.start();
+  while (window.windowHandle() != nullptr && !window.windowHandle()->isExposed() &&
+         waited.elapsed() < milliseconds) {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 10);
+  }
+}
+
+void FlushDisplay() {
+  if (const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()) {
+    xcb_flush(x11->connection());
+  }
+}
+
+}  // namespace zephin

@@ -1,0 +1,218 @@
+#include "platform/qt/window_peer.h"
+
+#include <QCloseEvent>
+#include <QPainter>
+#include <QPushButton>
+#include <algorithm>
+
+#include "platform/framework/application.h"
+#include "platform/framework/controls.h"
+#include "platform/qt/picture_image.h"
+#include "platform/qt/placement.h"
+#include "platform/qt/qt_string.h"
+
+namespace zephin {
+namespace {
+
+/// A frame with a title and nothing that closes, hides or enlarges the window, unless it may.
+Qt::WindowFlags FrameOf(const Window& model) {
+  Qt::WindowFlags flags = Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+  // The main window is a window of the session's task list, the others are dialogs.
+  flags |= model.ClosesAsQuit() ? Qt::Window : Qt::Dialog;
+  flags.setFlag(Qt::WindowCloseButtonHint, model.HasCloseButton());
+  return flags;
+}
+
+bool IsPressable(const PushButton& button) {
+  return button.Visible() && button.Enabled();
+}
+
+/// The first button, in the order of their creation, of which `is` holds; null if none.
+template <class Predicate>
+const PushButton* FindButton(const Window& model, Predicate is) {
+  for (const Ref<Control>& control : model.Controls()) {
+    const auto* button = dynamic_cast<const PushButton*>(&*control);
+    if (button != nullptr && is(*button)) {
+      return button;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+WindowPeer::WindowPeer(Window& model) : QDialog(nullptr, FrameOf(model)), model_(&model) {
+  for (const Ref<Control>& control : model.Controls()) {
+    peers_.push_back(MakePeer(*control, *this));
+    peersByControl_[&*control] = peers_.back().get();
+  }
+  Update();
+  for (const auto& peer : peers_) {
+    peer->Update();
+  }
+  SetTabOrder();
+}
+
+void WindowPeer::Update() {
+  const QString title = AsWindowTitle(ToQString(model_->Title()));
+  if (title != windowTitle()) {
+    setWindowTitle(title);
+    // Pages bear the window's title as their name.
+    for (const auto& peer : peers_) {
+      peer->Update();
+    }
+  }
+  if (model_->HasBackgroundColor()) {
+    QPalette colors = palette();
+    colors.setColor(QPalette::Window, QColor::fromRgb(model_->BackgroundColor()));
+    setPalette(colors);
+  }
+  UpdateSize();
+  UpdatePosition();
+  backdrop_ = ImageOf(model_->Backdrop(), size());
+  UpdateDefaultButton();
+  update();
+}
+
+void WindowPeer::UpdateSize() {
+  const QSize wanted(model_->Width(), model_->Height());
+  if (model_->Resizeable()) {
+    setMinimumSize(model_->MinimumWidth(), model_->MinimumHeight());
+    setMaximumSize(model_->MaximumWidth(), model_->MaximumHeight());
+    resize(wanted);
+  } else {
+    setFixedSize(wanted);
+  }
+}
+
+void WindowPeer::UpdatePosition() {
+  const QPoint wanted(model_->Left(), model_->Top());
+  if (model_->HasPosition() && wanted != position_) {
+    position_ = wanted;
+    setGeometry(QRect(wanted, size()));
+  }
+}
+
+void WindowPeer::UpdateDefaultButton() {
+  const PushButton* chosen =
+      FindButton(*model_, [](const PushButton& button) { return button.Default(); });
+  for (const auto& peer : peers_) {
+    if (auto* button = qobject_cast<QPushButton*>(&peer->Widget())) {
+      button->setDefault(&peer->Model() == chosen);
+    }
+  }
+}
+
+void WindowPeer::SetTabOrder() {
+  std::vector<ControlPeer*> order;
+  for (const auto& peer : peers_) {
+    if (peer->Model().TabIndex() >= 0 || peer->ComesLastInTabOrder()) {
+      order.push_back(peer.get());
+    } else {
+      peer->Widget().setFocusPolicy(Qt::NoFocus);
+    }
+  }
+  std::stable_sort(order.begin(), order.end(), [](const ControlPeer* a, const ControlPeer* b) {
+    const auto rank = [](const ControlPeer* peer) {
+      return std::pair(peer->ComesLastInTabOrder(), peer->Model().TabIndex());
+    };
+    return rank(a) < rank(b);
+  });
+  for (std::size_t i = 1; i < order.size(); ++i) {
+    QWidget::setTabOrder(&order[i - 1]->Widget(), &order[i]->Widget());
+  }
+}
+
+ControlPeer* WindowPeer::PeerOf(const Control& control) const {
+  const auto found = peersByControl_.find(&control);
+  return found == peersByControl_.end() ? nullptr : found->second;
+}
+
+void WindowPeer::UpdateControl(const Control& control) {
+  if (ControlPeer* peer = PeerOf(control)) {
+    peer->Update();
+    UpdateDefaultButton();
+  }
+}
+
+void WindowPeer::Appear(QWidget* over) {
+  if (!isVisible()) {
+    Place(*this, *model_, over);
+    PutAbove(*this, over);
+  }
+  show();
+}
+
+void WindowPeer::Disappear() {
+  hide();
+  for (QEventLoop* loop : modalLoops_) {
+    loop->quit();
+  }
+}
+
+void WindowPeer::RunModal(QWidget* over) {
+  if (isVisible() && windowModality() != Qt::ApplicationModal) {
+    hide();  // The toolkit takes a change of modality only before a window is shown.
+  }
+  setWindowModality(Qt::ApplicationModal);
+  Appear(over);
+  QEventLoop loop;
+  modalLoops_.push_back(&loop);
+  loop.exec();
+  std::erase(modalLoops_, &loop);
+}
+
+void WindowPeer::Forget() {
+  Disappear();
+  peersByControl_.clear();
+  peers_.clear();
+  model_ = nullptr;
+}
+
+void WindowPeer::Press(const PushButton* button) {
+  if (button != nullptr && IsPressable(*button)) {
+    static_cast<QPushButton&>(PeerOf(*button)->Widget()).click();
+  }
+}
+
+void WindowPeer::PressDefault() {
+  Press(FindButton(*model_, [](const PushButton& button) { return button.Default(); }));
+}
+
+void WindowPeer::PressCancel() {
+  Press(FindButton(
+      *model_, [](const PushButton& button) { return button.Cancel() && IsPressable(button); }));
+}
+
+void WindowPeer::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (model_ == nullptr) {
+    return;
+  }
+  if (model_->ClosesAsQuit()) {
+    ChooseQuit();
+  } else if (model_->HasCloseButton()) {
+    App().CallHandler([this] {
+      if (!model_->Event_CancelClose(false)) {
+        model_->Hide();
+      }
+    });
+  }
+}
+
+void WindowPeer::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  painter.drawImage(QPoint(0, 0), backdrop_);
+}
+
+void WindowPeer::resizeEvent(QResizeEvent* /*event*/) {
+  if (model_ == nullptr || !model_->Resizeable() ||
+      (width() == model_->Width() && height() == model_->Height())) {
+    return;
+  }
+  model_->ResizedByUser(width(), height());
+  backdrop_ = ImageOf(model_->Backdrop(), size());
+}
+
+}  // namespace zephin
