@@ -3,6 +3,7 @@
 #include <iconv.h>
 #include <utf8proc.h>
 
+#include <array>
 #include <cstring>
 
 #include "platform/framework/mac_roman.h"
@@ -55,10 +56,10 @@ Character DecodeUtf16(std::string_view bytes, std::size_t offset) {
 }
 
 void AppendUtf8(std::string& bytes, std::uint32_t code) {
-  utf8proc_uint8_t buffer[4];
-  const utf8proc_ssize_t size = utf8proc_encode_char(static_cast<utf8proc_int32_t>(code),
-                                                     static_cast<utf8proc_uint8_t*>(buffer));
-  bytes.append(reinterpret_cast<const char*>(buffer), static_cast<std::size_t>(size));
+  std::array<utf8proc_uint8_t, 4> buffer{};
+  const utf8proc_ssize_t size =
+      utf8proc_encode_char(static_cast<utf8proc_int32_t>(code), buffer.data());
+  bytes.append(buffer.begin(), buffer.begin() + size);
 }
 
 void AppendUtf16Unit(std::string& bytes, std::uint32_t unit) {
@@ -102,20 +103,21 @@ class Converter {
   }
 
  private:
-  bool IsOpen() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
+  bool IsOpen() const {
+    return handle_ != reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr): so told
+  }
 
   iconv_t handle_;
 };
 
-/// By the characters, for a pair that has Mac Roman in it (mac_roman.cpp says why).
+/// By the characters, for a pair that has Mac Roman in it (mac_roman.cpp says why). It lacks all
+/// that is invalid elsewhere.
 std::optional<std::string> TranscodeCharacters(std::string_view bytes, Encoding from, Encoding to) {
   std::string converted;
   converted.reserve(bytes.size());
   for (std::size_t offset = 0; offset < bytes.size();) {
     const Character character = DecodeCharacter(bytes, offset, from);
-    const bool isSurrogate = IsHighSurrogate(character.code) || IsLowSurrogate(character.code);
-    if (character.code >= kRawByte || isSurrogate ||
-        !AppendCharacter(converted, character.code, to)) {
+    if (!AppendCharacter(converted, character.code, to)) {
       return std::nullopt;
     }
     offset += character.size;
