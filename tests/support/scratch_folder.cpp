@@ -1,0 +1,58 @@
+#include "tests/support/scratch_folder.h"
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+namespace zephin::test {
+namespace fs = std::filesystem;
+
+ScratchFolder::ScratchFolder() {
+  std::string name = (fs::temp_directory_path() / "zephin-test-XXXXXX").string();
+  if (mkdtemp(name.data()) == nullptr) {
+    throw std::runtime_error("no scratch folder: " + name);
+  }
+  path_ = fs::canonical(name);
+}
+
+ScratchFolder::~ScratchFolder() {
+  // Folders that a test has closed are opened again, so that all can go.
+  std::error_code ignored;
+  fs::permissions(path_, fs::perms::owner_all, fs::perm_options::add, ignored);
+  for (auto at = fs::recursive_directory_iterator(path_, ignored); at != fs::end(at);
+       at.increment(ignored)) {
+    if (at->is_directory(ignored) && !at->is_symlink(ignored)) {
+      fs::permissions(at->path(), fs::perms::owner_all, fs::perm_options::add, ignored);
+    }
+  }
+  fs::remove_all(path_, ignored);
+}
+
+void WriteFile(const fs::path& path, const std::string& content) {
+  fs::create_directories(path.parent_path());
+  std::ofstream(path, std::ios::binary) << content;
+}
+
+std::string ReadFile(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  EXPECT_TRUE(file.is_open()) << path;
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::map<std::string, std::string> Tree(const fs::path& folder) {
+  std::map<std::string, std::string> tree;
+  for (const auto& item : fs::recursive_directory_iterator(folder)) {
+    std::string& content = tree[item.path().lexically_relative(folder).string()];
+    if (item.is_symlink()) {
+      content = "-> " + fs::read_symlink(item.path()).string();
+    } else {
+      content = item.is_directory() ? "/" : ReadFile(item.path());
+    }
+  }
+  return tree;
+}
+
+}  // namespace zephin::test

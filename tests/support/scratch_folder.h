@@ -1,0 +1,35 @@
+#ifndef TESTS_SUPPORT_SCRATCH_FOLDER_H_
+#define TESTS_SUPPORT_SCRATCH_FOLDER_H_
+
+#include <filesystem>
+#include <map>
+#include <string>
+
+namespace zephin::test {
+
+/// A folder of its own for a test, in which everything may be made; it goes with the object.
+class ScratchFolder {
+ public:
+  ScratchFolder();
+  ~ScratchFolder();
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+  /// Absolute, links resolved.
+  const std::filesystem::path& Path() const { return path_; }
+  std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+/// Makes a file of that content, with the folders above it.
+void WriteFile(const std::filesystem::path& path, const std::string& content);
+/// The content of a file; fails the test if it can't be read.
+std::string ReadFile(const std::filesystem::path& path);
+/// Everything below a folder: relative path to content, "/" for folders, "-> target" for links.
+std::map<std::string, std::string> Tree(const std::filesystem::path& folder);
+
+}  // namespace zephin::test
+
+#endif  // TESTS_SUPPORT_SCRATCH_FOLDER_H_

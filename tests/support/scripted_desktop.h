@@ -1,0 +1,118 @@
+#ifndef TESTS_SUPPORT_SCRIPTED_DESKTOP_H_
+#define TESTS_SUPPORT_SCRIPTED_DESKTOP_H_
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/framework/application.h"
+#include "platform/framework/desktop.h"
+#include "platform/framework/window.h"
+
+namespace zephin::test {
+
+/// Thrown by EndRun in place of the end of the process.
+struct RunEnded {
+  int status;
+};
+
+/// When the scripted handler of ".zip" files expands one.
+enum class Expansion { BeforeLaunchReturns, Never };
+
+/// A desktop without a screen, whose user follows a script: each modal window, message and folder
+/// dialog is answered by the next answer of a queue, which names what it is for. One without an
+/// answer fails the test at once, and an answer left over fails it at the end. The clock is virtual
+/// and moves only as the program waits. Archives are expanded by the real expander; every other
+/// launch is only written down.
+class ScriptedDesktop : public Desktop {
+ public:
+  using WindowAnswer = std::function<void(Window&)>;
+
+  ~ScriptedDesktop() override;
+
+  // The script.
+  /// The next modal window has that title; `answer` is given it and must have it hidden.
+  void ExpectWindow(const std::string& title, WindowAnswer answer);
+  /// The same, answered by pressing the button of that name.
+  void ExpectWindow(const std::string& title, const std::string& buttonToPress);
+  /// The next message has exactly that text.
+  void ExpectMessage(const std::string& text);
+  /// The next folder dialog is answered with that path; an empty one cancels it.
+  void ExpectFolderDialog(const std::string& path);
+  /// Has `act` called by a user at that time of the virtual clock, in milliseconds from now.
+  void After(std::int64_t milliseconds, std::function<void()> act);
+  /// What the user does in the main event loop, in order. When all is done the run ends with
+  /// status -1.
+  void InEventLoop(std::function<void()> act) { eventLoop_.push_back(std::move(act)); }
+  void SetExpansion(Expansion expansion) { expansion_ = expansion; }
+  /// Called after each launch has been written down, before an archive is expanded.
+  std::function<void(const std::string& path)> onLaunch;
+  /// Looks at a folder dialog before it is answered.
+  std::function<void(const SelectFolderDialog&)> onFolderDialog;
+
+  // What has happened.
+  std::vector<std::string> launched;
+  std::vector<std::string> opened;
+  std::vector<std::string> failures;  ///< Kinds of failure that were reported.
+  std::string clipboard;
+  MouseCursor cursor = MouseCursor::Arrow;
+  int bringToFrontCalls = 0;
+  std::int64_t milliseconds = 0;  ///< The virtual clock.
+  bool IsShown(const Window& window) const;
+
+  // The user's hands.
+  /// Presses the button; a test fails if the user couldn't (hidden, disabled, not there).
+  static void Press(Window& window, const std::string& button);
+  /// The first window that was shown: the program's main one. There must be one.
+  Window& Main() const { return *main_; }
+  void PressInMain(const std::string& button) { Press(Main(), button); }
+
+  void ShowWindow(Window& window) override;
+  void HideWindow(Window& window) override { shown_[&window] = false; }
+  void RunModal(Window& window) override;
+  void RefreshWindow(Window& /*window*/, Repaint /*when*/) override {}
+  void RefreshControl(Control& /*control*/, Repaint /*when*/) override {}
+  void FocusWindow(Window& /*window*/) override {}
+  void WindowChanged(Window& /*window*/) override {}
+  void ControlChanged(Control& /*control*/) override {}
+  void ForgetWindow(Window& window) override { shown_.erase(&window); }
+  void ShowMessage(const String& text) override;
+  Ref<FolderItem> SelectFolder(const SelectFolderDialog& dialog) override;
+  void ReportFailure(const String& kind) override { failures.push_back(kind.Bytes()); }
+  String ClipboardText() override { return Utf8(clipboard); }
+  void SetClipboardText(const String& text) override { clipboard = text.Bytes(); }
+  void LaunchItem(const FolderItem& item, bool activate) override;
+  void OpenAddress(const String& address) override { opened.push_back(address.Bytes()); }
+  void BringToFront() override { ++bringToFrontCalls; }
+  void SetMouseCursor(MouseCursor newCursor) override { cursor = newCursor; }
+  std::int64_t Ticks() override;
+  void LetEventsRun(int waitMilliseconds) override;
+  int YieldSlice() const override { return 0; }
+  void RunEventLoop() override;
+  [[noreturn]] void EndRun(int status) override;
+
+ private:
+  enum class Kind { Window, Message, FolderDialog };
+  struct Answer {
+    Kind kind;
+    std::string name;  ///< Title, text, or the path to choose.
+    WindowAnswer act;
+  };
+  /// The next answer, which must be of that kind; fails the test and ends the run if it isn't.
+  Answer Take(Kind kind, const std::string& shown);
+
+  std::deque<Answer> answers_;
+  std::multimap<std::int64_t, std::function<void()>> timed_;
+  std::deque<std::function<void()>> eventLoop_;
+  std::map<const Window*, bool> shown_;
+  Expansion expansion_ = Expansion::BeforeLaunchReturns;
+  Window* main_ = nullptr;
+  bool clockWasRead_ = false;
+};
+
+}  // namespace zephin::test
+
+#endif  // TESTS_SUPPORT_SCRIPTED_DESKTOP_H_
