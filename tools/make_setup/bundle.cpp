@@ -1,5 +1,9 @@
 #include "tools/make_setup/bundle.h"
 
+#include <system_error>
+#include <utility>
+#include <vector>
+
 #include "tools/make_setup/files.h"
 #include "tools/make_setup/patch_tree.h"
 #include "tools/make_setup/setup_error.h"
@@ -56,12 +60,12 @@ fs::path StageNewTree(const PatchSource& patch, const fs::path& oldTree, const f
   }
   CopyTree(oldTree, scratch);
   for (const std::string& path : patch.removed) {
-    if (!IsBelow(path) || fs::remove_all(scratch / path) == 0) {
+    if (fs::remove_all(PlaceBelow(scratch, path)) == 0) {
       throw SetupError("remove: \"" + path + "\" is not in the old folder");
     }
   }
   for (const TreeItem& item : ListTree(patch.overlay)) {
-    const fs::path to = scratch / item.path;
+    const fs::path to = PlaceBelow(scratch, item.path);
     if (item.kind == ItemKind::Folder) {
       fs::create_directories(to);
     } else {
@@ -117,30 +121,66 @@ void AddHelpers(const Setup& setup, const fs::path& resources) {
   }
 }
 
+std::vector<fs::path> ItemsIn(const fs::path& folder) {
+  std::vector<fs::path> items;
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+    items.push_back(entry.path());
+  }
+  return items;
+}
+
+/// Renames, which are taken back when the object goes before `Keep`.
+class Moves {
+ public:
+  Moves() = default;
+  ~Moves() {
+    std::error_code ignored;
+    for (auto move = done_.rbegin(); move != done_.rend(); ++move) {
+      fs::rename(move->second, move->first, ignored);
+    }
+  }
+  Moves(const Moves&) = delete;
+  Moves& operator=(const Moves&) = delete;
+
+  void Move(const fs::path& from, const fs::path& to) {
+    fs::rename(from, to);
+    done_.emplace_back(from, to);
+  }
+  void Keep() { done_.clear(); }
+
+ private:
+  std::vector<std::pair<fs::path, fs::path>> done_;
+};
+
 /// Puts the finished bundle and what belongs beside it in their places, and what stood there, with
 /// the pieces of an earlier split payload, into `replaced`.
 void Publish(const fs::path& bundle, const fs::path& beside, const fs::path& output,
              const fs::path& replaced) {
   const fs::path parent = fs::absolute(output).parent_path();
   fs::create_directory(replaced);
-  const auto clear = [&](const fs::path& path) {
-    if (fs::exists(fs::symlink_status(path))) {
-      fs::rename(path, replaced / path.filename());
-    }
-  };
+  Moves moves;
   if (fs::exists(beside / "Data#End")) {
-    for (const fs::path& item : std::vector<fs::path>(fs::directory_iterator(parent), {})) {
+    for (const fs::path& item : ItemsIn(parent)) {
       if (IsPieceName(item.filename().string())) {
-        clear(item);
+        moves.Move(item, replaced / item.filename());
       }
     }
   }
-  for (const fs::directory_entry& item : fs::directory_iterator(beside)) {
-    clear(parent / item.path().filename());
-    fs::rename(item.path(), parent / item.path().filename());
+  for (const fs::path& item : ItemsIn(beside)) {
+    const fs::path to = parent / item.filename();
+    if (fs::is_directory(to)) {
+      throw SetupError(to.string() + ": a folder stands in the place of a file");
+    }
+    if (fs::exists(fs::symlink_status(to))) {
+      moves.Move(to, replaced / item.filename());
+    }
+    moves.Move(item, to);
   }
-  clear(output);
-  fs::rename(bundle, output);
+  if (fs::exists(fs::symlink_status(output))) {
+    moves.Move(output, replaced / "bundle");
+  }
+  moves.Move(bundle, output);
+  moves.Keep();
 }
 
 }  // namespace

@@ -8,6 +8,8 @@ namespace {
 
 using nlohmann::json;
 
+constexpr int kDeepest = 10;
+
 std::string Line(const json& value) {
   if (!value.is_string()) {
     throw SetupError("must be a text or a list of lines");
@@ -131,9 +133,15 @@ void Fields::RefuseOthers() const {
 }
 
 json ReadJson(const std::string& path, const Values& values) {
+  const auto shallow = [](int depth, json::parse_event_t /*event*/, const json& /*parsed*/) {
+    if (depth > kDeepest) {
+      throw SetupError("holds more braces and brackets in each other than any setup needs");
+    }
+    return true;
+  };
   json document;
   try {
-    document = json::parse(ReadFile(path), nullptr, true, true);
+    document = json::parse(ReadFile(path), shallow, true, true);
   } catch (const json::exception& error) {
     throw SetupError(error.what());
   }

@@ -97,9 +97,9 @@ bool IsPieceName(const std::string& name) {
 }
 
 void Generate(const GeneratedFile& file, const fs::path& folder) {
-  const fs::path path = folder / file.path;
-  if (!IsBelow(file.path) || fs::exists(fs::symlink_status(path))) {
-    throw SetupError("\"" + file.path + "\" is no free place in the payload");
+  const fs::path path = PlaceBelow(folder, file.path);
+  if (fs::exists(fs::symlink_status(path))) {
+    throw SetupError("\"" + file.path + "\" stands in the payload already");
   }
   fs::create_directories(path.parent_path());
   FileWriter writer(path);

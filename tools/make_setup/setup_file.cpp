@@ -205,6 +205,9 @@ void ReadPayload(Fields& setup, const fs::path& folder, Setup& made) {
   made.record.fEncryptionLen = static_cast<std::int64_t>(setup.Number("fEncryptionLen"));
   made.pieceSize = setup.Number("pieceSize");
   if (setup.Has("patch")) {
+    if (setup.Has("payload")) {
+      throw SetupError("patch: takes the place of \"payload\", so only one of them can be there");
+    }
     ReadPatch(setup, folder, made);
     return;
   }

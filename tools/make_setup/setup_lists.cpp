@@ -45,14 +45,22 @@ Selection ReadEntry(Fields& entry, Download download, const fs::path& folder, Se
     throw SetupError("source: a choice can't be downloaded");
   }
   if (!isAddress) {
-    const fs::path source = (folder / selection.source).lexically_normal();
+    fs::path source = (folder / selection.source).lexically_normal();
+    if (!source.has_filename()) {
+      source = source.parent_path();
+    }
     selection.source = source.filename().string() + ".zip";
     if (download == Download::Allowed && InStr(Utf8(selection.source), "http") == 1) {
       throw SetupError("source: \"" + selection.source + "\" would be taken for an address");
     }
     AddArchive(made.archives, {selection.source, source, false});
-  } else if (entry.Has("content")) {
-    const std::string name = selection.source.substr(selection.source.rfind('/') + 1);
+    return selection;
+  }
+  const std::string name = selection.source.substr(selection.source.rfind('/') + 1);
+  if (name.empty()) {
+    throw SetupError("source: an address must end in the name of a file");
+  }
+  if (entry.Has("content")) {
     AddArchive(made.archives, {name, folder / entry.NeededText("content"), true});
   }
   return selection;

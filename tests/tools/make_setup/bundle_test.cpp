@@ -1,0 +1,244 @@
+#include "tools/make_setup/bundle.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <csignal>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "tests/tools/make_setup/trees.h"
+#include "tools/make_setup/payload.h"
+
+namespace zephin::make_setup {
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+
+/// A setup's folder, a stub and a folder for what is made, with one item in it that must stay.
+class MakeBundleTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    WriteTree(setup_, {{"payload/file", "content"},
+                       {"page.txt", "A page\n"},
+                       {"helper.sh", "+x helper"},
+                       {"options/one/x", "x"},
+                       {"other/one/x", "x"},
+                       {"options/http/x", "x"}});
+    Generate({"options/large/noise", 12000, 1}, setup_);
+    WriteTree(stub_, {{"Contents/MacOS/Setup", "+x stub"}, {"Contents/Info.plist", "plist"}});
+    WriteTree(made_, {{"kept", "kept"}});
+  }
+
+  void Make(const json& document, const std::map<std::string, std::string>& values = {}) {
+    WriteFile(setup_ / "setup.json", document.dump());
+    MakeBundle(setup_, stub_, made_ / "My.app", values);
+  }
+
+  [[nodiscard]] static json Smallest() {
+    return {{"fTargetFolder", "Tool"}, {"payload", "payload"}};
+  }
+
+  TestFolder folder_;
+  fs::path setup_ = folder_ / "setup";
+  fs::path stub_ = folder_ / "Stub.app";
+  fs::path made_ = folder_ / "made";
+};
+
+TEST_F(MakeBundleTest, HoldsTheStubTheRecordAndWhatTheRecordNames) {
+  json document = Smallest();
+  document["defaults"] = {{"HOST", "h"}, {"NAME", "n"}};
+  document["fMessage"] = {"on ${HOST}", "${NAME}${NAME}"};
+  document["fAgreement"] = "page.txt";
+  document["fInfo"] = {{"file", "page.txt"}, {"form", "hex"}};
+  document["fLabels"] = {{"install", "Go"}};
+  document["helpers"] = {"helper.sh"};
+  document["fExecuteAfterName"] = "helper.sh";
+  document["fInstallChoices"] = {{{"caption", "C"}, {"source", "options/one/"}, {"folder", "F"}}};
+  document["fInstallOptions"] = {
+      {{"caption", "O"}, {"source", "options/one"}},
+      {{"caption", "D"}, {"source", "http://${HOST}/d.zip"}, {"content", "options/large"}}};
+  document["fPostCopy"] = {{{"delete", "/tmp/x"}}};
+  Make(document, {{"HOST", "example"}});
+  Tree tree = ReadTree(made_);
+  const std::string resources = "My.app/Contents/Resources/";
+  EXPECT_EQ(tree[resources + "TextData"],
+            "A page|#|on example\nnn|#||#||#|$HTML$4100200070006100670065"
+            "00|#|||Go" +
+                std::string(24, '|') +
+                "|#|Tool|#||#||#||#||#||#|0|#||#||#||#||#||#||#||#||#|C,one.zip,F,|#|"
+                "O,one.zip,Tool,|D,http://example/d.zip,Tool,|#||#||#||#||#||#|delete=/tmp/x");
+  for (const char* zip :
+       {"My.app/Contents/Resources/Data2", "d.zip", "My.app/Contents/Resources/one.zip"}) {
+    EXPECT_EQ(tree[zip].substr(0, 1), "P") << zip;
+    tree.erase(zip);
+  }
+  tree.erase(resources + "TextData");
+  tree.erase(resources + "Data");
+  EXPECT_EQ(tree, (Tree{{"kept", "kept"},
+                        {"My.app/", ""},
+                        {"My.app/Contents/", ""},
+                        {"My.app/Contents/Info.plist", "plist"},
+                        {"My.app/Contents/MacOS/", ""},
+                        {"My.app/Contents/MacOS/Setup", "+x stub"},
+                        {resources, ""},
+                        {resources + "helper.sh", "+x helper"}}));
+}
+
+TEST_F(MakeBundleTest, BadSetupIsToldByFieldAndChangesNothing) {
+  Make(Smallest());
+  const Tree before = ReadTree(made_);
+  struct Row {
+    json change;
+    const char* place;
+  };
+  const json option{{"caption", "O"}, {"source", "options/one"}};
+  std::vector<json> eleven(11, option);
+  for (std::size_t i = 0; i < eleven.size(); ++i) {
+    eleven[i]["caption"] = std::to_string(i);
+  }
+  const auto withOption = [&option](const char* field, const json& value) {
+    json entry = option;
+    entry[field] = value;
+    return json{{"fInstallOptions", {option, entry}}};
+  };
+  const std::vector<Row> rows{
+      {{{"fTargetFolder", ""}}, "fTargetFolder"},
+      {{{"fTargetFolder", "."}}, "fTargetFolder"},
+      {{{"fTargetFolder", ".."}}, "fTargetFolder"},
+      {{{"fTargetFolder", "a/b"}}, "fTargetFolder"},
+      {{{"fTargetFolder", std::string(241, 'x')}}, "fTargetFolder"},
+      {{{"fTargetFolder", "__MACOSX"}}, "payload"},
+      {{{"fMesage", "x"}}, "fMesage"},
+      {{{"fMessage", 5}}, "fMessage"},
+      {{{"fMessage", "a|#|b"}}, "fMessage"},
+      {{{"fMessage", std::string("a\0b", 3)}}, "fMessage"},
+      {{{"fMessage", "${NONE}"}}, "${NONE}"},
+      {{{"fMessage", "${NONE"}}, "${NONE"},
+      {{{"fPromptToReplace", "1"}}, "fPromptToReplace"},
+      {{{"fMinRAM", "3GB"}}, "fMinRAM"},
+      {{{"fMinOS", "MacOS11"}}, "fMinOS"},
+      {{{"fLabels", {{"instal", "x"}}}}, "fLabels: instal"},
+      {{{"fLabels", {{"install", "x|y"}}}}, "fLabels: caption 2"},
+      {{{"fAgreement", "none.txt"}}, "fAgreement: "},
+      {{{"fAgreement", "helper.sh"}}, "fAgreement: "},
+      {{{"fAgreement", {{"file", "page.txt"}, {"form", "HEX"}}}}, "fAgreement: form"},
+      {{{"fLogoPixelStr", "page.txt"}}, "fLogoPixelStr: "},
+      {{{"fExecuteBeforeName", "helper.sh"}}, "fExecuteBeforeName: "},
+      {{{"helpers", {"none"}}}, "helpers: "},
+      {{{"helpers", {"."}}}, "helpers: "},
+      {{{"helpers", {"payload/../helper.sh", "helper.sh"}}}, "helpers: "},
+      {{{"payload", "none"}}, "payload: "},
+      {{{"pieceSize", 1000000}}, "pieceSize: "},
+      {{{"pieceSize", -1}}, "pieceSize: "},
+      {{{"generate", {{{"path", "file"}, {"kind", "noise"}}}}}, "generate: "},
+      {{{"patch", {{"old", "payload"}, {"new", "none"}}}}, "patch: takes the place"},
+      {withOption("caption", "o"), "fInstallOptions: entry 2: caption"},
+      {withOption("caption", "a,b"), "fInstallOptions: entry 2: "},
+      {withOption("source", "other/one"), "fInstallOptions: entry 2: "},
+      {withOption("folder", "../x"), "fInstallOptions: entry 2: "},
+      {{{"fInstallOptions", eleven}}, "fInstallOptions: has more than ten"},
+      {{{"fInstallOptions", {{{"caption", "H"}, {"source", "options/http"}}}}}, "address"},
+      {{{"fInstallOptions", {{{"caption", "H"}, {"source", "http://h/"}}}}}, "entry 1: source"},
+      {{{"fInstallChoices", {{{"caption", "H"}, {"source", "http://h/x"}}}}}, "fInstallChoices: "},
+      {{{"fInstallOptions",
+         {{{"caption", "S"}, {"source", "HTTP://h/x"}, {"content", "options/one"}}}}},
+       "too small for a download"},
+      {{{"fPostCopy", {{{"copy", "a"}}}}}, "fPostCopy: entry 1: to"},
+      {{{"fPostCopy", {{{"delete", "/a|b"}}}}}, "fPostCopy: entry 1: "},
+      {{{"fPostCopy", {{{"delete", "/a"}, {"to", "/b"}}}}}, "fPostCopy: entry 1: to"},
+  };
+  for (const Row& row : rows) {
+    json document = Smallest();
+    document.update(row.change);
+    const std::string refusal = Refusal([&] { Make(document); });
+    EXPECT_NE(refusal.find("setup.json: "), std::string::npos) << row.change << refusal;
+    EXPECT_NE(refusal.find(row.place), std::string::npos) << row.change << refusal;
+    EXPECT_EQ(ReadTree(made_), before) << row.change;
+  }
+  EXPECT_NE(Refusal([&] { Make(Smallest(), {{"PORT", "1"}}); }).find("PORT"), std::string::npos);
+  for (const std::string text : {"", "[]", "{", "{\"a\": \"\xFF\"}", "{}"}) {
+    WriteFile(setup_ / "setup.json", text);
+    EXPECT_NE(Refusal([&] { MakeBundle(setup_, stub_, made_ / "My.app", {}); }), "") << text;
+  }
+  WriteFile(setup_ / "setup.json", std::string(100000, '['));
+  EXPECT_NE(Refusal([&] { MakeBundle(setup_, stub_, made_ / "My.app", {}); }), "");
+}
+
+TEST_F(MakeBundleTest, PlaceThatMustNotBeReplacedIsRefused) {
+  WriteFile(setup_ / "setup.json", Smallest().dump());
+  WriteTree(folder_ / "Precious.app", {{"Contents/letters", "x"}});
+  const Tree before = ReadTree(folder_.Path());
+  const std::vector<std::pair<fs::path, fs::path>> rows{{stub_, made_ / "My"},
+                                                        {stub_, folder_ / "Precious.app"},
+                                                        {stub_, stub_},
+                                                        {stub_, setup_ / "payload" / "My.app"},
+                                                        {stub_, folder_ / "no/My.app"},
+                                                        {made_, made_ / "My.app"}};
+  for (const auto& [stub, output] : rows) {
+    EXPECT_NE(Refusal([&, stub = stub, output = output] { MakeBundle(setup_, stub, output, {}); }),
+              "")
+        << output;
+    EXPECT_EQ(ReadTree(folder_.Path()), before) << output;
+  }
+}
+
+TEST_F(MakeBundleTest, PiecesOfAnEarlierSplitPayloadGo) {
+  WriteTree(made_, {{"Data#2", "old"}, {"Data#9", "old"}, {"Data#End", "old"}, {"Data#x", "x"}});
+  json document = Smallest();
+  document["generate"] = {{{"path", "n"}, {"kind", "noise"}, {"bytes", 5000}}};
+  document["pieceSize"] = 2500;
+  Make(document);
+  Tree tree = ReadTree(made_);
+  EXPECT_EQ(tree["My.app/Contents/Resources/Data#1"].size(), 2500);
+  EXPECT_EQ(tree["Data#2"].size(), 2500);
+  EXPECT_TRUE(tree.contains("Data#End") && tree.contains("Data#x"));
+  EXPECT_FALSE(tree.contains("Data#9") || tree.contains("My.app/Contents/Resources/Data2"));
+}
+
+TEST_F(MakeBundleTest, PatchIsMadeFromAnotherSetupAndTheChangesToIt) {
+  WriteTree(folder_ / "update", {{"changes/new", "n"}, {"changes/deep/file", "changed"}});
+  WriteTree(setup_, {{"payload/deep/file", "f"}, {"payload/gone", "g"}, {"payload/link", "-> ."}});
+  json document = Smallest();
+  document["generate"] = {{{"path", "big"}, {"kind", "noise"}, {"bytes", 5000}}};
+  WriteFile(setup_ / "setup.json", document.dump());
+  const auto make = [&](const json& removed) {
+    const json patch{{"old", "../setup"}, {"overlay", "changes"}, {"remove", removed}};
+    WriteFile(folder_ / "update/setup.json",
+              json{{"fTargetFolder", "Tool"}, {"patch", patch}}.dump());
+    MakeBundle(folder_ / "update", stub_, made_ / "Update.app", {});
+  };
+  for (const char* path : {"none", "../setup.json", "link/gone"}) {
+    EXPECT_NE(Refusal([&] { make({path}); }).find("patch: "), std::string::npos) << path;
+  }
+  make({"gone"});
+  const std::string payload = ReadFile(made_ / "Update.app/Contents/Resources/Data2");
+  EXPECT_LT(payload.size(), 2000);
+  EXPECT_EQ(ReadTree(setup_ / "payload").at("gone"), "g");
+}
+
+TEST_F(MakeBundleTest, DiskThatFillsUpLeavesEverythingAsItWas) {
+  Make(Smallest());
+  const Tree before = ReadTree(made_);
+  json document = Smallest();
+  document["fMessage"] = "another one";
+  document["generate"] = {{{"path", "n"}, {"kind", "noise"}, {"bytes", 50000}}};
+  rlimit limit{};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
+  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  for (const rlim_t most : {100U, 2000U, 50000U}) {
+    const rlimit small{most, limit.rlim_max};
+    WriteFile(setup_ / "setup.json", document.dump());
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const std::string refusal = Refusal([&] { MakeBundle(setup_, stub_, made_ / "My.app", {}); });
+    setrlimit(RLIMIT_FSIZE, &limit);
+    EXPECT_NE(refusal, "") << most;
+    EXPECT_EQ(ReadTree(made_), before) << most;
+  }
+  (void)std::signal(SIGXFSZ, handler);
+}
+
+}  // namespace
+}  // namespace zephin::make_setup
