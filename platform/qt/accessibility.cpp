@@ -31,12 +31,45 @@ class AccessibleLink final : public QAccessibleWidget {
   TextWidget* link_;
 };
 
+/// A radio button. The toolkit's own interface takes one for a check box whose group is not the
+/// toolkit's.
+class AccessibleRadio final : public QAccessibleWidget {
+ public:
+  explicit AccessibleRadio(RadioWidget* radio)
+      : QAccessibleWidget(radio, QAccessible::RadioButton), radio_(radio) {}
+
+  QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.checkable = true;
+    state.checked = radio_->isChecked();
+    return state;
+  }
+
+  QStringList actionNames() const override {
+    return QStringList(toggleAction()) + QAccessibleWidget::actionNames();
+  }
+
+  void doAction(const QString& action) override {
+    if (action == toggleAction()) {
+      radio_->setChecked(true);
+    } else {
+      QAccessibleWidget::doAction(action);
+    }
+  }
+
+ private:
+  RadioWidget* radio_;
+};
+
 QAccessibleInterface* MakeInterface(const QString& /*className*/, QObject* object) {
   if (auto* text = dynamic_cast<TextWidget*>(object)) {
     if (text->IsLink()) {
       return new AccessibleLink(text);
     }
     return new QAccessibleWidget(text, QAccessible::StaticText);
+  }
+  if (auto* radio = dynamic_cast<RadioWidget*>(object)) {
+    return new AccessibleRadio(radio);
   }
   if (auto* picture = dynamic_cast<PictureWidget*>(object)) {
     return new QAccessibleWidget(picture, QAccessible::Graphic);

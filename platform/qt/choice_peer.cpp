@@ -15,8 +15,12 @@ class ChoicePeer : public ControlPeer {
  public:
   ChoicePeer(Choice& model, Button* button)
       : ControlPeer(model, button), model_(model), button_(button) {
-    connect(button, &QAbstractButton::clicked, this,
-            [this] { model_.SetValue(button_->isChecked()); });
+    // Not `clicked`: a screen reader toggles without a click.
+    connect(button, &QAbstractButton::toggled, this, [this](bool checked) {
+      if (checked != model_.Value()) {
+        model_.SetValue(checked);
+      }
+    });
   }
 
  protected:
@@ -69,7 +73,7 @@ class RadioPeer final : public ChoicePeer<RadioButton, RadioWidget> {
     const qsizetype next = group.indexOf(dynamic_cast<RadioWidget*>(&Widget())) + by;
     if (next >= 0 && next < group.size()) {
       group[next]->setFocus(Qt::TabFocusReason);
-      group[next]->click();
+      group[next]->setChecked(true);
     }
     return true;
   }

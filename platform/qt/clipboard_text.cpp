@@ -1,18 +1,17 @@
 #include "platform/qt/clipboard_text.h"
 
 #include <QClipboard>
-#include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QMimeData>
 
 #include "platform/framework/launcher.h"
 #include "platform/qt/qt_string.h"
+#include "platform/qt/session.h"
 
 namespace zephin {
 namespace {
 
-constexpr int kPatience = 1000;  ///< Milliseconds.
+constexpr int kPatience = 2000;  ///< Milliseconds.
 
 }  // namespace
 
@@ -32,13 +31,9 @@ void WriteClipboardText(const String& text) {
 
 void HandClipboardOver(const std::string& helpersFolder) {
   const QClipboard* clipboard = QGuiApplication::clipboard();
-  if (!clipboard->ownsClipboard() || !StartDetached({helpersFolder + "/clipboard_keeper"})) {
-    return;
-  }
-  QElapsedTimer waited;
-  waited.start();
-  while (clipboard->ownsClipboard() && waited.elapsed() < kPatience) {
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 10);
+  if (clipboard->ownsClipboard() &&
+      StartDetached({helpersFolder + "/clipboard_keeper", std::to_string(ClipboardOwner())})) {
+    TalkToDisplay(kPatience, [&] { return !clipboard->ownsClipboard(); });
   }
 }
 

@@ -14,7 +14,7 @@ String ReadClipboardText();
 void WriteClipboardText(const String& text);
 
 /// What this process has put on the clipboard would go with it. Has the small program
-/// `clipboard_keeper` of that folder take it over, and returns when it has, or after a second.
+/// `clipboard_keeper` of that folder take it over, and returns when it has, or after two seconds.
 /// Nothing is done if the clipboard is another program's by now.
 void HandClipboardOver(const std::string& helpersFolder);
 

@@ -1,12 +1,12 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <cstdlib>
 #include <optional>
 
 #include "platform/framework/controls.h"
 #include "platform/framework/window.h"
 #include "platform/qt/control_peer.h"
 #include "platform/qt/qt_string.h"
+#include "platform/qt/reading.h"
 
 namespace zephin {
 namespace {
@@ -68,7 +68,7 @@ class TextAreaPeer final : public ControlPeer {
   void Apply() override {
     edit_->setReadOnly(model_.ReadOnly());
     if (model_.ReadOnly()) {
-      edit_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+      edit_->setTextInteractionFlags(ReadingFlags());
     }
     // Setting the text anew would lose the place that the user has scrolled to.
     if (!shown_ || !(*shown_ == model_.Text())) {

@@ -1,8 +1,11 @@
 #include "platform/qt/folder_dialog.h"
 
+#include <QAbstractButton>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QTreeView>
 
 #include "platform/qt/qt_string.h"
 
@@ -12,6 +15,25 @@ namespace {
 void SetCaption(QFileDialog& dialog, QFileDialog::DialogLabel label, const String& caption) {
   if (!caption.IsEmpty()) {
     dialog.setLabelText(label, AsCaption(ToQString(caption)));
+  }
+}
+
+/// Leaves the names of the folders, and the buttons without the pictures of the user's theme.
+void Simplify(QFileDialog& dialog) {
+  for (auto* buttons : dialog.findChildren<QDialogButtonBox*>()) {
+    for (QAbstractButton* button : buttons->buttons()) {
+      button->setIcon(QIcon());
+    }
+  }
+  for (auto* list : dialog.findChildren<QTreeView*>()) {
+    for (int column = 1; column < list->model()->columnCount(); ++column) {
+      list->hideColumn(column);
+    }
+  }
+  for (const char* name : {"fileTypeLabel", "fileTypeCombo"}) {
+    if (auto* row = dialog.findChild<QWidget*>(QLatin1String(name))) {
+      row->hide();
+    }
   }
 }
 
@@ -31,6 +53,7 @@ Ref<FolderItem> RunFolderDialog(const SelectFolderDialog& model, QWidget* over) 
     const String path = model.InitialDirectory()->NativePath();
     dialog.setDirectory(QFile::decodeName(QByteArray::fromStdString(path.Bytes())));
   }
+  Simplify(dialog);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
     return nullptr;
   }

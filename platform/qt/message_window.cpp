@@ -11,6 +11,7 @@
 #include "platform/qt/look.h"
 #include "platform/qt/placement.h"
 #include "platform/qt/qt_string.h"
+#include "platform/qt/reading.h"
 #include "platform/qt/widgets.h"
 
 namespace zephin {
@@ -59,7 +60,7 @@ QWidget* MessageWindow::MakeText(const QString& text) {
   auto* scrolled = new QPlainTextEdit(text, this);
   scrolled->setReadOnly(true);
   scrolled->setTabChangesFocus(true);
-  scrolled->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  scrolled->setTextInteractionFlags(ReadingFlags());
   scrolled->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   scrolled->setFixedSize(widest, std::min(highest, kWidest));
   scrolled->setAccessibleName(windowTitle());

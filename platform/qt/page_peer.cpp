@@ -1,4 +1,5 @@
 #include <QKeyEvent>
+#include <QRegularExpression>
 #include <QTextBrowser>
 #include <QUrl>
 #include <optional>
@@ -8,9 +9,20 @@
 #include "platform/framework/window.h"
 #include "platform/qt/control_peer.h"
 #include "platform/qt/qt_string.h"
+#include "platform/qt/reading.h"
 
 namespace zephin {
 namespace {
+
+constexpr qreal kMargin = 12;
+
+/// The page without its links to style sheets, which are not fetched and behind which the toolkit
+/// would show nothing of a page that doesn't close them.
+QString WithoutLinkTags(QString source) {
+  static const QRegularExpression kLinkTag(QStringLiteral("</?link\\b[^>]*>"),
+                                           QRegularExpression::CaseInsensitiveOption);
+  return source.remove(kLinkTag);
+}
 
 /// A page from memory. Whatever it names (pictures, style sheets) stays where it is: nothing is
 /// fetched, neither from the network nor from the disk.
@@ -18,7 +30,8 @@ class PageView final : public QTextBrowser {
  public:
   explicit PageView(QWidget* parent) : QTextBrowser(parent) {
     setOpenLinks(false);
-    setTextInteractionFlags(Qt::TextBrowserInteraction | Qt::TextSelectableByKeyboard);
+    document()->setDocumentMargin(kMargin);
+    setTextInteractionFlags(Qt::TextBrowserInteraction | ReadingFlags());
   }
 
   QVariant loadResource(int /*type*/, const QUrl& /*name*/) override { return {}; }
@@ -46,7 +59,7 @@ class PagePeer final : public ControlPeer {
   void Apply() override {
     if (!shown_ || !(*shown_ == model_.Source())) {
       shown_ = model_.Source();
-      view_->setHtml(ToQString(model_.Source()));
+      view_->setHtml(WithoutLinkTags(ToQString(model_.Source())));
     }
     view_->setAccessibleName(ToQString(model_.Owner()->Title()));
   }

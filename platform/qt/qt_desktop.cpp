@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QWindow>
 
 #include "platform/framework/application.h"
 #include "platform/framework/window.h"
@@ -24,7 +25,8 @@ constexpr int kExposePatience = 500;
 /// says so.
 void PaintNow(QWidget& widget) {
   if (widget.isVisible()) {
-    WaitForExposed(*widget.window(), kExposePatience);
+    const QWindow* window = widget.window()->windowHandle();
+    TalkToDisplay(kExposePatience, [&] { return window->isExposed(); });
     widget.repaint();
     FlushDisplay();
   }

@@ -2,6 +2,8 @@
 #define PLATFORM_QT_SESSION_H_
 
 #include <QApplication>
+#include <cstdint>
+#include <functional>
 #include <memory>
 
 // How the program meets the user's session: whether there is one, what of its settings the toolkit
@@ -21,9 +23,12 @@ void EndAlwaysWithStatus0();
 /// starts. Both arguments must outlive it.
 std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv);
 
-/// Returns when the display has shown the window, or after that many milliseconds. The user's input
-/// waits meanwhile.
-void WaitForExposed(const QWidget& window, int milliseconds);
+/// Talks to the display until `done` holds, or until that many milliseconds have passed. The user's
+/// input waits meanwhile.
+void TalkToDisplay(int milliseconds, const std::function<bool()>& done);
+
+/// The display's name for the window that owns the clipboard; 0 if none does.
+std::uint32_t ClipboardOwner();
 
 /// Sends the display what has been drawn and set so far.
 void FlushDisplay();

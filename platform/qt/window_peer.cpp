@@ -118,8 +118,11 @@ void WindowPeer::SetTabOrder() {
     };
     return rank(a) < rank(b);
   });
-  for (std::size_t i = 1; i < order.size(); ++i) {
-    QWidget::setTabOrder(&order[i - 1]->Widget(), &order[i]->Widget());
+  for (const ControlPeer* peer : order) {
+    if (!tabOrder_.empty()) {
+      QWidget::setTabOrder(tabOrder_.back(), &peer->Widget());
+    }
+    tabOrder_.push_back(&peer->Widget());
   }
 }
 
@@ -136,11 +139,19 @@ void WindowPeer::UpdateControl(const Control& control) {
 }
 
 void WindowPeer::Appear(QWidget* over) {
-  if (!isVisible()) {
-    Place(*this, *model_, over);
-    PutAbove(*this, over);
+  if (isVisible()) {
+    return;
   }
+  Place(*this, *model_, over);
+  PutAbove(*this, over);
   show();
+  // Behind the showing: a dialog of the toolkit would choose its default button.
+  for (QWidget* widget : tabOrder_) {
+    if (widget->isVisible() && widget->isEnabled()) {
+      widget->setFocus();
+      break;
+    }
+  }
 }
 
 void WindowPeer::Disappear() {

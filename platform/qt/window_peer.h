@@ -58,6 +58,7 @@ class WindowPeer final : public QDialog, public AnswersKeys {
   Window* model_;
   std::vector<std::unique_ptr<ControlPeer>> peers_;
   std::map<const Control*, ControlPeer*> peersByControl_;
+  std::vector<QWidget*> tabOrder_;
   QImage backdrop_;
   QPoint position_;  ///< Where the program has last put it.
   std::vector<QEventLoop*> modalLoops_;

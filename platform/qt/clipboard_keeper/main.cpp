@@ -1,0 +1,66 @@
+// Keeps a text on the clipboard after the program that put it there has ended: takes the clipboard
+// over from that program and serves it until another program takes it or the session ends.
+//
+//   clipboard_keeper OWNER     OWNER: the window of the program, in decimal
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/sendfile.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <charconv>
+#include <cstring>
+
+#include "platform/qt/clipboard_keeper/display.h"
+#include "platform/qt/clipboard_keeper/take_over.h"
+#include "platform/qt/clipboard_keeper/text_server.h"
+
+namespace {
+
+constexpr const char* kInMemory = "clipboard_keeper (in memory)";
+
+/// Goes on from a copy of this program in memory, so that the disc with the program on it can be
+/// taken out although a text is still kept. Returns only if that can't be done.
+void GoOnInMemory(char* owner) {
+  const int program = open("/proc/self/exe", O_RDONLY | O_CLOEXEC);
+  const int copy = memfd_create("clipboard_keeper", MFD_CLOEXEC);
+  struct stat facts {};
+  if (program < 0 || copy < 0 || fstat(program, &facts) != 0) {
+    return;
+  }
+  off_t done = 0;
+  while (done < facts.st_size) {
+    if (sendfile(copy, program, &done, static_cast<std::size_t>(facts.st_size - done)) <= 0) {
+      return;
+    }
+  }
+  char name[64] = {};
+  std::strncpy(name, kInMemory, sizeof name - 1);
+  char* arguments[] = {name, owner, nullptr};
+  fexecve(copy, arguments, environ);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    return 1;
+  }
+  if (std::strcmp(argv[0], kInMemory) != 0) {
+    GoOnInMemory(argv[1]);
+  }
+  if (chdir("/") != 0) {
+    return 1;
+  }
+  xcb_window_t owner = XCB_NONE;
+  std::from_chars(argv[1], argv[1] + std::strlen(argv[1]), owner);
+  zephin::Display display;
+  if (!display.IsThere()) {
+    return 1;
+  }
+  if (auto text = zephin::TakeOver(display, owner)) {
+    zephin::TextServer(display, std::move(*text)).Run();
+  }
+  return 0;
+}

@@ -1,0 +1,15 @@
+#ifndef PLATFORM_QT_READING_H_
+#define PLATFORM_QT_READING_H_
+
+#include <Qt>
+
+namespace zephin {
+
+/// How a text that is only read answers the mouse and the keyboard: it scrolls, and can be selected
+/// and copied. Where a screen reader runs it has a caret too, which the screen reader follows;
+/// elsewhere that would be in the way of scrolling with the arrow keys.
+Qt::TextInteractionFlags ReadingFlags();
+
+}  // namespace zephin
+
+#endif  // PLATFORM_QT_READING_H_
