@@ -96,6 +96,13 @@ class Screen:
 
     # Pixels.
 
+    def cover(self, colour):
+        """Gives the screen behind all windows a colour: (red, green, blue)."""
+        red, green, blue = colour
+        self._root.change_attributes(background_pixel=red << 16 | green << 8 | blue)
+        self._root.clear_area()
+        self._display.sync()
+
     def pixel(self, x, y):
         """The colour at a point of the screen, as (red, green, blue)."""
         return self._rows(x, y, 1, 1)[0][:3]
