@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/scratch_folder.h"
 #include "tests/tools/make_setup/trees.h"
 #include "tools/make_setup/payload.h"
 
@@ -21,19 +22,16 @@ using nlohmann::json;
 class MakeBundleTest : public testing::Test {
  protected:
   void SetUp() override {
-    WriteTree(setup_, {{"payload/file", "content"},
-                       {"page.txt", "A page\n"},
-                       {"helper.sh", "+x helper"},
-                       {"options/one/x", "x"},
-                       {"other/one/x", "x"},
-                       {"options/http/x", "x"}});
+    MakeTree(setup_,
+             "payload/file=content page.txt=Page helper.sh+=helper options/one/x=x "
+             "other/one/x=x options/http/x=x");
     Generate({"options/large/noise", 12000, 1}, setup_);
-    WriteTree(stub_, {{"Contents/MacOS/Setup", "+x stub"}, {"Contents/Info.plist", "plist"}});
-    WriteTree(made_, {{"kept", "kept"}});
+    MakeTree(stub_, "Contents/MacOS/Setup+=stub Contents/Info.plist=plist");
+    MakeTree(made_, "kept=kept");
   }
 
   void Make(const json& document, const std::map<std::string, std::string>& values = {}) {
-    WriteFile(setup_ / "setup.json", document.dump());
+    test::WriteFile(setup_ / "setup.json", document.dump());
     MakeBundle(setup_, stub_, made_ / "My.app", values);
   }
 
@@ -41,7 +39,7 @@ class MakeBundleTest : public testing::Test {
     return {{"fTargetFolder", "Tool"}, {"payload", "payload"}};
   }
 
-  TestFolder folder_;
+  test::ScratchFolder folder_;
   fs::path setup_ = folder_ / "setup";
   fs::path stub_ = folder_ / "Stub.app";
   fs::path made_ = folder_ / "made";
@@ -62,34 +60,24 @@ TEST_F(MakeBundleTest, HoldsTheStubTheRecordAndWhatTheRecordNames) {
       {{"caption", "D"}, {"source", "http://${HOST}/d.zip"}, {"content", "options/large"}}};
   document["fPostCopy"] = {{{"delete", "/tmp/x"}}};
   Make(document, {{"HOST", "example"}});
-  Tree tree = ReadTree(made_);
-  const std::string resources = "My.app/Contents/Resources/";
-  EXPECT_EQ(tree[resources + "TextData"],
-            "A page|#|on example\nnn|#||#||#|$HTML$4100200070006100670065"
-            "00|#|||Go" +
-                std::string(24, '|') +
+  const fs::path resources = made_ / "My.app/Contents/Resources";
+  EXPECT_EQ(test::ReadFile(resources / "TextData"),
+            "Page|#|on example\nnn|#||#||#|$HTML$5000610067006500|#|||Go" + std::string(24, '|') +
                 "|#|Tool|#||#||#||#||#||#|0|#||#||#||#||#||#||#||#||#|C,one.zip,F,|#|"
                 "O,one.zip,Tool,|D,http://example/d.zip,Tool,|#||#||#||#||#||#|delete=/tmp/x");
-  for (const char* zip :
-       {"My.app/Contents/Resources/Data2", "d.zip", "My.app/Contents/Resources/one.zip"}) {
-    EXPECT_EQ(tree[zip].substr(0, 1), "P") << zip;
-    tree.erase(zip);
+  for (const fs::path& path : {resources / "Data2", resources / "one.zip", made_ / "d.zip"}) {
+    EXPECT_TRUE(test::ReadFile(path).starts_with('P') && fs::remove(path)) << path;
   }
-  tree.erase(resources + "TextData");
-  tree.erase(resources + "Data");
-  EXPECT_EQ(tree, (Tree{{"kept", "kept"},
-                        {"My.app/", ""},
-                        {"My.app/Contents/", ""},
-                        {"My.app/Contents/Info.plist", "plist"},
-                        {"My.app/Contents/MacOS/", ""},
-                        {"My.app/Contents/MacOS/Setup", "+x stub"},
-                        {resources, ""},
-                        {resources + "helper.sh", "+x helper"}}));
+  EXPECT_TRUE(fs::remove(resources / "TextData") && fs::remove(resources / "Data"));
+  EXPECT_EQ(TreeWords(made_),
+            "My.app/ My.app/Contents/ My.app/Contents/Info.plist=plist My.app/Contents/MacOS/ "
+            "My.app/Contents/MacOS/Setup+=stub My.app/Contents/Resources/ "
+            "My.app/Contents/Resources/helper.sh+=helper kept=kept");
 }
 
 TEST_F(MakeBundleTest, BadSetupIsToldByFieldAndChangesNothing) {
   Make(Smallest());
-  const Tree before = ReadTree(made_);
+  const auto before = test::Tree(made_);
   struct Row {
     json change;
     const char* place;
@@ -156,21 +144,21 @@ TEST_F(MakeBundleTest, BadSetupIsToldByFieldAndChangesNothing) {
     const std::string refusal = Refusal([&] { Make(document); });
     EXPECT_NE(refusal.find("setup.json: "), std::string::npos) << row.change << refusal;
     EXPECT_NE(refusal.find(row.place), std::string::npos) << row.change << refusal;
-    EXPECT_EQ(ReadTree(made_), before) << row.change;
+    EXPECT_EQ(test::Tree(made_), before) << row.change;
   }
   EXPECT_NE(Refusal([&] { Make(Smallest(), {{"PORT", "1"}}); }).find("PORT"), std::string::npos);
   for (const std::string text : {"", "[]", "{", "{\"a\": \"\xFF\"}", "{}"}) {
-    WriteFile(setup_ / "setup.json", text);
+    test::WriteFile(setup_ / "setup.json", text);
     EXPECT_NE(Refusal([&] { MakeBundle(setup_, stub_, made_ / "My.app", {}); }), "") << text;
   }
-  WriteFile(setup_ / "setup.json", std::string(100000, '['));
+  test::WriteFile(setup_ / "setup.json", std::string(100000, '['));
   EXPECT_NE(Refusal([&] { MakeBundle(setup_, stub_, made_ / "My.app", {}); }), "");
 }
 
 TEST_F(MakeBundleTest, PlaceThatMustNotBeReplacedIsRefused) {
-  WriteFile(setup_ / "setup.json", Smallest().dump());
-  WriteTree(folder_ / "Precious.app", {{"Contents/letters", "x"}});
-  const Tree before = ReadTree(folder_.Path());
+  test::WriteFile(setup_ / "setup.json", Smallest().dump());
+  MakeTree(folder_ / "Precious.app", "Contents/letters=x");
+  const auto before = test::Tree(folder_.Path());
   const std::vector<std::pair<fs::path, fs::path>> rows{{stub_, made_ / "My"},
                                                         {stub_, folder_ / "Precious.app"},
                                                         {stub_, stub_},
@@ -181,17 +169,17 @@ TEST_F(MakeBundleTest, PlaceThatMustNotBeReplacedIsRefused) {
     EXPECT_NE(Refusal([&, stub = stub, output = output] { MakeBundle(setup_, stub, output, {}); }),
               "")
         << output;
-    EXPECT_EQ(ReadTree(folder_.Path()), before) << output;
+    EXPECT_EQ(test::Tree(folder_.Path()), before) << output;
   }
 }
 
 TEST_F(MakeBundleTest, PiecesOfAnEarlierSplitPayloadGo) {
-  WriteTree(made_, {{"Data#2", "old"}, {"Data#9", "old"}, {"Data#End", "old"}, {"Data#x", "x"}});
+  MakeTree(made_, "Data#2=old Data#9=old Data#End=old Data#x=x");
   json document = Smallest();
   document["generate"] = {{{"path", "n"}, {"kind", "noise"}, {"bytes", 5000}}};
   document["pieceSize"] = 2500;
   Make(document);
-  Tree tree = ReadTree(made_);
+  auto tree = test::Tree(made_);
   EXPECT_EQ(tree["My.app/Contents/Resources/Data#1"].size(), 2500);
   EXPECT_EQ(tree["Data#2"].size(), 2500);
   EXPECT_TRUE(tree.contains("Data#End") && tree.contains("Data#x"));
@@ -199,29 +187,29 @@ TEST_F(MakeBundleTest, PiecesOfAnEarlierSplitPayloadGo) {
 }
 
 TEST_F(MakeBundleTest, PatchIsMadeFromAnotherSetupAndTheChangesToIt) {
-  WriteTree(folder_ / "update", {{"changes/new", "n"}, {"changes/deep/file", "changed"}});
-  WriteTree(setup_, {{"payload/deep/file", "f"}, {"payload/gone", "g"}, {"payload/link", "-> ."}});
+  MakeTree(folder_ / "update", "changes/new=n changes/deep/file=changed");
+  MakeTree(setup_, "payload/deep/file=f payload/gone=g payload/link->.");
   json document = Smallest();
   document["generate"] = {{{"path", "big"}, {"kind", "noise"}, {"bytes", 5000}}};
-  WriteFile(setup_ / "setup.json", document.dump());
+  test::WriteFile(setup_ / "setup.json", document.dump());
   const auto make = [&](const json& removed) {
     const json patch{{"old", "../setup"}, {"overlay", "changes"}, {"remove", removed}};
-    WriteFile(folder_ / "update/setup.json",
-              json{{"fTargetFolder", "Tool"}, {"patch", patch}}.dump());
+    test::WriteFile(folder_ / "update/setup.json",
+                    json{{"fTargetFolder", "Tool"}, {"patch", patch}}.dump());
     MakeBundle(folder_ / "update", stub_, made_ / "Update.app", {});
   };
   for (const char* path : {"none", "../setup.json", "link/gone"}) {
     EXPECT_NE(Refusal([&] { make({path}); }).find("patch: "), std::string::npos) << path;
   }
   make({"gone"});
-  const std::string payload = ReadFile(made_ / "Update.app/Contents/Resources/Data2");
+  const std::string payload = test::ReadFile(made_ / "Update.app/Contents/Resources/Data2");
   EXPECT_LT(payload.size(), 2000);
-  EXPECT_EQ(ReadTree(setup_ / "payload").at("gone"), "g");
+  EXPECT_EQ(test::Tree(setup_ / "payload").at("gone"), "g");
 }
 
 TEST_F(MakeBundleTest, DiskThatFillsUpLeavesEverythingAsItWas) {
   Make(Smallest());
-  const Tree before = ReadTree(made_);
+  const auto before = test::Tree(made_);
   json document = Smallest();
   document["fMessage"] = "another one";
   document["generate"] = {{{"path", "n"}, {"kind", "noise"}, {"bytes", 50000}}};
@@ -230,12 +218,12 @@ TEST_F(MakeBundleTest, DiskThatFillsUpLeavesEverythingAsItWas) {
   const auto handler = std::signal(SIGXFSZ, SIG_IGN);
   for (const rlim_t most : {100U, 2000U, 50000U}) {
     const rlimit small{most, limit.rlim_max};
-    WriteFile(setup_ / "setup.json", document.dump());
+    test::WriteFile(setup_ / "setup.json", document.dump());
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
     const std::string refusal = Refusal([&] { MakeBundle(setup_, stub_, made_ / "My.app", {}); });
     setrlimit(RLIMIT_FSIZE, &limit);
     EXPECT_NE(refusal, "") << most;
-    EXPECT_EQ(ReadTree(made_), before) << most;
+    EXPECT_EQ(test::Tree(made_), before) << most;
   }
   (void)std::signal(SIGXFSZ, handler);
 }

@@ -1,60 +1,47 @@
 #include "tests/tools/make_setup/trees.h"
 
-#include <gtest/gtest.h>
+#include <sstream>
 
+#include "tools/make_setup/files.h"
 #include "tools/make_setup/setup_error.h"
 
 namespace zephin::make_setup {
-namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kLinkMark = "-> ";
-constexpr const char* kExecutableMark = "+x ";
-
-}  // namespace
-
-void WriteTree(const fs::path& root, const Tree& tree) {
+void MakeTree(const fs::path& root, const std::string& words) {
   fs::create_directories(root);
-  for (const auto& [path, content] : tree) {
-    const fs::path place = root / path;
-    if (path.ends_with('/')) {
-      fs::create_directories(place);
-      continue;
-    }
-    fs::create_directories(place.parent_path());
-    if (content.starts_with(kLinkMark)) {
-      fs::create_symlink(content.substr(3), place);
-    } else if (content.starts_with(kExecutableMark)) {
-      WriteFile(place, content.substr(3));
-      fs::permissions(place, fs::perms::owner_exec, fs::perm_options::add);
-    } else {
-      WriteFile(place, content);
+  std::istringstream stream(words);
+  for (std::string word; stream >> word;) {
+    const std::size_t link = word.find("->");
+    const std::size_t sign = word.find('=');
+    const bool program = sign != std::string::npos && sign > 0 && word[sign - 1] == '+';
+    const fs::path path = root / word.substr(0, std::min(link, program ? sign - 1 : sign));
+    fs::create_directories(path.parent_path());
+    if (link != std::string::npos) {
+      fs::create_symlink(word.substr(link + 2), path);
+    } else if (sign != std::string::npos) {
+      WriteFile(path, word.substr(sign + 1));
+      fs::permissions(path, fs::perms{program ? 0755U : 0644U});
     }
   }
 }
 
-Tree ReadTree(const fs::path& root) {
-  Tree tree;
+std::string TreeWords(const fs::path& root) {
+  std::string words;
   for (const TreeItem& item : ListTree(root)) {
-    const fs::path place = root / item.path;
-    const bool executable = (item.mode & fs::perms::owner_exec) != fs::perms::none;
-    switch (item.kind) {
-      case ItemKind::Folder:
-        tree[item.path + "/"];
-        break;
-      case ItemKind::Link:
-        tree[item.path] = kLinkMark + fs::read_symlink(place).string();
-        break;
-      case ItemKind::File:
-        tree[item.path] = (executable ? kExecutableMark : "") + ReadFile(place);
-        break;
+    const bool program = (item.mode & fs::perms::owner_exec) != fs::perms::none;
+    words += (words.empty() ? "" : " ") + item.path;
+    if (item.kind == ItemKind::Folder) {
+      words += "/";
+    } else if (item.kind == ItemKind::Link) {
+      words += "->" + fs::read_symlink(root / item.path).string();
+    } else {
+      words += (program ? "+=" : "=") + ReadFile(root / item.path);
     }
   }
-  return tree;
+  return words;
 }
-
-TestFolder::TestFolder() : scratch_(fs::path(testing::TempDir()) / "test") {}
 
 std::string Refusal(const std::function<void()>& step) {
   try {

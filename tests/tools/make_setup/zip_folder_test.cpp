@@ -8,6 +8,7 @@
 #include <chrono>
 #include <string>
 
+#include "tests/support/scratch_folder.h"
 #include "tests/tools/make_setup/trees.h"
 
 namespace zephin::make_setup {
@@ -60,13 +61,9 @@ std::vector<Entry> Entries(const fs::path& archive) {
 }
 
 TEST(ZipFolder, ArchiveHoldsTheTreeInOrderWithModesLinksAndTimes) {
-  const TestFolder folder;
+  const test::ScratchFolder folder;
   const fs::path tree = folder / "tree";
-  WriteTree(tree, {{"b", "bytes"},
-                   {"a/tool", "+x run"},
-                   {"a/deep/\u00FC\u65E5", ""},
-                   {"empty/", ""},
-                   {"link", "-> a/nothing there"}});
+  MakeTree(tree, "b=bytes a/tool=run a/deep/\u00FC\u65E5= empty/ link->a/nothing");
   fs::permissions(tree / "a/tool", fs::perms{06751});
   fs::permissions(tree / "b", fs::perms{0604});
   constexpr time_t kTime = 1600000001;
@@ -84,25 +81,22 @@ TEST(ZipFolder, ArchiveHoldsTheTreeInOrderWithModesLinksAndTimes) {
                                 {"Top/a/tool", 0100751, "run", kTime},
                                 {"Top/b", 0100604, "bytes", kTime},
                                 {"Top/empty/", 040755, "", kTime},
-                                {"Top/link", 0120777, "a/nothing there", kTime}}));
+                                {"Top/link", 0120777, "a/nothing", kTime}}));
   ZipFolder(tree / "a", "", folder / "b.zip");
   EXPECT_EQ(Entries(folder / "b.zip").at(2).name, "tool");
 }
 
 TEST(ZipFolder, WhatNoArchiveCanHoldIsRefusedByNameAndNoArchiveStays) {
-  const TestFolder folder;
-  const std::vector<std::pair<fs::path, std::string>> rows{{folder / "pipe", "in it/pipe"},
-                                                           {folder / "latin", "\xFC"},
-                                                           {folder / "companions", "__MACOSX"},
-                                                           {folder / "empty", "empty"},
-                                                           {folder / "missing", "missing"}};
-  WriteTree(rows[0].first, {{"in it/", ""}});
-  ASSERT_EQ(mkfifo((rows[0].first / "in it/pipe").c_str(), 0600), 0);
-  WriteTree(rows[1].first, {{"\xFC", "x"}});
-  WriteTree(rows[2].first, {{"__MACOSX/x", "x"}});
-  WriteTree(rows[3].first, {});
+  const test::ScratchFolder folder;
+  MakeTree(folder.Path(), "pipe/in/ latin/\xFC= companions/__MACOSX/x= empty/");
+  ASSERT_EQ(mkfifo((folder / "pipe/in/it").c_str(), 0600), 0);
+  const std::vector<std::pair<std::string, std::string>> rows{{"pipe", "pipe/in/it"},
+                                                              {"latin", "\xFC"},
+                                                              {"companions", "__MACOSX"},
+                                                              {"empty", "empty"},
+                                                              {"missing", "missing"}};
   for (const auto& [tree, name] : rows) {
-    const std::string refusal = Refusal([&] { ZipFolder(tree, "", folder / "a.zip"); });
+    const std::string refusal = Refusal([&] { ZipFolder(folder / tree, "", folder / "a.zip"); });
     EXPECT_NE(refusal.find(name), std::string::npos) << tree << ": " << refusal;
     EXPECT_FALSE(fs::exists(folder / "a.zip")) << tree;
   }
