@@ -2,13 +2,16 @@
 
 namespace zephin::expander {
 
-Relay::Relay(std::size_t blocks, std::size_t blockSize)
-    : blocks_(blocks, std::vector<char>(blockSize)), sizes_(blocks) {}
+Relay::Relay(std::size_t blocks, std::size_t blockSize) : sizes_(blocks) {
+  for (std::size_t i = 0; i < blocks; ++i) {
+    blocks_.emplace_back(blockSize);
+  }
+}
 
 char* Relay::Free() {
   std::unique_lock<std::mutex> lock(mutex_);
   changed_.wait(lock, [this] { return givenUp_ || sent_ - back_ < blocks_.size(); });
-  return givenUp_ ? nullptr : blocks_[sent_ % blocks_.size()].data();
+  return givenUp_ ? nullptr : blocks_[sent_ % blocks_.size()].Data();
 }
 
 void Relay::Send(std::size_t size) {
@@ -31,7 +34,7 @@ std::optional<std::string_view> Relay::Full() {
     return std::nullopt;
   }
   const std::size_t index = back_ % blocks_.size();
-  return std::string_view(blocks_[index].data(), sizes_[index]);
+  return std::string_view(blocks_[index].Data(), sizes_[index]);
 }
 
 void Relay::GiveBack() {

@@ -10,13 +10,15 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/expander/block.h"
+
 namespace zephin::expander {
 
 class Relay {
  public:
   Relay(std::size_t blocks, std::size_t blockSize);
 
-  std::size_t BlockSize() const { return blocks_.front().size(); }
+  std::size_t BlockSize() const { return blocks_.front().Size(); }
 
   // The maker's side: waits for a free block, nil when the taker has given up; fills it, and sends
   // its first `size` bytes. At the end, whatever happened: End.
@@ -33,7 +35,7 @@ class Relay {
  private:
   std::mutex mutex_;
   std::condition_variable changed_;
-  std::vector<std::vector<char>> blocks_;
+  std::vector<Block> blocks_;
   std::vector<std::size_t> sizes_;
   // Blocks sent and given back since the start.
   std::size_t sent_ = 0;

@@ -6,9 +6,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
 #include "platform/expander/archive_file.h"
+#include "platform/expander/block.h"
 
 namespace zephin::expander {
 
@@ -29,7 +29,7 @@ class WindowReader {
 
  private:
   const ArchiveFile& file_;
-  std::vector<char> buffer_;
+  Block buffer_;
   std::uint64_t offset_ = 0;
   std::size_t filled_ = 0;
   std::uint64_t end_ = 0;

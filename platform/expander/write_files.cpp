@@ -9,6 +9,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/expander/block.h"
 #include "platform/expander/entry_stream.h"
 #include "platform/expander/expansion.h"
 #include "platform/expander/file_jobs.h"
@@ -52,7 +53,7 @@ class FileWriter {
   Site& site_;
   Unpacker unpacker_;
   FolderDescriptors descriptors_;
-  std::vector<char> buffer_;
+  Block buffer_;
 };
 
 void FileWriter::WriteAlone(Entry& entry) {
@@ -102,7 +103,7 @@ int FileWriter::Refuse(const Entry& entry, const EntryStream& stream) {
 
 // The data are known to be right before there is a file.
 int FileWriter::WriteSmall(const Entry& entry, EntryStream& stream, OutputFile& file) {
-  const auto data = stream.Whole(buffer_.data());
+  const auto data = stream.Whole(buffer_.Data());
   if (!data) {
     return Refuse(entry, stream);
   }
@@ -115,14 +116,14 @@ int FileWriter::WriteBlocks(const Entry& entry, EntryStream& stream, OutputFile&
     return code;
   }
   while (Wanted(file)) {
-    const auto size = stream.Next(buffer_.data(), buffer_.size());
+    const auto size = stream.Next(buffer_.Data(), buffer_.Size());
     if (!size) {
       return Refuse(entry, stream);
     }
     if (*size == 0) {
       return 0;
     }
-    if (const int code = file.Write(buffer_.data(), *size); code != 0) {
+    if (const int code = file.Write(buffer_.Data(), *size); code != 0) {
       return code;
     }
   }
@@ -216,6 +217,9 @@ void WorkByTwo(Site& site, FileWriter& writer, const std::vector<FileJob>& jobs)
 
 void WriteFiles(Site& site) {
   const FileJobs jobs = ShareOut(site.plan.files);
+  if (site.plan.files.empty()) {
+    return;
+  }
   FileWriter writer(site);
   for (const std::size_t index : jobs.shared) {
     writer.SetEnd(site.plan.files[index].limit);

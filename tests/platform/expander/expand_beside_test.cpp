@@ -4,10 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <ostream>
-
 #include "platform/expander/expander.h"
-#include "tests/platform/expander/row_name.h"
 #include "tests/platform/expander/scratch.h"
 #include "tests/platform/expander/zip_writer.h"
 
@@ -25,8 +22,6 @@ struct PlaceCase {
   const char* placedAs;
   // What has come to stand beside the archive.
   Listing expected;
-
-  friend void PrintTo(const PlaceCase& row, std::ostream* out) { *out << row.name; }
 };
 
 std::vector<PlaceCase> PlaceCases() {
@@ -87,31 +82,29 @@ std::vector<PlaceCase> PlaceCases() {
   };
 }
 
-class ExpandBesidePlaces : public testing::TestWithParam<PlaceCase> {};
+TEST(ExpandBeside, PlacesContentsBesideAndNeverIntoWhatStands) {
+  for (const auto& row : PlaceCases()) {
+    SCOPED_TRACE(row.name);
+    const Scratch scratch;
+    for (const std::string& name : row.standing) {
+      (void)scratch.Write("p/" + name, "old");
+    }
+    const std::string zip = scratch.Write(std::string("p/") + row.archive, MakeZip(row.entries));
+    Listing expected = List(scratch.Path("p"));
+    expected.insert(row.expected.begin(), row.expected.end());
 
-TEST_P(ExpandBesidePlaces, BesideAndNeverIntoWhatStands) {
-  const PlaceCase& row = GetParam();
-  const Scratch scratch;
-  for (const std::string& name : row.standing) {
-    (void)scratch.Write("p/" + name, "old");
+    const Result result = ExpandBeside(zip);
+
+    EXPECT_EQ(result.Line(), "");
+    EXPECT_EQ(result.placedAs, row.placedAs);
+    EXPECT_EQ(List(scratch.Path("p")), expected);
   }
-  const std::string zip = scratch.Write(std::string("p/") + row.archive, MakeZip(row.entries));
-  Listing expected = List(scratch.Path("p"));
-  expected.insert(row.expected.begin(), row.expected.end());
-
-  const Result result = ExpandBeside(zip);
-
-  EXPECT_EQ(result.Line(), "");
-  EXPECT_EQ(result.placedAs, row.placedAs);
-  EXPECT_EQ(List(scratch.Path("p")), expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(Archives, ExpandBesidePlaces, testing::ValuesIn(PlaceCases()), RowName());
-
 // Folders with many small files, enough for the expansion to be met at work.
-std::vector<ZipEntry> BigTree(int folders) {
+std::vector<ZipEntry> BigTree(int folders, int files) {
   std::vector<ZipEntry> entries;
-  for (int i = 0; i < 8000; ++i) {
+  for (int i = 0; i < files; ++i) {
     entries.push_back(
         {.name = "Tool/d" + std::to_string(i % folders) + "/" + std::to_string(i), .data = "x"});
   }
@@ -141,9 +134,9 @@ int RunAndMeanwhile(const std::string& zip, const std::string& folder, const Act
 
 TEST(ExpandBeside, GoesOnWhenTheArchiveIsDeleted) {
   const Scratch scratch;
-  const std::string zip = scratch.Write("a.zip", MakeZip(BigTree(5)));
+  const std::string zip = scratch.Write("a.zip", MakeZip(BigTree(5, 1000)));
   EXPECT_EQ(RunAndMeanwhile(zip, scratch.Path("Tool"), [&] { fs::remove(zip); }), 0);
-  EXPECT_EQ(List(scratch.Path("Tool")).size(), 8005);
+  EXPECT_EQ(List(scratch.Path("Tool")).size(), 1005);
 }
 
 // The next installer deletes the half-made folder once, and looks a little later whether it is
@@ -151,7 +144,7 @@ TEST(ExpandBeside, GoesOnWhenTheArchiveIsDeleted) {
 TEST(ExpandBeside, EndsAndLeavesNothingWhenItsFolderIsTakenAway) {
   for (const int folders : {1, 400}) {
     const Scratch scratch;
-    const std::string zip = scratch.Write("a.zip", MakeZip(BigTree(folders)));
+    const std::string zip = scratch.Write("a.zip", MakeZip(BigTree(folders, 4000)));
     const int status = RunAndMeanwhile(zip, scratch.Path("Tool"), [&] {
       std::error_code ignored;
       fs::remove_all(scratch.Path("Tool"), ignored);
@@ -163,7 +156,7 @@ TEST(ExpandBeside, EndsAndLeavesNothingWhenItsFolderIsTakenAway) {
 
 TEST(ExpandBeside, GoesOnWhenOneFileIsDeleted) {
   const Scratch scratch;
-  const std::string zip = scratch.Write("a.zip", MakeZip(BigTree(1)));
+  const std::string zip = scratch.Write("a.zip", MakeZip(BigTree(1, 2000)));
   EXPECT_EQ(RunAndMeanwhile(zip, scratch.Path("Tool"),
                             [&] {
                               for (int i = 0;
@@ -171,12 +164,12 @@ TEST(ExpandBeside, GoesOnWhenOneFileIsDeleted) {
                               }
                             }),
             0);
-  EXPECT_EQ(List(scratch.Path("Tool")).size(), 8000);
+  EXPECT_EQ(List(scratch.Path("Tool")).size(), 2000);
 }
 
 TEST(ExpandBeside, LeavesAFolderThatWasMovedAsItIs) {
   const Scratch scratch;
-  const std::string zip = scratch.Write("a.zip", MakeZip(BigTree(400)));
+  const std::string zip = scratch.Write("a.zip", MakeZip(BigTree(400, 4000)));
   const int status = RunAndMeanwhile(
       zip, scratch.Path("Tool"), [&] { fs::rename(scratch.Path("Tool"), scratch.Path("Moved")); });
   EXPECT_EQ(status, 1);

@@ -4,10 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <ostream>
 
 #include "platform/expander/expander.h"
-#include "tests/platform/expander/row_name.h"
 #include "tests/platform/expander/scratch.h"
 #include "tests/platform/expander/zip_writer.h"
 
@@ -26,8 +24,6 @@ struct HostileCase {
   // What is left beside the good file.
   Listing left = {};
   ZipLayout layout = {};
-
-  friend void PrintTo(const HostileCase& row, std::ostream* out) { *out << row.name; }
 };
 
 ZipEntry Named(const std::string& name) {
@@ -149,61 +145,53 @@ std::vector<HostileCase> HostileCases() {
   return rows;
 }
 
-class HostileArchive : public testing::TestWithParam<HostileCase> {};
-
-TEST_P(HostileArchive, IsContainedAndToldOf) {
-  const HostileCase& row = GetParam();
-  const Scratch scratch;
-  (void)scratch.Write("sentinel", "outside");
-  std::vector<ZipEntry> entries = row.entries;
-  entries.insert(entries.begin(), kGood);
-  const std::string zip = scratch.Write("a.zip", MakeZip(entries, row.layout));
-
-  const Result result = ExpandInto(zip, scratch.Path("target"));
-
-  EXPECT_EQ(result.faults, row.faults);
-  EXPECT_NE(result.Line().find(row.why), std::string::npos) << result.Line();
-  Listing expected = row.left;
-  expected["good.txt"] = "file good";
-  EXPECT_EQ(List(scratch.Path("target")), expected);
-  EXPECT_EQ(ReadFile(scratch.Path("sentinel")), "outside");
-  EXPECT_FALSE(std::filesystem::exists("/tmp/expander-sentinel"));
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch.Path("")), {}), 3);
-}
-
-INSTANTIATE_TEST_SUITE_P(Archives, HostileArchive, testing::ValuesIn(HostileCases()), RowName());
-
-// Wherever a real archive breaks off, what is left is whole files only and the status tells.
-TEST(TruncatedArchive, LeavesNothingThatPassesForTheWhole) {
-  const std::string whole = MakeZip({kGood, {.name = "b", .data = Noise(300), .deflate = true}});
-  for (std::size_t size = 0; size < whole.size(); ++size) {
+TEST(HostileArchive, IsContainedAndToldOf) {
+  for (const auto& row : HostileCases()) {
+    SCOPED_TRACE(row.name);
     const Scratch scratch;
-    const std::string zip = scratch.Write("a.zip", whole.substr(0, size));
+    (void)scratch.Write("sentinel", "outside");
+    std::vector<ZipEntry> entries = row.entries;
+    entries.insert(entries.begin(), kGood);
+    const std::string zip = scratch.Write("a.zip", MakeZip(entries, row.layout));
+
     const Result result = ExpandInto(zip, scratch.Path("target"));
-    EXPECT_EQ(result.faults, 1) << size;
-    EXPECT_EQ(List(scratch.Path("target")), Listing()) << size;
-    EXPECT_TRUE(std::filesystem::is_directory(scratch.Path("target")));
+
+    EXPECT_EQ(result.faults, row.faults);
+    EXPECT_NE(result.Line().find(row.why), std::string::npos) << result.Line();
+    Listing expected = row.left;
+    expected["good.txt"] = "file good";
+    EXPECT_EQ(List(scratch.Path("target")), expected);
+    EXPECT_EQ(ReadFile(scratch.Path("sentinel")), "outside");
+    EXPECT_FALSE(std::filesystem::exists("/tmp/expander-sentinel"));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch.Path("")), {}), 3);
   }
 }
 
-// A byte changed anywhere gives an error or the very same tree.
+// Wherever a real archive breaks off, what is left is whole files only and the status tells.
+TEST(TruncatedArchive, LeavesNothingThatPassesForTheWhole) {
+  const std::string whole = MakeZip({kGood, {.name = "b", .data = Noise(100), .deflate = true}});
+  const Scratch scratch;
+  for (std::size_t size = 0; size < whole.size(); ++size) {
+    const std::string zip = scratch.Write("a.zip", whole.substr(0, size));
+    EXPECT_EQ(ExpandInto(zip, scratch.Path("target")).faults, 1) << size;
+  }
+  EXPECT_TRUE(std::filesystem::is_empty(scratch.Path("target")));
+}
+
+// A byte changed anywhere in the data or headers gives an error or the very same tree.
 TEST(DamagedArchive, NeverGivesAnotherTreeWithStatusZero) {
-  const std::vector<ZipEntry> entries = {
-      kGood,
-      {.name = "d/b", .data = std::string(300, 'b'), .deflate = true},
-      {.name = "l", .data = "d/b", .mode = kLink}};
-  const std::string whole = MakeZip(entries);
-  const Scratch reference;
-  ASSERT_TRUE(ExpandInto(reference.Write("a.zip", whole), reference.Path("target")).Complete());
-  const Listing expected = List(reference.Path("target"));
+  const std::string whole =
+      MakeZip({{.name = "d/b", .data = std::string(300, 'b'), .deflate = true},
+               {.name = "l", .data = "d/b", .mode = kLink}});
+  const Listing expected = {{"d", "folder"}, {"d/b", "file 300 bytes"}, {"l", "link d/b"}};
   const std::size_t table = whole.find("PK\1\2");
+  const Scratch scratch;
   for (std::size_t i = 0; i < table; ++i) {
-    const Scratch scratch;
     std::string damaged = whole;
     damaged[i] = static_cast<char>(damaged[i] ^ 0x55);
-    const Result result = ExpandInto(scratch.Write("a.zip", damaged), scratch.Path("target"));
-    if (result.Complete()) {
-      EXPECT_EQ(List(scratch.Path("target")), expected) << "byte " << i;
+    const std::string target = scratch.Path("target" + std::to_string(i));
+    if (ExpandInto(scratch.Write("a.zip", damaged), target).Complete()) {
+      EXPECT_EQ(List(target), expected) << "byte " << i;
     }
   }
 }

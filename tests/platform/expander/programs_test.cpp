@@ -4,9 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <ostream>
 
-#include "tests/platform/expander/row_name.h"
 #include "tests/platform/expander/scratch.h"
 #include "tests/platform/expander/zip_writer.h"
 
@@ -19,55 +17,45 @@ struct ProgramCase {
   const char* command;
   int status;
   const char* line;
-
-  friend void PrintTo(const ProgramCase& row, std::ostream* out) { *out << row.name; }
 };
 
-class Programs : public testing::TestWithParam<ProgramCase> {};
+const ProgramCase kCalls[] = {
+    {"Good", "$DITTO -xk good.zip t && test -f t/a", 0, ""},
+    {"Bad", "$DITTO -xk bad.zip t", 1,
+     "ditto: ../\\x0a: the name leads out of the folder (and 1 more)\n"},
+    {"Missing", "$DITTO -xk none.zip t", 1, "ditto: none.zip: No such file or directory\n"},
+    {"TooFewWords", "$DITTO -xk good.zip", 2, "ditto: usage: ditto -xk ARCHIVE FOLDER\n"},
+    {"OtherOption", "$DITTO -ck good.zip t", 2, "ditto: usage: ditto -xk ARCHIVE FOLDER\n"},
+    // The first file that is opened must not get the number of standard error.
+    {"ClosedStreams", "$DITTO -xk bad.zip t <&- >&- 2>&-", 1, ""},
+    {"WriteLimit", "ulimit -f 0; $DITTO -xk good.zip t 2>&1 | grep -q 'a: File too large'", 0, ""},
+    {"Beside", "$BESIDE good.zip && test -f good/a", 0, ""},
+    {"BesideMissing", "$BESIDE none.zip", 1,
+     "expand_beside: none.zip: No such file or directory\n"},
+    {"BesideWithoutWord", "$BESIDE", 2, "expand_beside: usage: expand_beside ARCHIVE\n"}};
 
-TEST_P(Programs, StatusAndLine) {
-  const ProgramCase& row = GetParam();
-  const Scratch scratch;
-  (void)scratch.Write("good.zip",
-                      MakeZip({{.name = "a", .data = "good"}, {.name = "b", .data = "good"}}));
-  (void)scratch.Write("bad.zip", MakeZip({{.name = "../\n", .data = "x"},
-                                          {.name = "/", .data = "x"},
-                                          {.name = "a", .data = "good"}}));
-  const std::string command = "cd '" + scratch.Path("") +
-                              "' && DITTO='" DITTO_PROGRAM "' BESIDE='" EXPAND_BESIDE_PROGRAM
-                              "' && { " +
-                              row.command + "; } 2>error >output";
-  const int status = std::system(command.c_str());
-  EXPECT_EQ(WEXITSTATUS(status), row.status);
-  EXPECT_EQ(ReadFile(scratch.Path("error")), row.line);
-  EXPECT_EQ(ReadFile(scratch.Path("output")), "");
-  if (std::filesystem::exists(scratch.Path("t/a"))) {
-    EXPECT_EQ(ReadFile(scratch.Path("t/a")), "good");
+TEST(Programs, StatusAndLine) {
+  for (const auto& row : kCalls) {
+    SCOPED_TRACE(row.name);
+    const Scratch scratch;
+    (void)scratch.Write("good.zip",
+                        MakeZip({{.name = "a", .data = "good"}, {.name = "b", .data = "good"}}));
+    (void)scratch.Write("bad.zip", MakeZip({{.name = "../\n", .data = "x"},
+                                            {.name = "/", .data = "x"},
+                                            {.name = "a", .data = "good"}}));
+    const std::string command = "cd '" + scratch.Path("") +
+                                "' && DITTO='" DITTO_PROGRAM "' BESIDE='" EXPAND_BESIDE_PROGRAM
+                                "' && { " +
+                                row.command + "; } 2>error >output";
+    const int status = std::system(command.c_str());
+    EXPECT_EQ(WEXITSTATUS(status), row.status);
+    EXPECT_EQ(ReadFile(scratch.Path("error")), row.line);
+    EXPECT_EQ(ReadFile(scratch.Path("output")), "");
+    if (std::filesystem::exists(scratch.Path("t/a"))) {
+      EXPECT_EQ(ReadFile(scratch.Path("t/a")), "good");
+    }
   }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Calls, Programs,
-    testing::Values(
-        ProgramCase{"Good", "$DITTO -xk good.zip t && test -f t/a", 0, ""},
-        ProgramCase{"Bad", "$DITTO -xk bad.zip t", 1,
-                    "ditto: ../\\x0a: the name leads out of the folder (and 1 more)\n"},
-        ProgramCase{"Missing", "$DITTO -xk none.zip t", 1,
-                    "ditto: none.zip: No such file or directory\n"},
-        ProgramCase{"TooFewWords", "$DITTO -xk good.zip", 2,
-                    "ditto: usage: ditto -xk ARCHIVE FOLDER\n"},
-        ProgramCase{"OtherOption", "$DITTO -ck good.zip t", 2,
-                    "ditto: usage: ditto -xk ARCHIVE FOLDER\n"},
-        // The first file that is opened must not get the number of standard error.
-        ProgramCase{"ClosedStreams", "$DITTO -xk bad.zip t <&- >&- 2>&-", 1, ""},
-        ProgramCase{"WriteLimit",
-                    "ulimit -f 0; $DITTO -xk good.zip t 2>&1 | grep -q 'a: File too large'", 0, ""},
-        ProgramCase{"Beside", "$BESIDE good.zip && test -f good/a", 0, ""},
-        ProgramCase{"BesideMissing", "$BESIDE none.zip", 1,
-                    "expand_beside: none.zip: No such file or directory\n"},
-        ProgramCase{"BesideWithoutWord", "$BESIDE", 2,
-                    "expand_beside: usage: expand_beside ARCHIVE\n"}),
-    RowName());
 
 }  // namespace
 }  // namespace zephin::expander::test

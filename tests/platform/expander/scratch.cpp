@@ -1,8 +1,8 @@
 #include "tests/platform/expander/scratch.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
-#include <iterator>
 #include <random>
 #include <stdexcept>
 
@@ -11,7 +11,10 @@ namespace zephin::expander::test {
 namespace fs = std::filesystem;
 
 Scratch::Scratch() {
-  std::string pattern = (fs::temp_directory_path() / "expander-test-XXXXXX").string();
+  // A disk in memory where there is one: thousands of files are made and deleted.
+  const fs::path memory = "/dev/shm";
+  const fs::path above = fs::is_directory(memory) ? memory : fs::temp_directory_path();
+  std::string pattern = (above / "expander-test-XXXXXX").string();
   if (::mkdtemp(pattern.data()) == nullptr) {
     throw std::runtime_error("no folder for the test: " + pattern);
   }
@@ -58,8 +61,11 @@ Listing List(const std::string& folder) {
 }
 
 std::string ReadFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
+  std::ifstream file(path, std::ios::binary | std::ios::ate);
+  std::string bytes(file ? static_cast<std::size_t>(file.tellg()) : 0, '\0');
+  file.seekg(0);
+  file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  return bytes;
 }
 
 std::string Noise(std::size_t size) {
@@ -67,9 +73,7 @@ std::string Noise(std::size_t size) {
   std::string bytes(size + 8, '\0');
   for (std::size_t i = 0; i < size; i += 8) {
     const std::uint64_t number = random();
-    for (std::size_t k = 0; k < 8; ++k) {
-      bytes[i + k] = static_cast<char>(number >> (8 * k));
-    }
+    std::memcpy(bytes.data() + i, &number, sizeof number);
   }
   bytes.resize(size);
   return bytes;

@@ -1,0 +1,25 @@
+// A block of memory for bytes that are read into it. Not cleared: pages that are never used cost
+// neither time nor memory.
+#ifndef PLATFORM_EXPANDER_BLOCK_H_
+#define PLATFORM_EXPANDER_BLOCK_H_
+
+#include <cstddef>
+#include <memory>
+
+namespace zephin::expander {
+
+class Block {
+ public:
+  explicit Block(std::size_t size) : bytes_(new char[size]), size_(size) {}
+
+  char* Data() const { return bytes_.get(); }
+  std::size_t Size() const { return size_; }
+
+ private:
+  std::unique_ptr<char[]> bytes_;
+  std::size_t size_;
+};
+
+}  // namespace zephin::expander
+
+#endif  // PLATFORM_EXPANDER_BLOCK_H_
