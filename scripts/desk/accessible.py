@@ -53,6 +53,15 @@ class Node:
         told = self._ask(read)
         return self.name if told is None else told
 
+    def place_of(self, text):
+        """The middle of the first letter of `text` in a text control, on the screen; or None."""
+        def find():
+            whole = self._accessible.get_text_iface()
+            letter = Atspi.Text.get_character_extents(whole, self.text.index(text),
+                                                      Atspi.CoordType.SCREEN)
+            return letter.x + letter.width // 2, letter.y + letter.height // 2
+        return self._ask(find)
+
     @property
     def value(self):
         """(value, largest value) of a progress bar; None of anything else."""
@@ -93,6 +102,13 @@ class Node:
                     return Atspi.Action.do_action(action, number)
             return False
         return self._ask(ask, False)
+
+    def enter(self, text):
+        """Gives a text field its text, as a screen reader's user would dictate it."""
+        def change():
+            field = self._accessible.get_editable_text_iface()
+            return bool(field) and Atspi.EditableText.set_text_contents(field, text)
+        return self._ask(change, False)
 
     def focus(self):
         """Gives the control the keyboard focus."""

@@ -32,14 +32,14 @@ class Installer:
     def __init__(self, screen, program, folder, settings=None):
         self.screen = screen
         self.home = os.path.join(folder, "home")
-        self._record = os.path.join(folder, "opened")
+        self.record = os.path.join(folder, "opened")
         self._output = os.path.join(folder, "output")
         tools = os.path.join(folder, "bin")
         for made in (self.home, os.path.join(folder, "tmp"), tools):
             os.makedirs(made, exist_ok=True)
         opener = os.path.join(tools, "xdg-open")
         with open(opener, "w", encoding="utf-8") as script:
-            script.write(_XDG_OPEN.format(record=self._record))
+            script.write(_XDG_OPEN.format(record=self.record))
         os.chmod(opener, 0o755)
         environment = {**os.environ, **_SANITIZERS, "HOME": self.home, "LC_ALL": "C.UTF-8",
                        "TMPDIR": os.path.join(folder, "tmp"), "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
@@ -55,7 +55,7 @@ class Installer:
             with open(self._output, "wb") as output:
                 self.process = subprocess.Popen(
                     [program], stdin=subprocess.DEVNULL, stdout=output, stderr=output,
-                    env=environment, preexec_fn=processes.end_with_parent)
+                    env=environment, preexec_fn=processes.start_as_user)
             wait_until(self._is_past_start, "the program to start", 60, self.said)
         finally:
             os.close(guard)
@@ -139,6 +139,14 @@ class Installer:
         """The name of the control that has the keyboard focus, or None."""
         return next((node.name for node in self.controls() if "focused" in node.states), None)
 
+    def wait_for_focus(self, name):
+        wait_until(lambda: self.focused() == name, f"{name!r} to have the focus", 30, self.described)
+
+    def ask_to_close(self, title):
+        """What a press of a window's close button does, also where it has none."""
+        window = next(w for w, name in self.screen.windows(self.process.pid) if name == title)
+        self.screen.ask_to_close(window)
+
     # How it went.
 
     def status(self, seconds=60):
@@ -159,9 +167,9 @@ class Installer:
 
     def opened(self):
         """What it has asked the desktop to open."""
-        if not os.path.exists(self._record):
+        if not os.path.exists(self.record):
             return []
-        with open(self._record, encoding="utf-8", errors="replace") as record:
+        with open(self.record, encoding="utf-8", errors="replace") as record:
             return record.read().splitlines()
 
     def described(self):

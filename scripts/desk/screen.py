@@ -103,10 +103,6 @@ class Screen:
         self._root.clear_area()
         self._display.sync()
 
-    def pixel(self, x, y):
-        """The colour at a point of the screen, as (red, green, blue)."""
-        return self._rows(x, y, 1, 1)[0][:3]
-
     def picture(self, path, area=None):
         """Writes a PNG picture of the screen, or of `area` of it: (x, y, width, height)."""
         whole = self._root.get_geometry()
@@ -114,7 +110,7 @@ class Screen:
         left, top = max(x, 0), max(y, 0)
         width = min(x + width, whole.width) - left
         height = min(y + height, whole.height) - top
-        rows = self._rows(left, top, width, height)
+        rows = self.rows(left, top, width, height)
         with open(path, "wb") as png:
             png.write(b"\x89PNG\r\n\x1a\n")
             for kind, data in ((b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0)),
@@ -123,7 +119,7 @@ class Screen:
                 png.write(struct.pack(">I", len(data)) + kind + data
                           + struct.pack(">I", zlib.crc32(kind + data)))
 
-    def _rows(self, x, y, width, height):
+    def rows(self, x, y, width, height):
         """The rows of a part of the screen, three bytes a point: red, green, blue."""
         # Four bytes a point: blue, green, red, unused.
         raw = self._root.get_image(x, y, width, height, X.ZPixmap, 0xFFFFFFFF).data

@@ -59,10 +59,7 @@ class Session:
             folder = os.path.join(self.folder, name)
             os.mkdir(folder, 0o700)
             os.environ[variable] = folder
-        # -noreset: the server would forget everything each time its last window goes.
-        number = self._answer_of("Xvfb", "-displayfd", "{}", "-noreset", "-nolisten", "tcp",
-                                 "-screen", "0", f"{self._size[0]}x{self._size[1]}x24")
-        os.environ["DISPLAY"] = f":{number}"
+        os.environ["DISPLAY"] = self.add_screen()
         os.environ["DBUS_SESSION_BUS_ADDRESS"] = self._answer_of(
             "dbus-daemon", "--session", "--nofork", "--print-address={}")
         launcher = next((path for path in _LAUNCHER if os.path.exists(path)), _LAUNCHER[0])
@@ -73,6 +70,19 @@ class Session:
         check = self.display.intern_atom("_NET_SUPPORTING_WM_CHECK")
         root = self.display.screen().root
         wait_until(lambda: root.get_full_property(check, X.AnyPropertyType), "the window manager")
+
+    def add_screen(self):
+        """Starts an X server and gives its name. `kill_screen` takes one away."""
+        # -noreset: the server would forget everything each time its last window goes.
+        number = self._answer_of("Xvfb", "-displayfd", "{}", "-noreset", "-nolisten", "tcp",
+                                 "-screen", "0", f"{self._size[0]}x{self._size[1]}x24")
+        return f":{number}"
+
+    def kill_screen(self):
+        """Kills the X server that was added last, as a crash would."""
+        server = next(s for s in reversed(self._started) if s.args[0] == "Xvfb")
+        server.terminate()
+        server.wait()
 
     def _run(self, *command, **options):
         log = open(os.path.join(self.folder, os.path.basename(command[0]) + ".log"), "wb")

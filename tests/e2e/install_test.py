@@ -1,0 +1,164 @@
+"""Whole installs, from the first click to the folder on disk, and the ways out of the middle."""
+
+import os
+
+import case
+from case import wait_until
+
+# Every page and question that comes between the click on Install and the end.
+EVERYTHING = {
+    "files": {"notes.txt": "Read this first", "agreement.html": "<html><p>Be kind</p></html>",
+              "release.txt": "What is new", "light": {"light.css": "white"},
+              "dark": {"dark.css": "black"}, "maps": {"map.txt": "here"},
+              "songs": {"song.txt": "la"}},
+    "payload": {"read me.txt": "Hello", "deep": {"er": {"note": "x" * 500}}},
+    "fPreInstallNotes": "notes.txt", "fAgreement": "agreement.html",
+    "fPostInstallNotes": "release.txt", "fCompletionURL": "http://tool.example/done",
+    "fInstallChoices": [{"caption": "Light", "source": "light", "folder": "Themes"},
+                        {"caption": "Dark", "source": "dark", "folder": "Themes"}],
+    "fInstallOptions": [{"caption": "Maps", "source": "maps", "folder": "Maps"},
+                        {"caption": "Songs", "source": "songs"}],
+}
+# With the second choice and the first option.
+INSTALLED = {"read me.txt": b"Hello", "deep": {"er": {"note": b"x" * 500}},
+             "Themes": {"dark.css": b"black"}, "Maps": {"map.txt": b"here"}}
+
+
+class WholeInstall(case.InstallerTest):
+    def assert_installed(self, run):
+        self.assert_ends(run)
+        self.assertEqual(self.installed(), INSTALLED)
+        self.assertEqual(os.listdir(self.target), ["Tool"], "nothing else is left beside it")
+        self.assert_opens(run, "http://tool.example/done")
+
+    def test_by_mouse(self):
+        run = self.open(**EVERYTHING)
+        run.click("Install")
+        run.click("OK", within=run.window("Pre-Installation Notes"))
+        run.click("I Agree", within=run.window("License Agreement"))
+        run.click_on(run.find("Dark"), across=0.1)
+        run.click("Continue", within=run.window("Pick One Choice"))
+        run.click("Maps")
+        run.click("Continue", within=run.window("Select Options"))
+        run.click_on(run.find("target", "table cell"))
+        run.click("Select")
+        run.click("OK", within=run.window("Release Notes"))
+        self.assert_installed(run)
+
+    def test_by_keyboard_alone(self):
+        run = self.open(**EVERYTHING)
+        for title in ("Install", "Pre-Installation Notes", "License Agreement"):
+            run.window(title)
+            run.key("Return")
+        run.window("Pick One Choice")
+        run.key("Down")
+        run.wait_for_focus("Dark")
+        run.key("space")
+        run.key("Return")
+        run.window("Select Options")
+        run.wait_for_focus("Quit")
+        run.key("Tab")
+        run.key("Tab")
+        run.wait_for_focus("Maps")
+        run.key("space")
+        run.key("Return")
+        self.choose_folder(run)
+        run.window("Release Notes")
+        run.key("Return")
+        self.assert_installed(run)
+
+    def test_through_the_accessibility_tree(self):
+        self.target = os.path.join(self.target, "it's “one” $(x) `é`")
+        os.mkdir(self.target)
+        run = self.open(**EVERYTHING)
+        run.press("Install")
+        run.press("OK", within=run.window("Pre-Installation Notes"))
+        run.press("I Agree", within=run.window("License Agreement"))
+        run.press("Dark")
+        run.press("Continue", within=run.window("Pick One Choice"))
+        run.press("Maps")
+        run.press("Continue", within=run.window("Select Options"))
+        run.find("Directory:", "text").enter(self.target)
+        run.press("Select")
+        run.press("OK", within=run.window("Release Notes"))
+        self.assert_installed(run)
+
+    def test_into_the_applications_folder_without_a_question(self):
+        name = f"Tool of a test {os.getpid()}"
+        self.target = "/Applications"
+        self.addCleanup(lambda: case.shutil.rmtree(f"/Applications/{name}", ignore_errors=True))
+        run = self.open(fTargetFolder=name, fApplicationFolder=True)
+        run.click("Install")
+        self.assert_ends(run)
+        self.assertEqual(self.installed(name), {"read me.txt": b"Hello"})
+        self.assertFalse(os.path.exists(f"/Applications/{name}.zip"))
+
+
+class OtherWays(case.InstallerTest):
+    def open_and_choose(self, folder=None, **fields):
+        run = self.open(**fields)
+        run.click("Install")
+        self.choose_folder(run, folder)
+        return run
+
+    def test_cancelled_folder_dialog_ends_without_a_page(self):
+        run = self.open(files={"release.txt": "What is new"}, fPostInstallNotes="release.txt",
+                        fCompletionURL="http://tool.example/done")
+        run.click("Install")
+        run.find("Directory:", "text")
+        run.key("Escape")
+        self.assert_ends(run)
+        self.assertEqual((os.listdir(self.target), run.opened()), ([], []))
+
+    def test_unwritable_folder_is_refused_in_the_publishers_words(self):
+        os.chmod(self.target, 0o555)
+        run = self.open_and_choose(fLabels={"notWritable": "No <b>room</b> & no key"})
+        run.waits_for("No <b>room</b> & no key")
+        run.key("Return")
+        self.assert_ends(run)
+        self.assertEqual(os.listdir(self.target), [])
+
+    def test_replace_question(self):
+        for button, left in (("Cancel", {"old.txt": b"old"}), ("OK", {"read me.txt": b"Hello"})):
+            with self.subTest(button):
+                case.write_tree(os.path.join(self.target, "Tool"), {"old.txt": "old"})
+                run = self.open_and_choose(files={"release.txt": "What is new"},
+                                           fPromptToReplace=True, fPostInstallNotes="release.txt")
+                run.waits_for(os.path.join(self.target, "Tool"))
+                run.click(button, within=run.window("Confirmation"))
+                # The notes come after a refusal, too.
+                run.click("OK", within=run.window("Release Notes"))
+                self.assert_ends(run)
+                self.assertEqual(self.installed(), left)
+
+    def test_quit_while_the_bar_fills(self):
+        for quit_by in ("button", "keys", "window manager"):
+            with self.subTest(quit_by):
+                run = self.open_and_choose(**case.LONG)
+                run.waits_for("Install in Progress...")
+                bar = run.find("Progress", "progress bar")
+                wait_until(lambda: bar.value[0] > 0, "the bar to move")
+                if quit_by == "button":
+                    run.click("Quit")
+                elif quit_by == "keys":
+                    run.key("Control_L+q")
+                else:
+                    run.ask_to_close("Install")
+                self.assert_ends(run)
+                # Nothing is cleaned up: the next run does that.
+                self.assertTrue(os.path.exists(os.path.join(self.target, "Tool.zip")))
+
+    def test_install_clicked_again_during_the_wait_goes_through_the_flow_once_more(self):
+        run = self.open_and_choose(**case.LONG)
+        run.find("Progress", "progress bar")
+        run.click("Install")
+        # The name of the folder is a whole path by now, which leads nowhere below the second one.
+        self.choose_folder(run, self.folder)
+        run.waits_for("Installation Failed")
+        run.key("Return")
+        self.assert_ends(run)
+        self.assertIn("noise", self.installed())
+
+
+if __name__ == "__main__":
+    case.main()
