@@ -1,17 +1,18 @@
 #include <curl/curl.h>
 
-#include <array>
 #include <memory>
-#include <new>
 #include <string>
 
 #include "platform/framework/application.h"
 #include "platform/framework/http_socket.h"
+#include "platform/framework/response_body.h"
+#include "platform/framework/trust_store.h"
 
 namespace zephin {
 namespace {
 
-constexpr int kTicksPerSecond = 60;
+constexpr std::int64_t kTicksPerSecond = 60;
+/// The longest that the window's events wait for the network.
 constexpr int kPollMilliseconds = 10;
 
 struct EasyEnd {
@@ -20,76 +21,81 @@ struct EasyEnd {
 struct MultiEnd {
   void operator()(CURLM* multi) const { curl_multi_cleanup(multi); }
 };
-using Easy = std::unique_ptr<CURL, EasyEnd>;
-using Multi = std::unique_ptr<CURLM, MultiEnd>;
 
-/// What has arrived so far.
-struct Body {
-  std::string bytes;
-  bool outOfMemory = false;
+extern "C" std::size_t TakeBytes(char* data, std::size_t size, std::size_t count, void* user) {
+  auto& body = *static_cast<ResponseBody*>(user);
+  return body.Add({data, size * count}) ? size * count : 0;
+}
+
+/// One request, from its start to the end of its connection, which goes with it at once.
+class Transfer {
+ public:
+  Transfer(const String& url, const char* protocol) {
+    Set(CURLOPT_URL, url.CString());
+    Set(CURLOPT_PROTOCOLS_STR, protocol);
+    Set(CURLOPT_WRITEFUNCTION, &TakeBytes);
+    Set(CURLOPT_WRITEDATA, &body_);
+    // A name that nobody answers for is looked up by a thread, which is not to be waited for.
+    Set(CURLOPT_QUICK_EXIT, 1L);
+    const std::string store = SystemTrustStore();
+    if (!store.empty()) {
+      Set(CURLOPT_CAINFO, store.c_str());
+    }
+    curl_multi_add_handle(multi_.get(), easy_.get());
+  }
+  ~Transfer() { curl_multi_remove_handle(multi_.get(), easy_.get()); }
+  Transfer(const Transfer&) = delete;
+  Transfer& operator=(const Transfer&) = delete;
+
+  /// Returns when the transfer has ended by itself or has shown no sign for so long. A Quit in one
+  /// of the events that run meanwhile leaves it like any other exception.
+  void Run(std::int64_t mostSilence) {
+    std::int64_t lastSign = Ticks();
+    while (Proceed()) {
+      // The events first: they may take long, and what arrives meanwhile is seen by the poll.
+      RuntimeBackgroundTask();
+      int signs = 0;
+      curl_multi_poll(multi_.get(), nullptr, 0, kPollMilliseconds, &signs);
+      if (signs > 0) {
+        lastSign = Ticks();
+      } else if (Ticks() - lastSign > mostSilence) {
+        return;
+      }
+    }
+  }
+
+  std::string TakeBody() { return body_.Join(); }
+
+ private:
+  template <class Value>
+  void Set(CURLoption option, Value value) {
+    curl_easy_setopt(easy_.get(), option, value);
+  }
+
+  /// Does what can be done without waiting. False: the transfer has ended, well or not.
+  bool Proceed() {
+    int running = 0;
+    return curl_multi_perform(multi_.get(), &running) == CURLM_OK && running > 0;
+  }
+
+  ResponseBody body_;
+  std::unique_ptr<CURLM, MultiEnd> multi_{curl_multi_init()};
+  std::unique_ptr<CURL, EasyEnd> easy_{curl_easy_init()};
 };
 
-std::size_t TakeBytes(char* data, std::size_t size, std::size_t count, void* user) {
-  auto& body = *static_cast<Body*>(user);
-  try {
-    body.bytes.append(data, size * count);
-    return size * count;
-  } catch (const std::bad_alloc&) {
-    body.outOfMemory = true;
-    return 0;
-  }
-}
-
-/// A value that changes whenever bytes arrive or the connection gets a step further.
-using Progress = std::array<curl_off_t, 6>;
-
-Progress ProgressOf(CURL* easy) {
-  Progress progress{};
-  curl_easy_getinfo(easy, CURLINFO_SIZE_DOWNLOAD_T, &progress[0]);
-  curl_easy_getinfo(easy, CURLINFO_NAMELOOKUP_TIME_T, &progress[1]);
-  curl_easy_getinfo(easy, CURLINFO_CONNECT_TIME_T, &progress[2]);
-  curl_easy_getinfo(easy, CURLINFO_APPCONNECT_TIME_T, &progress[3]);
-  curl_easy_getinfo(easy, CURLINFO_PRETRANSFER_TIME_T, &progress[4]);
-  curl_easy_getinfo(easy, CURLINFO_STARTTRANSFER_TIME_T, &progress[5]);
-  return progress;
-}
-
-/// Runs the transfer until it ends by itself or has been silent for too long.
-void Run(CURLM* multi, CURL* easy, int silenceSeconds) {
-  Progress seen = ProgressOf(easy);
-  std::int64_t lastChange = Ticks();
-  int running = 1;
-  while (curl_multi_perform(multi, &running) == CURLM_OK && running > 0) {
-    const Progress now = ProgressOf(easy);
-    if (now != seen) {
-      seen = now;
-      lastChange = Ticks();
-    } else if (Ticks() - lastChange > std::int64_t{silenceSeconds} * kTicksPerSecond) {
-      return;
-    }
-    curl_multi_poll(multi, nullptr, 0, kPollMilliseconds, nullptr);
-    RuntimeBackgroundTask();
-  }
+void StartLibrary() {
+  // For the whole process, and never ended: a look-up may still be under way.
+  static const CURLcode started = curl_global_init(CURL_GLOBAL_DEFAULT);
+  static_cast<void>(started);
 }
 
 }  // namespace
 
 String HTTPSocket::Get(const String& url, int timeoutSeconds) {
-  Body body;
-  const Multi multi(curl_multi_init());
-  const Easy easy(curl_easy_init());
-  curl_easy_setopt(easy.get(), CURLOPT_URL, url.CString());
-  curl_easy_setopt(easy.get(), CURLOPT_PROTOCOLS_STR, Kind() == Security::TLS ? "https" : "http");
-  curl_easy_setopt(easy.get(), CURLOPT_NOSIGNAL, 1L);
-  curl_easy_setopt(easy.get(), CURLOPT_WRITEFUNCTION, TakeBytes);
-  curl_easy_setopt(easy.get(), CURLOPT_WRITEDATA, &body);
-  curl_multi_add_handle(multi.get(), easy.get());
-  Run(multi.get(), easy.get(), timeoutSeconds);
-  curl_multi_remove_handle(multi.get(), easy.get());
-  if (body.outOfMemory) {
-    return {"", Encoding::None};
-  }
-  return {std::move(body.bytes), Encoding::None};
+  StartLibrary();
+  Transfer transfer(url, Kind() == Security::TLS ? "https" : "http");
+  transfer.Run(timeoutSeconds * kTicksPerSecond);
+  return {transfer.TakeBody(), Encoding::None};
 }
 
 }  // namespace zephin
