@@ -20,8 +20,10 @@ constexpr qreal kEndless = 1'000'000;
 constexpr qreal kTolerance = 0.5;
 
 QTextOption OptionFor(const QString& text, const FittedText::Style& style) {
-  QTextOption option(style.align);
-  option.setTextDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+  const bool fromTheRight = text.isRightToLeft();
+  const bool atItsBeginning = style.align == Qt::AlignLeft;
+  QTextOption option(fromTheRight && atItsBeginning ? Qt::AlignRight : style.align);
+  option.setTextDirection(fromTheRight ? Qt::RightToLeft : Qt::LeftToRight);
   option.setWrapMode(style.lines == FittedText::Lines::Many
                          ? QTextOption::WrapAtWordBoundaryOrAnywhere
                          : QTextOption::NoWrap);

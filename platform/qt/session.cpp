@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <array>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <optional>
 #include <string>
@@ -31,6 +32,13 @@ extern "C" void EndWithStatus0() {
 
 extern "C" void EndOnSignal(int /*signal*/) {
   _exit(0);
+}
+
+/// The toolkit's remarks on fonts, settings and the like are nothing to this program's users.
+void TellGraveOnly(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
+  if (type == QtCriticalMsg || type == QtFatalMsg) {
+    std::fprintf(stderr, "%s\n", qPrintable(message));
+  }
 }
 
 /// Takes variables out of the environment, or sets them, for as long as it lives.
@@ -97,6 +105,7 @@ std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
       {"KDE_FULL_SESSION", nullptr},
       {"GNOME_DESKTOP_SESSION_ID", nullptr},
   });
+  qInstallMessageHandler(TellGraveOnly);
   return std::make_unique<QApplication>(argc, argv);
 }
 
