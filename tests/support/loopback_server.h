@@ -1,0 +1,55 @@
+#ifndef TESTS_SUPPORT_LOOPBACK_SERVER_H_
+#define TESTS_SUPPORT_LOOPBACK_SERVER_H_
+
+#include <atomic>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace zephin::test {
+
+/// A response with that body and its length.
+std::string HttpResponse(const std::string& status, const std::string& body);
+
+/// A server on the loopback device that gives the same answer to each request, byte for byte, from
+/// a thread of its own.
+class LoopbackServer {
+ public:
+  enum class Then { Close, KeepOpen };
+
+  explicit LoopbackServer(std::string answer, Then then = Then::Close);
+  ~LoopbackServer();
+  LoopbackServer(const LoopbackServer&) = delete;
+  LoopbackServer& operator=(const LoopbackServer&) = delete;
+
+  std::string Address(const std::string& path = "/") const;
+  /// The requests so far, each up to and with its empty line.
+  std::vector<std::string> Requests() const;
+  /// Whether the whole answer to the last request has been sent.
+  bool HasAnswered() const { return answered_; }
+  /// Sends more, or waits for the client to close, on a connection that has been kept open.
+  void SendMore(const std::string& bytes) const;
+  bool ClientCloses() const;
+
+ private:
+  void Serve();
+  void Answer(int connection);
+
+  std::string answer_;
+  Then then_;
+  int port_ = 0;
+  int listener_ = -1;
+  int kept_ = -1;
+  std::atomic<bool> answered_ = false;
+  mutable std::mutex mutex_;
+  std::vector<std::string> requests_;
+  std::thread thread_;
+};
+
+/// A port of the loopback device on which nobody listens.
+int UnusedPort();
+
+}  // namespace zephin::test
+
+#endif  // TESTS_SUPPORT_LOOPBACK_SERVER_H_
