@@ -66,6 +66,7 @@ TEST(InStr, PositionsAreThoseOfTheOriginalText) {
       {"form of another size before", 1, "\u212A\u017F\u1E9Ez", "Z", 4},
       {"form of another size matched", 2, "\u212Ax\u212A", "K", 3},
       {"sharp s is no two letters", 1, "Strasse", "\u00DF", 0},
+      {"needle that overlaps itself", 1, "ééxéééxéééé", "ÉÉxÉÉÉÉ", 5},
       {"start of a character", 1, "\u6F22", {"\xE6\xBC", UTF8}, 0},
       {"invalid byte in Mac Roman", 1, {"\x8E", MacRoman}, {"\x8E", UTF8}, 0},
       {"Mac Roman in UTF-8", 1, "x\u00E9", {"\x83", MacRoman}, 2},
