@@ -1,5 +1,6 @@
 #include "tools/make_setup/bundle.h"
 
+#include <ranges>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -27,7 +28,7 @@ void CheckPlaces(const fs::path& folder, const fs::path& stub, const fs::path& o
     throw SetupError(stub.string() + ": is no stub's bundle (has no Contents/MacOS)");
   }
   if (output.extension() != ".app") {
-    throw SetupError(output.string() + ": a bundle's name must end in \".app\"");
+    throw SetupError(output.string() + R"(: a bundle's name must end in ".app")");
   }
   if (fs::exists(fs::symlink_status(output)) && !IsBundle(output)) {
     throw SetupError(output.string() + ": stands already and is no bundle");
@@ -61,7 +62,7 @@ fs::path StageNewTree(const PatchSource& patch, const fs::path& oldTree, const f
   CopyTree(oldTree, scratch);
   for (const std::string& path : patch.removed) {
     if (fs::remove_all(PlaceBelow(scratch, path)) == 0) {
-      throw SetupError("remove: \"" + path + "\" is not in the old folder");
+      throw SetupError("remove: " + Quoted(path) + " is not in the old folder");
     }
   }
   for (const TreeItem& item : ListTree(patch.overlay)) {
@@ -135,8 +136,8 @@ class Moves {
   Moves() = default;
   ~Moves() {
     std::error_code ignored;
-    for (auto move = done_.rbegin(); move != done_.rend(); ++move) {
-      fs::rename(move->second, move->first, ignored);
+    for (const auto& [from, to] : std::views::reverse(done_)) {
+      fs::rename(to, from, ignored);
     }
   }
   Moves(const Moves&) = delete;

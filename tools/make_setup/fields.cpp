@@ -26,7 +26,7 @@ void Substitute(std::string& text, const Values& values) {
     const std::size_t end = text.find('}', at);
     const auto value = values.find(text.substr(at + 2, end - at - 2));
     if (end == std::string::npos || value == values.end()) {
-      throw SetupError("\"" + text + "\": no value for \"" + text.substr(at, end - at + 1) + "\"");
+      throw SetupError(Quoted(text) + ": no value for " + Quoted(text.substr(at, end - at + 1)));
     }
     text.replace(at, end - at + 1, value->second);
     at += value->second.size();
@@ -158,7 +158,7 @@ json ReadJson(const std::string& path, const Values& values) {
     }
     for (const auto& [name, value] : values) {
       if (!fields.Has(name)) {
-        throw SetupError("\"" + name + "\" is set, but there is no such name");
+        throw SetupError(Quoted(name) + " is set, but there is no such name");
       }
     }
   });

@@ -20,7 +20,7 @@ void List(const fs::path& root, const std::string& below, std::vector<TreeItem>&
   for (const fs::directory_entry& entry : entries) {
     const fs::file_status status = entry.symlink_status();
     const std::string name = entry.path().filename().string();
-    TreeItem item{below.empty() ? name : below + "/" + name, ItemKind::File,
+    TreeItem item{(fs::path(below) / name).string(), ItemKind::File,
                   status.permissions() & fs::perms::all};
     if (fs::is_directory(status)) {
       item.kind = ItemKind::Folder;
@@ -88,7 +88,7 @@ fs::path PlaceBelow(const fs::path& root, const std::string& path) {
   fs::path place = root;
   for (const fs::path& name : fs::path(path).lexically_normal()) {
     if (!IsBelow(path) || (place != root && fs::is_symlink(place))) {
-      throw SetupError("\"" + path + "\" is not below " + root.string());
+      throw SetupError(Quoted(path) + " is not below " + root.string());
     }
     place /= name;
   }

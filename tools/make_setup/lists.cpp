@@ -9,7 +9,7 @@ namespace {
 void Refuse(const std::string& text, const char* separators) {
   const std::size_t at = text.find_first_of(separators);
   if (at != std::string::npos) {
-    throw SetupError("\"" + text + "\" holds a \"" + text[at] + "\", which the list can't hold");
+    throw SetupError(Quoted(text) + " holds a '" + text[at] + "', which the list can't hold");
   }
 }
 
@@ -19,8 +19,8 @@ enum class Home { Allowed, Unknown };
 const std::string& FullPath(const std::string& path, Home home, const char* separators) {
   const bool atHome = home == Home::Allowed && InStr(Utf8(path), "UserAccount/") == 1;
   if (!atHome && !path.starts_with('/')) {
-    throw SetupError("\"" + path + "\" must begin with \"/\"" +
-                     (home == Home::Allowed ? " or \"UserAccount/\"" : ""));
+    throw SetupError(Quoted(path) + R"( must begin with "/")" +
+                     (home == Home::Allowed ? R"( or "UserAccount/")" : ""));
   }
   Refuse(path, separators);
   return path;
@@ -30,11 +30,11 @@ const std::string& ItemPath(const std::string& path) {
   for (const char* keyword :
        {"delete", "allusersfullaccess", "preinstalldelete", "preinstallcopy"}) {
     if (TextEquals(Utf8(path), keyword)) {
-      throw SetupError("\"" + path + "\" is a command, so no item can be copied by that name");
+      throw SetupError(Quoted(path) + " is a command, so no item can be copied by that name");
     }
   }
   if (path.empty() || path.starts_with('/')) {
-    throw SetupError("\"" + path + "\" must be the path of an item below the target folder");
+    throw SetupError(Quoted(path) + " must be the path of an item below the target folder");
   }
   Refuse(path, "|=");
   return path;

@@ -1,9 +1,9 @@
 #include "tools/make_setup/page_text.h"
 
 #include <algorithm>
-#include <array>
 
 #include "platform/framework/text.h"
+#include "tools/make_setup/hex_digits.h"
 #include "tools/make_setup/setup_error.h"
 
 namespace zephin::make_setup {
@@ -25,26 +25,15 @@ std::string ObstacleToMacRoman(const std::string& text) {
     return "holds a character that Mac Roman doesn't have";
   }
   if (text.find('|') != std::string::npos) {
-    return "holds a \"|\", which would become a line end";
+    return R"(holds a "|", which would become a line end)";
   }
   if (("\n" + text + "\n").find("\n#\n") != std::string::npos) {
-    return "has a line \"#\", which would become the record's separator";
+    return R"(has a line "#", which would become the record's separator)";
   }
   if (Holds(text, "$HTML$")) {
-    return "holds \"$HTML$\", the mark of the other form";
+    return R"(holds "$HTML$", the mark of the other form)";
   }
   return "";
-}
-
-std::string HexDigits(const std::string& bytes) {
-  constexpr char kDigits[] = "0123456789ABCDEF";
-  std::string hex;
-  hex.reserve(bytes.size() * 2);
-  for (const char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
-    hex += {kDigits[byte / 16], kDigits[byte % 16]};
-  }
-  return hex;
 }
 
 }  // namespace
@@ -63,8 +52,8 @@ std::string PageText(std::string utf8, PageKind kind, PageForm form) {
   }
   if (Holds(utf8, "<html>") != (kind == PageKind::Html)) {
     throw SetupError(kind == PageKind::Html
-                         ? "is HTML without \"<html>\", so it would be shown as plain text"
-                         : "is plain text with \"<html>\", so it would be shown as HTML");
+                         ? R"(is HTML without "<html>", so it would be shown as plain text)"
+                         : R"(is plain text with "<html>", so it would be shown as HTML)");
   }
   const std::string obstacle = ObstacleToMacRoman(utf8);
   if (form == PageForm::MacRoman && !obstacle.empty()) {

@@ -30,7 +30,7 @@ Items Index(const fs::path& root) {
   Items items;
   for (const TreeItem& item : ListTree(root)) {
     if (InStr(Utf8(Name(item.path)), kMarker) != 0) {
-      throw SetupError(item.path + ": holds \"" + kMarker + "\", the mark of a deletion");
+      throw SetupError(item.path + ": holds " + Quoted(kMarker) + ", the mark of a deletion");
     }
     items.emplace(item.path, item);
   }
@@ -99,7 +99,7 @@ class PatchMaker {
     const std::string parent = Parent(item.path);
     // The stub takes a bundle for a file and makes the folder that holds it instead.
     if (!parent.empty() && !old_.contains(parent) && TextEquals(Right(Utf8(parent), 4), ".app")) {
-      throw SetupError(item.path + ": a patch can't bring files directly in a new \".app\"");
+      throw SetupError(item.path + R"(: a patch can't bring files directly in a new ".app")");
     }
     RefuseHidden(item, "comes");
     Take(item);

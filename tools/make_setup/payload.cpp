@@ -99,7 +99,7 @@ bool IsPieceName(const std::string& name) {
 void Generate(const GeneratedFile& file, const fs::path& folder) {
   const fs::path path = PlaceBelow(folder, file.path);
   if (fs::exists(fs::symlink_status(path))) {
-    throw SetupError("\"" + file.path + "\" stands in the payload already");
+    throw SetupError(Quoted(file.path) + " stands in the payload already");
   }
   fs::create_directories(path.parent_path());
   FileWriter writer(path);

@@ -2,8 +2,10 @@
 
 #include <png.h>
 
+#include <algorithm>
 #include <cstdint>
 
+#include "tools/make_setup/hex_digits.h"
 #include "tools/make_setup/setup_error.h"
 
 namespace zephin::make_setup {
@@ -42,31 +44,17 @@ PixelRows ReadPng(const std::filesystem::path& path) {
 }
 
 std::string PictureTriple(const PixelRows& picture) {
-  constexpr char kDigits[] = "0123456789ABCDEF";
+  const std::string digits = HexDigits(picture.rgb);
   std::string triple;
-  char digit = 0;
-  std::size_t count = 0;
-  const auto endRun = [&] {
-    if (count < kShortestRun) {
-      triple.append(count, digit);
+  for (std::size_t start = 0; start < digits.size();) {
+    const std::size_t end = std::min(digits.find_first_not_of(digits[start], start), digits.size());
+    if (end - start < kShortestRun) {
+      triple.append(digits, start, end - start);
     } else {
-      triple += digit + ("[" + std::to_string(count) + "]");
+      triple += digits[start] + ("[" + std::to_string(end - start) + "]");
     }
-    count = 0;
-  };
-  const auto add = [&](char next) {
-    if (next != digit) {
-      endRun();
-      digit = next;
-    }
-    ++count;
-  };
-  for (const char c : picture.rgb) {
-    const auto byte = static_cast<unsigned char>(c);
-    add(kDigits[byte / 16]);
-    add(kDigits[byte % 16]);
+    start = end;
   }
-  endRun();
   return triple + "," + std::to_string(picture.width) + "," + std::to_string(picture.height);
 }
 

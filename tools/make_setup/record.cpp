@@ -12,7 +12,9 @@ struct Position {
   std::string text;
 };
 
-constexpr Position kReserved{"", ""};
+Position Reserved() {
+  return {"", ""};
+}
 
 std::string Flag(bool value) {
   return value ? "1" : "0";
@@ -24,8 +26,8 @@ std::string JoinPositions(const std::vector<Position>& positions, const std::str
     // A reader cuts at the first separator that it meets, so a text may neither hold one nor form
     // one with the separator behind it, as a "|#" at its end does.
     if ((position.text + separator).find(separator) != position.text.size()) {
-      throw SetupError(std::string(position.field) + ": holds \"" + separator +
-                       "\" or the beginning of it at the end, where a record would be cut");
+      throw SetupError(std::string(position.field) + ": holds " + Quoted(separator) +
+                       " or the beginning of it at the end, where a record would be cut");
     }
     joined += (&position == positions.data() ? "" : separator) + position.text;
   }
@@ -39,7 +41,7 @@ std::string CaptionList(std::vector<std::string> labels) {
   std::string list;
   for (std::size_t i = 0; i < labels.size(); ++i) {
     if (labels[i].find('|') != std::string::npos) {
-      throw SetupError("fLabels: caption " + std::to_string(i) + " holds a \"|\"");
+      throw SetupError("fLabels: caption " + std::to_string(i) + R"( holds a "|")");
     }
     list += (i == 0 ? "" : "|") + labels[i];
   }
@@ -55,14 +57,14 @@ std::string OuterRecord(const SetupRecord& record) {
                         {"fApplicationFolder", Flag(record.fApplicationFolder)},
                         {"fExecuteAfterName", record.fExecuteAfterName},
                         {"fLogoPixelStr", record.fLogoPixelStr},
-                        kReserved,
+                        Reserved(),
                         {"fPicturePixelStr", record.fPicturePixelStr},
                         {"fPromptToReplace", Flag(record.fPromptToReplace)},
                         {"fExecuteBeforeName", record.fExecuteBeforeName},
                         {"fBackgroundPixelStr", record.fBackgroundPixelStr},
                         {"fEncryptionLen", length},
                         {"fCenterMessage", Flag(record.fCenterMessage)},
-                        kReserved},
+                        Reserved()},
                        "$|~");
 }
 
@@ -76,11 +78,11 @@ std::string InnerRecord(const SetupRecord& record) {
                                   {"fTargetFolder", record.fTargetFolder},
                                   {"fCopyright", record.fCopyright},
                                   {"fWindowTitle", record.fWindowTitle},
-                                  kReserved,
-                                  kReserved,
-                                  kReserved,
+                                  Reserved(),
+                                  Reserved(),
+                                  Reserved(),
                                   {"fInstallationPatch", Flag(record.fInstallationPatch)}};
-  positions.insert(positions.end(), 8, kReserved);
+  positions.insert(positions.end(), 8, Reserved());
   positions.insert(positions.end(), {{"fInstallChoices", record.fInstallChoices},
                                      {"fInstallOptions", record.fInstallOptions},
                                      {"fMinOS", record.fMinOS},

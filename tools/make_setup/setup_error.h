@@ -13,6 +13,11 @@ class SetupError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// A publisher's text as it stands in such a sentence.
+inline std::string Quoted(const std::string& text) {
+  return '"' + text + '"';
+}
+
 /// Runs `step`, gives its result, and puts `place` in front of the sentence of a SetupError that
 /// leaves it.
 template <class Step>

@@ -66,11 +66,11 @@ std::vector<std::string> ReadLabels(Fields& setup) {
 /// the stub puts behind it.
 std::string ReadTargetFolder(Fields& setup) {
   constexpr std::size_t kLongest = 240;
-  const std::string name = setup.NeededText("fTargetFolder");
+  std::string name = setup.NeededText("fTargetFolder");
   if (name == "." || name == ".." || name.find('/') != std::string::npos ||
       name.size() > kLongest) {
-    throw SetupError("fTargetFolder: \"" + name +
-                     "\" must be the name of a folder, without a path");
+    throw SetupError("fTargetFolder: " + Quoted(name) +
+                     " must be the name of a folder, without a path");
   }
   return name;
 }
@@ -79,7 +79,7 @@ std::string ReadKeyword(Fields& setup, const std::string& field,
                         const std::vector<std::string>& keywords) {
   std::string keyword = setup.Text(field);
   if (!keyword.empty() && std::find(keywords.begin(), keywords.end(), keyword) == keywords.end()) {
-    throw SetupError(field + ": \"" + keyword + "\" is none of its keywords");
+    throw SetupError(field + ": " + Quoted(keyword) + " is none of its keywords");
   }
   return keyword;
 }
@@ -107,10 +107,10 @@ void ReadTexts(Fields& setup, SetupRecord& record) {
 std::string ReadPage(const std::string& name, const std::string& form, const fs::path& folder) {
   const std::string extension = fs::path(name).extension().string();
   if (extension != ".txt" && extension != ".html") {
-    throw SetupError("\"" + name + "\" must be a file \"*.txt\" or \"*.html\"");
+    throw SetupError(Quoted(name) + R"( must be a file "*.txt" or "*.html")");
   }
   if (!form.empty() && form != "hex" && form != "MacRoman") {
-    throw SetupError("form: must be \"hex\" or \"MacRoman\"");
+    throw SetupError(R"(form: must be "hex" or "MacRoman")");
   }
   std::string text = ReadFile(folder / name);
   return At(name, [&] {
@@ -167,7 +167,7 @@ std::string ReadProgram(Fields& setup, const std::string& field, const Setup& ma
   if (!name.empty() && !beginsName("UserAccount/") && !beginsName("InstallFolder/") &&
       !beginsName("FixedPath/") && !beginsName("SetupFolder/") &&
       std::none_of(made.helpers.begin(), made.helpers.end(), isNamed)) {
-    throw SetupError(field + ": \"" + name + "\" is none of the files in \"helpers\"");
+    throw SetupError(field + ": " + Quoted(name) + R"( is none of the files in "helpers")");
   }
   return name;
 }
@@ -206,7 +206,7 @@ void ReadPayload(Fields& setup, const fs::path& folder, Setup& made) {
   made.pieceSize = setup.Number("pieceSize");
   if (setup.Has("patch")) {
     if (setup.Has("payload")) {
-      throw SetupError("patch: takes the place of \"payload\", so only one of them can be there");
+      throw SetupError(R"(patch: takes the place of "payload", so only one of them can be there)");
     }
     ReadPatch(setup, folder, made);
     return;
@@ -215,7 +215,7 @@ void ReadPayload(Fields& setup, const fs::path& folder, Setup& made) {
   setup.ForEach("generate", [&](Fields& entry) {
     const std::string kind = entry.NeededText("kind");
     if (kind != "noise" && kind != "words") {
-      throw SetupError("kind: must be \"noise\" or \"words\"");
+      throw SetupError(R"(kind: must be "noise" or "words")");
     }
     made.generated.push_back(
         {entry.NeededText("path"), entry.Number("bytes"), entry.Number("seed"),

@@ -51,7 +51,7 @@ Selection ReadEntry(Fields& entry, Download download, const fs::path& folder, Se
     }
     selection.source = source.filename().string() + ".zip";
     if (download == Download::Allowed && InStr(Utf8(selection.source), "http") == 1) {
-      throw SetupError("source: \"" + selection.source + "\" would be taken for an address");
+      throw SetupError("source: " + Quoted(selection.source) + " would be taken for an address");
     }
     AddArchive(made.archives, {selection.source, source, false});
     return selection;
