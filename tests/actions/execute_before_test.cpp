@@ -1,0 +1,112 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tests/support/stub_run.h"
+
+namespace zephin::test {
+namespace {
+
+constexpr std::int64_t kSecond = 1000;
+
+TEST(ExecuteBefore, AnswersAreTakenAtTheirTime) {
+  struct Row {
+    std::vector<std::pair<std::int64_t, std::string>> replies;  ///< Milliseconds after the start.
+    std::string message;
+    bool goOn;
+    std::int64_t seconds;
+  };
+  const std::string wait = "ZephinInstallWait";
+  const std::vector<Row> rows{
+      // No helper has spoken after three seconds.
+      {{}, "", true, 3},
+      {{{3500, "ZephinInstallAbort:late"}}, "", true, 3},
+      // One that has is read a second later, however early it was done.
+      {{{100, "ZephinInstallDone:"}}, "", true, 4},
+      {{{100, "ZephinInstallDone:x"}}, "", true, 4},
+      {{{2900, "zephininstalldone:xy"}}, "xy", true, 4},
+      {{{100, "ZephinInstallAbort:"}}, "", false, 4},
+      {{{100, "ZEPHININSTALLABORT:x"}}, "x", false, 4},
+      // The wait is looked at once a second, without end; any other text ends it.
+      {{{100, wait}, {3500, "ZephinInstallAbort:x\n y"}}, "x\n y", false, 4},
+      {{{100, "zephininstallwait"}, {5500, "ZephinInstallDone:ok"}}, "ok", true, 6},
+      {{{100, wait}, {600 * kSecond, "ZephinInstallDone:ok"}}, "ok", true, 600},
+      {{{100, wait}, {5500, ""}}, "", true, 6},
+      {{{100, wait + " "}}, "", true, 4},
+      {{{100, wait + "\n"}}, "", true, 4},
+      {{{100, " ZephinInstallAbort:x"}}, "", true, 4},
+      {{{100, "ZephinInstallAbort"}}, "", true, 4},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.replies.empty() ? "no reply" : row.replies.back().second);
+    StubRun run;
+    ZephinStubWindow& window = run.BareWindow();
+    window.fExecuteBeforeName = "helper";
+    run.desktop.clipboard = "the user's";
+    run.desktop.onLaunch = [&](const std::string& path) {
+      EXPECT_EQ(path, run.Resources() / "helper");
+      EXPECT_EQ(run.desktop.clipboard, "");
+      for (const auto& [time, text] : row.replies) {
+        run.desktop.After(time, [&, text = text] {
+          EXPECT_EQ(run.desktop.IsShown(window), row.seconds * kSecond < time);
+          run.desktop.clipboard = text;
+        });
+      }
+    };
+    if (!row.message.empty()) {
+      run.desktop.ExpectMessage(row.message);
+    }
+    EXPECT_EQ(window.DoExecuteBefore(), row.goOn);
+    // Each turn is a tick longer than its time, so the looks at a long wait fall anywhere in it.
+    EXPECT_GE(run.desktop.milliseconds, row.seconds * kSecond);
+    EXPECT_LT(run.desktop.milliseconds, row.seconds * kSecond + (row.seconds > 9 ? 1100 : 200));
+    EXPECT_TRUE(run.desktop.IsShown(window));
+    EXPECT_EQ(run.desktop.bringToFrontCalls, row.goOn ? 1 : 0);
+    EXPECT_EQ(run.desktop.launched.size(), 1U);
+  }
+}
+
+TEST(ExecuteBefore, HelperNamedByATokenIsToldItsPlaceAndMayBeMissing) {
+  for (const bool exists : {true, false}) {
+    StubRun run;
+    if (exists) {
+      WriteFile(run.Disk() / "helper", "");
+    }
+    const std::string path = run.Disk() / "helper";
+    run.BareWindow().fExecuteBeforeName = "SetupFolder/helper";
+    EXPECT_TRUE(run.BareWindow().DoExecuteBefore());
+    EXPECT_EQ(run.desktop.launched, std::vector<std::string>(exists ? 1 : 0, path));
+    EXPECT_EQ(run.desktop.clipboard, path);
+    // The path that still stands there is taken for an answer, so a second more passes.
+    EXPECT_EQ(run.desktop.milliseconds / kSecond, exists ? 4 : 0);
+    EXPECT_TRUE(run.desktop.IsShown(run.BareWindow()));
+  }
+}
+
+TEST(ExecuteBefore, WithoutANameNothingIsTouched) {
+  StubRun run;
+  run.desktop.clipboard = "the user's";
+  EXPECT_TRUE(run.BareWindow().DoExecuteBefore());
+  EXPECT_EQ(run.desktop.clipboard, "the user's");
+  EXPECT_EQ(run.desktop.milliseconds, 0);
+}
+
+TEST(ExecuteBefore, AbortAndQuitEndTheProgram) {
+  for (const auto& [answer, status] : {std::pair{"ZephinInstallAbort:", 0},
+                                       {"ZephinInstallDone:", -1},
+                                       {"ZephinInstallWait", 0}}) {
+    StubRun run;
+    run.record.fTargetFolder = "Tool";
+    run.record.fExecuteBeforeName = "helper";
+    run.desktop.onLaunch = [&run, answer = answer](const std::string&) {
+      run.desktop.clipboard = answer;
+    };
+    run.desktop.After(100 * kSecond, [] { Quit(0); });
+    EXPECT_EQ(run.Run(), status) << answer;
+  }
+}
+
+}  // namespace
+}  // namespace zephin::test
