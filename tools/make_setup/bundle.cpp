@@ -1,6 +1,5 @@
 #include "tools/make_setup/bundle.h"
 
-#include <ranges>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -136,8 +135,8 @@ class Moves {
   Moves() = default;
   ~Moves() {
     std::error_code ignored;
-    for (const auto& [from, to] : std::views::reverse(done_)) {
-      fs::rename(to, from, ignored);
+    for (; !done_.empty(); done_.pop_back()) {
+      fs::rename(done_.back().second, done_.back().first, ignored);
     }
   }
   Moves(const Moves&) = delete;

@@ -10,16 +10,6 @@
 namespace zephin::make_setup {
 namespace {
 
-TEST(SelectionList, SeparatorsInATextAreRefused) {
-  EXPECT_EQ(SelectionList({{"A", "a.zip", "F", "tip"}, {"B", "http://h/b.zip", "G", ""}}),
-            "A,a.zip,F,tip|B,http://h/b.zip,G,");
-  EXPECT_EQ(SelectionList({}), "");
-  for (const Selection& entry : std::vector<Selection>{
-           {"A,B", "", "", ""}, {"", "|", "", ""}, {"", "", "a,", ""}, {"", "", "", "x, y"}}) {
-    EXPECT_NE(Refusal([&] { (void)SelectionList({entry}); }), "");
-  }
-}
-
 TEST(CopyList, EachCommandHasItsForm) {
   using enum CopyVerb;
   using enum CopyCondition;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <map>
 #include <random>
 #include <string>
@@ -50,9 +51,8 @@ class RandomTree {
   }
 
  private:
-  template <std::size_t kCount>
-  std::string Any(const char* const (&texts)[kCount]) {
-    return texts[random_() % kCount];
+  std::string Any(std::initializer_list<const char*> texts) {
+    return *(texts.begin() + random_() % texts.size());
   }
 
   void AddFile() {

@@ -11,22 +11,6 @@
 namespace zephin::make_setup {
 namespace {
 
-TEST(MakePatchTree, HoldsWhatChangesAndMarksWhatGoes) {
-  const test::ScratchFolder folder;
-  MakeTree(folder / "old",
-           "same=s changed=before length=1 program=x gone=x link->same gonelink->same sub/gone=x "
-           "emptied/gone=x Gone/deep/.hidden=x .Gone/x=x empty/ .hidden=s Old.app/Contents/x=1");
-  MakeTree(folder / "new",
-           "same=s changed=after length=2 program+=x link->same sub/ emptied/ empty/ .hidden=s "
-           ".config/new=n New/deep/file+=n New.app/Contents/x=1 Old.app/Contents/x=2 Old.app/in=d");
-  MakePatchTree(folder / "old", folder / "new", folder / "patch");
-  EXPECT_EQ(TreeWords(folder / "patch"),
-            ".Gone*Delete*/ .config/ .config/new=n Gone*Delete*/ New/ New/deep/ New/deep/file+=n "
-            "New.app/ New.app/Contents/ New.app/Contents/x=1 Old.app/ Old.app/Contents/ "
-            "Old.app/Contents/x=2 Old.app/in=d changed=after emptied/ emptied/gone*Delete*= "
-            "gone*Delete*= gonelink*Delete*= length=2 program+=x sub/ sub/gone*Delete*=");
-}
-
 TEST(MakePatchTree, WhatAPatchCannotSayIsRefusedByName) {
   struct Row {
     std::string before;
