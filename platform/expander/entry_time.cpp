@@ -19,8 +19,8 @@ std::int64_t LocalTimes::Seconds(std::uint16_t date, std::uint16_t time) {
     fields.tm_isdst = -1;
     known = Hour{key, std::mktime(&fields)};
   }
-  return known.seconds + static_cast<int>(time >> 5U & 0x3FU) * 60 +
-         static_cast<int>(time & 0x1FU) * 2;
+  const std::uint32_t within = (time >> 5U & 0x3FU) * 60U + (time & 0x1FU) * 2U;
+  return known.seconds + static_cast<std::int64_t>(within);
 }
 
 }  // namespace zephin::expander

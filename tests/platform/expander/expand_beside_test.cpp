@@ -104,6 +104,7 @@ TEST(ExpandBeside, PlacesContentsBesideAndNeverIntoWhatStands) {
 // Folders with many small files, enough for the expansion to be met at work.
 std::vector<ZipEntry> BigTree(int folders, int files) {
   std::vector<ZipEntry> entries;
+  entries.reserve(static_cast<std::size_t>(files));
   for (int i = 0; i < files; ++i) {
     entries.push_back(
         {.name = "Tool/d" + std::to_string(i % folders) + "/" + std::to_string(i), .data = "x"});

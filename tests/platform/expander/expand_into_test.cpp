@@ -119,7 +119,9 @@ TEST(ExpandInto, BytesOfEverySizeAreRight) {
       }
     }
   }
-  entries.push_back({.name = "zeros", .data = std::string(20'000'000, '\0'), .deflate = true});
+  std::string zeros;
+  zeros.resize(20'000'000);
+  entries.push_back({.name = "zeros", .data = zeros, .deflate = true});
   const Scratch scratch;
   const Result result = ExpandInto(scratch.Write("a.zip", MakeZip(entries)), scratch.Path("t"));
   EXPECT_EQ(result.Line(), "");

@@ -49,11 +49,11 @@ std::vector<HostileCase> HostileCases() {
       {"ParentInTheMiddle", {Named("a/../../sentinel")}, outside},
       {"ParentAtTheEnd", {Named("a/..")}, outside},
       {"ParentFolder", {{.name = "../", .mode = kFolder}}, outside},
-      {"BackslashParent", {Named("..\\sentinel")}, outside},
-      {"BackslashParentInside", {Named("a\\..\\..\\sentinel")}, outside},
+      {"BackslashParent", {Named(R"(..\sentinel)")}, outside},
+      {"BackslashParentInside", {Named(R"(a\..\..\sentinel)")}, outside},
       {"AbsoluteName", {Named("/tmp/expander-sentinel")}, absolute},
-      {"AbsoluteBackslash", {Named("\\sentinel")}, absolute},
-      {"AbsoluteDrive", {Named("C:\\sentinel")}, absolute},
+      {"AbsoluteBackslash", {Named(R"(\sentinel)")}, absolute},
+      {"AbsoluteDrive", {Named(R"(C:\sentinel)")}, absolute},
       {"NulInName", {Named(std::string("a\0b", 3))}, "NUL"},
       {"EmptyName", {Named("")}, "empty"},
       {"EndlessName", {Named(std::string(5000, 'n'))}, "longer than a path"},
@@ -114,7 +114,7 @@ std::vector<HostileCase> HostileCases() {
        "(and 1 more)",
        2,
        {{"\n", "file bad"}}},
-      {"NoLineFeedInTheLine", {Named("../a\nb")}, "../a\\x0ab: "},
+      {"NoLineFeedInTheLine", {Named("../a\nb")}, R"(../a\x0ab: )"},
   };
   // Data that are wrong, for each of the ways that data take: at once, in blocks, by two threads.
   for (const std::size_t size : {10UL, 300'000UL, 5'000'000UL}) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <vector>
 
 #include "tests/platform/expander/scratch.h"
 #include "tests/platform/expander/zip_writer.h"
@@ -19,23 +20,25 @@ struct ProgramCase {
   const char* line;
 };
 
-const ProgramCase kCalls[] = {
-    {"Good", "$DITTO -xk good.zip t && test -f t/a", 0, ""},
-    {"Bad", "$DITTO -xk bad.zip t", 1,
-     "ditto: ../\\x0a: the name leads out of the folder (and 1 more)\n"},
-    {"Missing", "$DITTO -xk none.zip t", 1, "ditto: none.zip: No such file or directory\n"},
-    {"TooFewWords", "$DITTO -xk good.zip", 2, "ditto: usage: ditto -xk ARCHIVE FOLDER\n"},
-    {"OtherOption", "$DITTO -ck good.zip t", 2, "ditto: usage: ditto -xk ARCHIVE FOLDER\n"},
-    // The first file that is opened must not get the number of standard error.
-    {"ClosedStreams", "$DITTO -xk bad.zip t <&- >&- 2>&-", 1, ""},
-    {"WriteLimit", "ulimit -f 0; $DITTO -xk good.zip t 2>&1 | grep -q 'a: File too large'", 0, ""},
-    {"Beside", "$BESIDE good.zip && test -f good/a", 0, ""},
-    {"BesideMissing", "$BESIDE none.zip", 1,
-     "expand_beside: none.zip: No such file or directory\n"},
-    {"BesideWithoutWord", "$BESIDE", 2, "expand_beside: usage: expand_beside ARCHIVE\n"}};
+std::vector<ProgramCase> ProgramCases() {
+  return {{"Good", "$DITTO -xk good.zip t && test -f t/a", 0, ""},
+          {"Bad", "$DITTO -xk bad.zip t", 1,
+           "ditto: ../\\x0a: the name leads out of the folder (and 1 more)\n"},
+          {"Missing", "$DITTO -xk none.zip t", 1, "ditto: none.zip: No such file or directory\n"},
+          {"TooFewWords", "$DITTO -xk good.zip", 2, "ditto: usage: ditto -xk ARCHIVE FOLDER\n"},
+          {"OtherOption", "$DITTO -ck good.zip t", 2, "ditto: usage: ditto -xk ARCHIVE FOLDER\n"},
+          // The first file that is opened must not get the number of standard error.
+          {"ClosedStreams", "$DITTO -xk bad.zip t <&- >&- 2>&-", 1, ""},
+          {"WriteLimit", "ulimit -f 0; $DITTO -xk good.zip t 2>&1 | grep -q 'a: File too large'", 0,
+           ""},
+          {"Beside", "$BESIDE good.zip && test -f good/a", 0, ""},
+          {"BesideMissing", "$BESIDE none.zip", 1,
+           "expand_beside: none.zip: No such file or directory\n"},
+          {"BesideWithoutWord", "$BESIDE", 2, "expand_beside: usage: expand_beside ARCHIVE\n"}};
+}
 
 TEST(Programs, StatusAndLine) {
-  for (const auto& row : kCalls) {
+  for (const auto& row : ProgramCases()) {
     SCOPED_TRACE(row.name);
     const Scratch scratch;
     (void)scratch.Write("good.zip",
