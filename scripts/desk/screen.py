@@ -1,5 +1,6 @@
 """The X side of a session: real clicks and keys, windows as the window manager sees them, pixels."""
 
+import contextlib
 import struct
 import zlib
 
@@ -84,6 +85,19 @@ class Screen:
         window.send_event(protocol.event.ClientMessage(
             window=window, client_type=protocols, data=(32, [delete, X.CurrentTime, 0, 0, 0])))
         self._display.sync()
+
+    @contextlib.contextmanager
+    def covered(self, area):
+        """Has another window stand over a part of the screen for a while."""
+        window = self._root.create_window(*area, 0, X.CopyFromParent, override_redirect=True,
+                                          background_pixel=0x808080, event_mask=X.ExposureMask)
+        window.map()
+        self._display.sync()
+        try:
+            yield
+        finally:
+            window.destroy()
+            self._display.sync()
 
     def resize(self, window, width, height):
         """Asks the window manager to give the window this size, as a drag of its edge would."""

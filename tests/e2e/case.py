@@ -15,8 +15,9 @@ import unittest
 _ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 sys.path.insert(0, os.path.join(_ROOT, "scripts", "desk"))
 
+from accessible import program  # noqa: E402,F401
 from installer import Installer, program_of  # noqa: E402
-from processes import Failure, wait_until  # noqa: E402
+from processes import Failure, command_line, descendants, wait_until  # noqa: E402,F401
 from screen import Screen  # noqa: E402
 from session import Session  # noqa: E402
 
@@ -78,7 +79,9 @@ class InstallerTest(unittest.TestCase):
 
     def bundle(self, files=None, payload=None, values=None, **fields):
         """Makes an installer: `fields` of setup.json, beside the `files` that they name."""
-        setup = {"fTargetFolder": "Tool", "payload": "payload", "fMessage": "Welcome", **fields}
+        setup = {"fTargetFolder": "Tool", "fMessage": "Welcome", **fields}
+        if "patch" not in fields:
+            setup["payload"] = "payload"
         folder = tempfile.mkdtemp(prefix="setup ", dir=self.folder)
         write_tree(folder, {"setup.json": json.dumps(setup), **(files or {}),
                             "payload": payload or {"read me.txt": "Hello"}})
@@ -102,8 +105,8 @@ class InstallerTest(unittest.TestCase):
 
     def open(self, bundle=None, settings=None, **fields):
         """Starts a bundle, or the one that `fields` describe."""
-        program = program_of(bundle or self.bundle(**fields))
-        run = Installer(self.screen, program, os.path.join(self.folder, "user"), settings)
+        executable = program_of(bundle or self.bundle(**fields))
+        run = Installer(self.screen, executable, os.path.join(self.folder, "user"), settings)
         self.opened.append(run)
         return run
 
