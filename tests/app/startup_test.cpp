@@ -1,33 +1,118 @@
 #include <gtest/gtest.h>
 
+#include "tests/support/limits.h"
 #include "tests/support/stub_run.h"
 
 namespace zephin::test {
 namespace {
 
-using testing::Test;
+namespace fs = std::filesystem;
 
-TEST(Startup, WholeInstallPutsThePayloadBesideTheUsersChoice) {
+/// The words on the window and the names of the controls that can be seen.
+std::string Looks(const ZephinStubWindow& window) {
+  std::string looks = window.Title().Bytes() + "," + window.MessageLabel()->Text().Bytes() + "," +
+                      window.URLLabel()->Text().Bytes() + "," +
+                      window.CopyrightLabel()->Text().Bytes();
+  for (const auto& control : window.Controls()) {
+    if (control->Visible()) {
+      const auto button = RefCast<PushButton>(control);
+      looks += " " + control->Name() + (button.IsNil() ? "" : "=" + button->Caption().Bytes());
+    }
+  }
+  return looks;
+}
+
+class Startup : public testing::Test {
+ protected:
+  /// Gives the status of the run's end, -1 if the window came to wait, which then looks so.
+  int Start(const std::string& expected = "") {
+    if (!expected.empty()) {
+      run.desktop.InEventLoop([&, this] {
+        const auto& window = dynamic_cast<ZephinStubWindow&>(run.desktop.Main());
+        EXPECT_EQ(Looks(window), expected);
+        look(window);
+      });
+    }
+    return run.Run();
+  }
+  std::function<void(const ZephinStubWindow&)> look = [](const auto&) {};
   StubRun run;
-  WriteFile(run.scratch / "payload/Docs/Read me.txt", "hello");
-  run.SetPayload(run.scratch / "payload", "Tool");
-  run.record.fTargetFolder = "Tool";
-  run.record.fAgreement = "Do you agree?";
-  run.record.fPostInstallNotes = "<html>Thanks";
-  run.record.fCompletionURL = "http://example.com/done";
-  std::filesystem::create_directory(run.scratch / "Chosen");
-  run.desktop.InEventLoop([&run] { run.desktop.PressInMain("InstallBtn"); });
-  run.desktop.ExpectWindow("License Agreement", "OKBtn");
-  run.desktop.ExpectFolderDialog(run.scratch / "Chosen");
-  run.desktop.ExpectWindow("Release Notes", "ContinueBtn");
+};
 
-  EXPECT_EQ(run.Run(), 0);
+TEST_F(Startup, RecordConfiguresTheWindow) {
+  EXPECT_EQ(Start("Install,,URL, QuitBtn=Quit InstallBtn=Install MessageLabel"), -1);
+  // A link without an address.
+  run.record.fURLDisplayed = "Site";
+  EXPECT_EQ(Start("Install,,Site, QuitBtn=Quit InstallBtn=Install MessageLabel URLLabel"), -1);
 
-  const std::map<std::string, std::string> expected{
-      {"Tool", "/"}, {"Tool/Docs", "/"}, {"Tool/Docs/Read me.txt", "hello"}};
-  EXPECT_EQ(Tree(run.scratch / "Chosen"), expected);
-  EXPECT_EQ(run.desktop.opened, std::vector<std::string>{"http://example.com/done"});
+  run.record.fWindowTitle = "Tool Setup";
+  run.record.fLabels = {"", "Leave", "Go", "", "", "", "About"};
+  run.record.fInfo = "Info";
+  run.record.fCopyright = "(c) <b>";
+  run.record.fMessage = "Line|one";
+  run.record.fCenterMessage = true;
+  run.record.fPicturePixelStr = "F[12],1,2";
+  run.record.fLogoPixelStr = "0[18],3,1";
+  run.record.fBackgroundPixelStr = "123456,1,1";
+  run.record.fURLActual = "www.example.com";
+  run.record.fURLDisplayed = "";
+  look = [](const ZephinStubWindow& window) {
+    EXPECT_EQ(window.MessageLabel()->Alignment(), TextAlign::Center);
+    EXPECT_EQ(window.PictureCanvas()->Backdrop()->Height(), 2);
+    EXPECT_EQ(window.PictureCanvas()->Backdrop()->Transparent(), 1);
+    EXPECT_EQ(window.LogoCanvas()->Backdrop()->Width(), 3);
+    EXPECT_EQ(window.LogoCanvas()->Backdrop()->Transparent(), 1);
+    EXPECT_EQ(window.Backdrop()->Pixels()[0], 0xFF123456);
+    EXPECT_EQ(window.Backdrop()->Transparent(), 0);
+  };
+  EXPECT_EQ(Start("Tool Setup,Line|one,www.example.com,(c) <b> QuitBtn=Leave InstallBtn=Go "
+                  "MessageLabel URLLabel PictureCanvas LogoCanvas CopyrightLabel InfoBtn=About"),
+            -1);
+}
+
+TEST_F(Startup, GatesStandInTheirOrder) {
+  run.record.fMinRAM = "32GB";
+  run.desktop.ExpectMessage("32 GB RAM is required.");
+  EXPECT_EQ(Start(), 0);
+  fs::permissions(run.Applications(), fs::perms(0555));
+  const PlainUser user(run.scratch.Path());
+  run.desktop.ExpectMessage(
+      "Cannot Install\n\nAn Administrator account is required to run this installer.");
+  EXPECT_EQ(Start(), 0);
+  run.machine.temporaryFolder = run.Disk();
+  run.desktop.ExpectMessage("Drag the installer out of the Downloads folder before running it.");
+  EXPECT_EQ(Start(), 0);
   EXPECT_TRUE(run.desktop.failures.empty());
+}
+
+TEST_F(Startup, MissingRecordOrCaptionsAreReportedAsAFailureOfTheProgram) {
+  make_setup::WriteRecord(run.record, run.Resources());
+  const auto expectFailure = [this] {
+    run.desktop.failures.clear();
+    EXPECT_EQ(run.RunAsItStands(), 0);
+    EXPECT_EQ(run.desktop.failures, std::vector<std::string>{"OutOfBoundsException"});
+  };
+  WriteFile(run.Resources() / "TextData", "|#||#||#||#||#|a|b|#|");
+  expectFailure();
+  fs::remove(run.Resources() / "TextData");
+  expectFailure();
+  // The caption of the message about this one is looked up in a list that nobody has filled.
+  fs::remove(run.Resources() / "Data");
+  expectFailure();
+}
+
+TEST_F(Startup, OfUnusablePicturesOnlyTheBackdropLetsItGoOn) {
+  make_setup::SetupRecord& record = run.record;
+  for (std::string* picture :
+       {&record.fBackgroundPixelStr, &record.fPicturePixelStr, &record.fLogoPixelStr}) {
+    *picture = "F[6],2,2";
+    run.desktop.failures.clear();
+    run.desktop.ExpectWindow("Error Message", "Btn3");
+    const bool goesOn = picture == &record.fBackgroundPixelStr;
+    EXPECT_EQ(Start(), goesOn ? -1 : 0);
+    EXPECT_EQ(run.desktop.failures.size(), goesOn ? 0U : 1U);
+    picture->clear();
+  }
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "dialogs/yes_no_dialog.h"
+#include "platform/framework/text.h"
 #include "tests/support/limits.h"
 #include "tests/support/stub_run.h"
 
@@ -28,15 +29,6 @@ class ExpandFolder : public testing::Test {
     run.desktop.ExpectFolderDialog(chosen);
     window.ExpandFolder();
   }
-  void ExpandIntoApplications() {
-    window.fApplicationFolder = true;
-    window.ExpandFolder();
-  }
-  void SetLabel(std::int64_t index, const char* text) {
-    std::vector<String> labels(window.fLabels.begin(), window.fLabels.end());
-    labels[static_cast<std::size_t>(index)] = text;
-    window.fLabels = Array<String>(labels);
-  }
 
   StubRun run;
   ZephinStubWindow& window = run.BareWindow();
@@ -55,9 +47,7 @@ TEST_F(ExpandFolder, PutsThePayloadIntoTheChosenFolder) {
     EXPECT_EQ(window.MessageLabel()->Text().Bytes(), "Install in Progress...");
     EXPECT_FALSE(window.ProgressBar1()->Visible());
   };
-
   Expand();
-
   EXPECT_EQ(Tree(chosen), installed);
   EXPECT_EQ(window.fTargetFolder.Bytes(), (chosen / "Tool").string());
   EXPECT_EQ(run.desktop.launched, std::vector<std::string>{zip});
@@ -66,48 +56,36 @@ TEST_F(ExpandFolder, PutsThePayloadIntoTheChosenFolder) {
   EXPECT_EQ(ReadFile(run.Resources() / "Data2"), payload);
 }
 
-TEST_F(ExpandFolder, ApplicationsNeedNoQuestion) {
-  ExpandIntoApplications();
-  EXPECT_EQ(Tree(run.Applications()), installed);
-  EXPECT_EQ(window.fTargetFolder.Bytes(), (run.Applications() / "Tool").string());
-}
-
 TEST_F(ExpandFolder, ReplacesAnExistingFolderAsTheUserSays) {
   window.fPromptToReplace = true;
-  SetLabel(3, "No!");
-  SetLabel(12, "Sure?");
-  for (const char* button : {"CancelBtn", "OKBtn"}) {
+  for (const bool agrees : {false, true}) {
     WriteFile(chosen / "Tool/old", "o");
+    window.fLabels = Split("|||No!|||||||||Sure?||||||||||||||", "|");
     window.fTargetFolder = "Tool";
-    window.MessageLabel()->SetText("Welcome");
     run.desktop.milliseconds = 0;
     run.desktop.ExpectFolderDialog(chosen);
-    run.desktop.ExpectWindow("Confirmation", [this, button](Window& shown) {
+    run.desktop.ExpectWindow("Confirmation", [this, agrees](Window& shown) {
       auto& dialog = dynamic_cast<YesNoDialog&>(shown);
       EXPECT_EQ(dialog.ConfirmLabel1()->Text().Bytes(), "Destination folder already exists.");
       EXPECT_EQ(dialog.ConfirmLabel2()->Text().Bytes(), "Sure?");
-      EXPECT_EQ(dialog.ConfirmLabel3()->Text().Bytes(), (chosen / "Tool").string());
       EXPECT_EQ(dialog.CancelBtn()->Caption().Bytes(), "No!");
-      EXPECT_EQ(dialog.OKBtn()->Caption().Bytes(), "OK");
-      EXPECT_TRUE(dialog.OKBtn()->Default() && !dialog.CancelBtn()->Cancel());
-      EXPECT_EQ(window.MessageLabel()->Text().Bytes(), "Welcome");
-      ScriptedDesktop::Press(shown, button);
+      EXPECT_EQ(dialog.ConfirmLabel3()->Text().Bytes(), (chosen / "Tool").string());
+      // Not said before the deletion.
+      EXPECT_EQ(window.MessageLabel()->Text().Bytes(), "");
+      ScriptedDesktop::Press(shown, agrees ? "OKBtn" : "CancelBtn");
     });
     window.ExpandFolder();
-    const bool agreed = button == std::string("OKBtn");
-    EXPECT_EQ(Tree(chosen), agreed ? installed : (Expected{{"Tool", "/"}, {"Tool/old", "o"}}));
+    EXPECT_EQ(Tree(chosen), agrees ? installed : (Expected{{"Tool", "/"}, {"Tool/old", "o"}}));
     EXPECT_EQ(window.fTargetFolder.Bytes(), (chosen / "Tool").string());
     // A second after the deletion, half a one for the bar and one after that of the archive.
-    EXPECT_NEAR(static_cast<double>(run.desktop.milliseconds), agreed ? 2550 : 0, 100);
+    EXPECT_NEAR(static_cast<double>(run.desktop.milliseconds), agrees ? 2550 : 0, 100);
   }
-  EXPECT_EQ(run.desktop.launched.size(), 1U);
 }
 
 TEST_F(ExpandFolder, ReplacesWithoutAQuestionButNotAPlainFile) {
   WriteFile(chosen / "Tool/old", "o");
   Expand();
   EXPECT_EQ(Tree(chosen), installed);
-
   fs::remove_all(chosen / "Tool");
   WriteFile(chosen / "Tool", "a file");
   window.fTargetFolder = "Tool";
@@ -115,28 +93,25 @@ TEST_F(ExpandFolder, ReplacesWithoutAQuestionButNotAPlainFile) {
   EXPECT_EQ(ReadFile(chosen / "Tool"), "a file");
 }
 
-TEST_F(ExpandFolder, UndeletableFolderEndsTheInstallAfterFourSeconds) {
-  WriteFile(run.Applications() / "Tool/old", "o");
-  fs::permissions(run.Applications(), fs::perms(0555));
+TEST_F(ExpandFolder, UndeletableFolderIsGivenFourSeconds) {
+  const fs::path applications = run.Applications();
+  WriteFile(applications / "Tool/old", "o");
+  fs::permissions(applications, fs::perms(0555));
   const PlainUser user(run.scratch.Path());
+  window.fApplicationFolder = true;
   run.desktop.ExpectMessage(kAborted);
-  ExpandIntoApplications();
+  window.ExpandFolder();
   EXPECT_NEAR(static_cast<double>(run.desktop.milliseconds), 4000, 100);
   EXPECT_TRUE(run.desktop.launched.empty());
-  EXPECT_EQ(window.fTargetFolder.Bytes(), (run.Applications() / "Tool").string());
-  EXPECT_EQ(Tree(run.Applications()), (Expected{{"Tool", "/"}}));
-}
+  EXPECT_EQ(window.fTargetFolder.Bytes(), (applications / "Tool").string());
 
-TEST_F(ExpandFolder, FolderThatGoesAfterTwoSecondsIsReplaced) {
-  WriteFile(run.Applications() / "Tool/old", "o");
-  fs::permissions(run.Applications(), fs::perms(0555));
-  const PlainUser user(run.scratch.Path());
-  run.desktop.After(2000, [this] {
-    fs::permissions(run.Applications(), fs::perms(0755));
-    fs::remove(run.Applications() / "Tool");
+  run.desktop.After(3900, [&applications] {
+    fs::permissions(applications, fs::perms(0755));
+    fs::remove(applications / "Tool");
   });
-  ExpandIntoApplications();
-  EXPECT_EQ(Tree(run.Applications()), installed);
+  window.fTargetFolder = "Tool";
+  window.ExpandFolder();
+  EXPECT_EQ(Tree(applications), installed);
 }
 
 TEST_F(ExpandFolder, NameThatLeadsOutOfItsParentTouchesNothing) {
@@ -150,7 +125,6 @@ TEST_F(ExpandFolder, NameThatLeadsOutOfItsParentTouchesNothing) {
     run.desktop.ExpectMessage(kAborted);
     window.ExpandFolder();
     EXPECT_EQ(Tree(run.scratch.Path()), before) << name;
-    EXPECT_FALSE(window.fTargetFolder.IsEmpty()) << name;
   }
   EXPECT_EQ(run.desktop.milliseconds, 0);
 }
@@ -158,87 +132,56 @@ TEST_F(ExpandFolder, NameThatLeadsOutOfItsParentTouchesNothing) {
 TEST_F(ExpandFolder, ListBeforeTheInstallIsObeyedBeforeTheFolderIsAskedFor) {
   WriteFile(run.Home() / "old", "o");
   window.fPostCopy = Utf8("preinstalldelete=" + (run.Home() / "old").string());
-  bool gone = false;
-  run.desktop.onFolderDialog = [&](const SelectFolderDialog&) {
-    gone = !fs::exists(run.Home() / "old");
-  };
+  bool stood = true;
+  run.desktop.onFolderDialog = [&](const auto&) { stood = fs::exists(run.Home() / "old"); };
   run.desktop.ExpectFolderDialog("");
   window.ExpandFolder();
-  EXPECT_TRUE(gone);
+  EXPECT_FALSE(stood);
   EXPECT_TRUE(window.fTargetFolder.IsEmpty());
-  EXPECT_TRUE(fs::is_empty(chosen));
   EXPECT_TRUE(run.desktop.launched.empty());
 }
 
 TEST_F(ExpandFolder, FailedCopyIsToldAndTheRestGoesOn) {
   WriteFile(run.Resources() / "after", "x");
-  const struct {
-    bool payload;
-    std::size_t room;
-  } rows[] = {{false, 1'000'000}, {true, 50}};
-  for (const auto& row : rows) {
-    if (!row.payload) {
-      fs::rename(run.Resources() / "Data2", run.scratch / "Data2");
-    } else {
-      fs::rename(run.scratch / "Data2", run.Resources() / "Data2");
-    }
+  window.fExecuteAfterName = "after";
+  window.fPostCopy = "nothing=";
+  // First the disk is full, then there is no payload.
+  for (const std::size_t room : {50UL, 1000000UL}) {
     WriteFile(zip, "left over");
     run.desktop.launched.clear();
     run.desktop.milliseconds = 0;
     window.fTargetFolder = "Tool";
-    window.fExecuteAfterName = "after";
-    window.fPostCopy = "nothing=";
     run.desktop.ExpectFolderDialog(chosen);
     run.desktop.ExpectMessage("Installation Failed");
     run.desktop.ExpectMessage("Install Error\n\nContact Publisher");
-    const FullDisk full(row.room);
+    const FullDisk full(room);
     window.ExpandFolder();
     EXPECT_EQ(run.desktop.launched,
               (std::vector<std::string>{zip, (run.Resources() / "after").string()}));
     EXPECT_TRUE(fs::is_empty(chosen));
     EXPECT_NEAR(static_cast<double>(run.desktop.milliseconds), 520, 20);
+    fs::remove(run.Resources() / "Data2");
   }
-}
-
-TEST(ExpandFolderAlone, WithoutABundleThereIsNothingToCopy) {
-  StubRun run;
-  run.machine.executable = run.scratch / "Setup";
-  run.BareWindow().fTargetFolder = "Tool";
-  run.BareWindow().fApplicationFolder = true;
-  run.desktop.ExpectMessage("Installation Failed");
-  run.BareWindow().ExpandFolder();
-  EXPECT_TRUE(fs::is_empty(run.Applications()));
 }
 
 TEST_F(ExpandFolder, AfterProgramIsLookedUpFirstAndStartedBeforeTheArchiveGoes) {
   WriteFile(run.Home() / "there", "x");
-  WriteFile(run.Home() / "source", "x");
   const std::string home = run.Home();
   // Brought by the list before the install, and so too late.
-  window.fPostCopy = Utf8("preinstallcopy=" + home + "/source;" + home + "/late");
-  const struct {
-    const char* name;
-    std::string started;
-  } rows[] = {
-      {"after", run.Resources() / "after"},
-      {"UserAccount/there", home + "/there"},
-      {"UserAccount/late", ""},
-      {"", ""},
+  window.fPostCopy = Utf8("preinstallcopy=" + home + "/there;" + home + "/late");
+  const std::pair<const char*, std::vector<std::string>> rows[] = {
+      {"UserAccount/late", {zip}},
+      {"UserAccount/there", {zip, home + "/there"}},
+      {"after", {zip, run.Resources() / "after"}},
+      {"", {zip}},
   };
-  for (const auto& row : rows) {
-    std::vector<std::string> expected{zip};
-    if (!row.started.empty()) {
-      expected.push_back(row.started);
-    }
-    fs::remove(run.Home() / "late");
+  for (const auto& [name, launched] : rows) {
     run.desktop.launched.clear();
-    run.desktop.onLaunch = [this](const std::string& path) {
-      EXPECT_TRUE(fs::exists(zip)) << path;
-    };
+    run.desktop.onLaunch = [this](const auto& path) { EXPECT_TRUE(fs::exists(zip)) << path; };
     window.fTargetFolder = "Tool";
-    window.fExecuteAfterName = row.name;
+    window.fExecuteAfterName = name;
     Expand();
-    EXPECT_EQ(run.desktop.launched, expected) << row.name;
+    EXPECT_EQ(run.desktop.launched, launched) << name;
   }
 }
 
@@ -257,10 +200,6 @@ TEST_F(ExpandFolder, PatchNeedsAnInstalledFolder) {
   run.desktop.ExpectMessage("Patch Failed.  No installation folder exists.");
   window.ExpandFolder();
   EXPECT_TRUE(fs::is_empty(chosen));
-  SetLabel(18, "Nothing to patch");
-  window.fTargetFolder = "Tool";
-  run.desktop.ExpectMessage("Nothing to patch");
-  ExpandIntoApplications();
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <fstream>
-
+#include "payload/zip_to_folder.h"
 #include "tests/support/limits.h"
 #include "tests/support/stub_run.h"
+#include "tools/make_setup/zip_folder.h"
 #include "util/my_get_folder_item.h"
 
 namespace zephin::test {
@@ -11,65 +11,55 @@ namespace {
 
 namespace fs = std::filesystem;
 using GlobalsVk::MyGetFolderItem;
+using Number = std::optional<std::int64_t>;
 
-TEST(ZipFileProcess, FillsTheBarForTheTimeThatTheLengthIsGiven) {
-  constexpr int kNoFile = -1;
-  const struct {
-    std::int64_t length;
-    std::int64_t ticks;
-    std::int64_t slowTicks;
-  } rows[] = {
-      {kNoFile, 30, 60},         {0, 30, 60},
-      {2'999'999, 30, 60},       {3'000'000, 60, 120},
-      {30'000'000, 330, 660},    {30'000'001, 165, 330},
-      {300'000'000, 1515, 3030}, {300'000'001, 757, 1515},
+TEST(ZipFile, BarRunsForTheTimeThatTheLengthIsGiven) {
+  const std::tuple<std::uintmax_t, std::int64_t, std::int64_t> rows[] = {
+      {0, 30, 60},
+      {2'999'999, 30, 60},
+      {3'000'000, 60, 120},
+      {30'000'000, 330, 660},
+      {30'000'001, 165, 330},
+      {300'000'000, 1515, 3030},
+      {300'000'001, 757, 1515},
   };
-  const struct {
-    std::optional<std::int64_t> major, minor;
-    bool slow;
-  } systems[] = {
-      {10, 13, true},
-      {11, 13, true},
-      {10, 15, false},
-      {10, 12, false},
-      {std::nullopt, 13, false},
-      {13, std::nullopt, false},
-  };
-  for (const auto& system : systems) {
+  const std::tuple<Number, Number, bool> systems[] = {{10, 13, true},
+                                                      {11, 13, true},
+                                                      {10, 12, false},
+                                                      {10, 15, false},
+                                                      {std::nullopt, 13, false},
+                                                      {13, std::nullopt, false}};
+  for (const auto& [major, minor, slow] : systems) {
     StubRun run;
-    run.machine.systemMajor = system.major;
-    run.machine.systemMinor = system.minor;
+    run.machine.systemMajor = major;
+    run.machine.systemMinor = minor;
     ZephinStubWindow& window = run.BareWindow();
-    for (const auto& row : rows) {
-      const fs::path zip = run.scratch / "x.zip";
-      if (row.length != kNoFile) {
+    const fs::path zip = run.scratch / "x.zip";
+    for (const auto& [length, ticks, slowTicks] : rows) {
+      if (length > 0) {
         WriteFile(zip, "");
-        fs::resize_file(zip, static_cast<std::uintmax_t>(row.length));
+        fs::resize_file(zip, length);
       }
-      const std::int64_t start = run.desktop.milliseconds = 0;
+      run.desktop.milliseconds = 0;
       window.ZipFileProcess("", MyGetFolderItem(Utf8(zip)));
-      const std::int64_t ticks = system.slow ? row.slowTicks : row.ticks;
-      EXPECT_EQ(window.ProgressBar1()->Maximum(), ticks) << row.length;
-      EXPECT_EQ(window.ProgressBar1()->Value(), ticks) << row.length;
+      const std::int64_t time = slow ? slowTicks : ticks;
+      EXPECT_EQ(window.ProgressBar1()->Maximum(), time) << length;
+      EXPECT_EQ(window.ProgressBar1()->Value(), time) << length;
       EXPECT_TRUE(window.ProgressBar1()->Visible());
-      // It ends as soon as one tick more than the time has passed.
-      EXPECT_NEAR(static_cast<double>(run.desktop.milliseconds - start),
-                  static_cast<double>(ticks + 1) * 1000 / 60, 10)
-          << row.length;
+      // It ends as soon as one tick more has passed.
+      const double end = static_cast<double>(time + 1) * 1000 / 60;
+      EXPECT_NEAR(static_cast<double>(run.desktop.milliseconds), end, 10) << length;
     }
   }
 }
 
-TEST(ZipFileDelete, WithNothingToDoTakesNoTime) {
-  StubRun run;
-  run.BareWindow().ZipFileDelete(Utf8(run.scratch / "none.zip"), nullptr);
-  run.BareWindow().ZipFileDelete("", nullptr);
-  EXPECT_EQ(run.desktop.milliseconds, 0);
-}
-
-TEST(ZipFileDelete, StartsTheProgramFirstAndTriesEverySecond) {
+TEST(ZipFile, DeletionStartsTheProgramFirstAndTriesEverySecond) {
   StubRun run;
   ZephinStubWindow& window = run.BareWindow();
+  window.ZipFileDelete(Utf8(run.scratch / "none.zip"), nullptr);
+  window.ZipFileDelete("", nullptr);
+  EXPECT_EQ(run.desktop.milliseconds, 0);
+
   const fs::path zip = run.scratch / "locked/x.zip";
   WriteFile(zip, "x");
   fs::permissions(zip.parent_path(), fs::perms(0555));
@@ -77,9 +67,7 @@ TEST(ZipFileDelete, StartsTheProgramFirstAndTriesEverySecond) {
   bool stoodAtLaunch = false;
   run.desktop.onLaunch = [&](const std::string&) { stoodAtLaunch = fs::exists(zip); };
   run.desktop.After(2500, [&] { fs::permissions(zip.parent_path(), fs::perms(0755)); });
-
   window.ZipFileDelete(Utf8(zip), MyGetFolderItem("/bin/after"));
-
   EXPECT_TRUE(stoodAtLaunch);
   EXPECT_EQ(run.desktop.launched, std::vector<std::string>{"/bin/after"});
   EXPECT_FALSE(fs::exists(zip));
@@ -87,11 +75,22 @@ TEST(ZipFileDelete, StartsTheProgramFirstAndTriesEverySecond) {
   EXPECT_NEAR(static_cast<double>(run.desktop.milliseconds), 4000, 150);
 }
 
-TEST(ZipFileDelete, ADanglingLinkGoesToo) {
+TEST(ZipFile, ExpandsOverWhatStandsOrAfterItIsGone) {
+  using Expected = std::map<std::string, std::string>;
+  using ViewConst::ZipFileToFolder;
   StubRun run;
-  fs::create_symlink("nowhere", run.scratch / "x.zip");
-  run.BareWindow().ZipFileDelete(Utf8(run.scratch / "x.zip"), nullptr);
-  EXPECT_FALSE(fs::is_symlink(run.scratch / "x.zip"));
+  run.BareWindow();
+  const auto zip = run.scratch / "it's a $(zip) \"x\".zip";
+  const auto folder = run.scratch / "two words\n& more";
+  WriteFile(run.scratch / "content/new", "n");
+  make_setup::ZipFolder(run.scratch / "content", "Top", zip);
+  WriteFile(folder / "old", "o");
+  EXPECT_TRUE(ZipFileToFolder(Utf8(zip), Utf8(folder), false));
+  EXPECT_EQ(Tree(folder), (Expected{{"old", "o"}, {"Top", "/"}, {"Top/new", "n"}}));
+  EXPECT_TRUE(ZipFileToFolder(Utf8(zip), Utf8(folder), true));
+  EXPECT_EQ(Tree(folder), (Expected{{"Top", "/"}, {"Top/new", "n"}}));
+  EXPECT_FALSE(ZipFileToFolder(Utf8(zip) + "x", Utf8(folder), false));
+  EXPECT_THROW((void)ZipFileToFolder("a.zip", "/to", false), NilObjectException);
 }
 
 }  // namespace

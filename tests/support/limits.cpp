@@ -1,63 +1,50 @@
 #include "tests/support/limits.h"
 
-#include <sys/prctl.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <stdexcept>
 
 namespace zephin::test {
-namespace fs = std::filesystem;
-
 namespace {
 
 constexpr uid_t kNobody = 65534;
+constexpr auto kSame = static_cast<gid_t>(-1);
 
-void Become(uid_t user, uid_t saved) {
-  if (setresuid(user, user, saved) != 0) {
-    throw std::runtime_error("can't change the user");
-  }
-  // The leak checker looks at its own process.
-  prctl(PR_SET_DUMPABLE, 1);
-}
-
-void GiveAway(const fs::path& item) {
-  if (lchown(item.c_str(), kNobody, static_cast<gid_t>(-1)) != 0) {
-    throw std::runtime_error("can't give away " + item.string());
+void Check(int result) {
+  if (result != 0) {
+    throw std::runtime_error("can't become a plain user");
   }
 }
 
 }  // namespace
 
-PlainUser::PlainUser(const fs::path& folder) : wasRoot_(geteuid() == 0) {
+PlainUser::PlainUser(const std::filesystem::path& folder) : wasRoot_(geteuid() == 0) {
   if (wasRoot_) {
-    GiveAway(folder);
-    for (const auto& item : fs::recursive_directory_iterator(folder)) {
-      GiveAway(item.path());
+    Check(lchown(folder.c_str(), kNobody, kSame));
+    for (const auto& item : std::filesystem::recursive_directory_iterator(folder)) {
+      Check(lchown(item.path().c_str(), kNobody, kSame));
     }
-    Become(kNobody, 0);
+    // The real user too, which a shell goes back to; the saved one is the way back.
+    Check(setresuid(kNobody, kNobody, 0));
   }
 }
 
 PlainUser::~PlainUser() {
-  if (wasRoot_) {
-    Become(0, 0);
+  if (wasRoot_ && setresuid(0, 0, 0) != 0) {
+    std::abort();
   }
 }
 
-FullDisk::FullDisk(std::size_t bytes) {
+FullDisk::FullDisk(std::size_t bytes) : signalBefore_(std::signal(SIGXFSZ, SIG_IGN)) {
   getrlimit(RLIMIT_FSIZE, &before_);
-  rlimit tight = before_;
-  tight.rlim_cur = bytes;
+  const rlimit tight{bytes, before_.rlim_max};
   setrlimit(RLIMIT_FSIZE, &tight);
-  // A write beyond the limit shall fail, not end the process.
-  struct sigaction ignored {};
-  ignored.sa_handler = SIG_IGN;
-  sigaction(SIGXFSZ, &ignored, &signalBefore_);
 }
 
 FullDisk::~FullDisk() {
   setrlimit(RLIMIT_FSIZE, &before_);
-  sigaction(SIGXFSZ, &signalBefore_, nullptr);
+  std::signal(SIGXFSZ, signalBefore_);
 }
 
 }  // namespace zephin::test

@@ -14,8 +14,6 @@ class PlainUser {
  public:
   explicit PlainUser(const std::filesystem::path& folder);
   ~PlainUser();
-  PlainUser(const PlainUser&) = delete;
-  PlainUser& operator=(const PlainUser&) = delete;
 
  private:
   bool wasRoot_;
@@ -26,12 +24,10 @@ class FullDisk {
  public:
   explicit FullDisk(std::size_t bytes);
   ~FullDisk();
-  FullDisk(const FullDisk&) = delete;
-  FullDisk& operator=(const FullDisk&) = delete;
 
  private:
   rlimit before_{};
-  struct sigaction signalBefore_ {};
+  sighandler_t signalBefore_;
 };
 
 }  // namespace zephin::test

@@ -70,6 +70,11 @@ void ScriptedDesktop::ShowWindow(Window& window) {
   main_ = main_ == nullptr ? &window : main_;
 }
 
+void ScriptedDesktop::ForgetWindow(Window& window) {
+  shown_.erase(&window);
+  main_ = main_ == &window ? nullptr : main_;
+}
+
 void ScriptedDesktop::RunModal(Window& window) {
   shown_[&window] = true;
   const Answer answer = Take(Kind::Window, "window " + window.Title().Bytes());

@@ -78,7 +78,7 @@ class ScriptedDesktop : public Desktop {
   void FocusWindow(Window& /*window*/) override {}
   void WindowChanged(Window& /*window*/) override {}
   void ControlChanged(Control& /*control*/) override {}
-  void ForgetWindow(Window& window) override { shown_.erase(&window); }
+  void ForgetWindow(Window& window) override;
   void ShowMessage(const String& text) override;
   Ref<FolderItem> SelectFolder(const SelectFolderDialog& dialog) override;
   void ReportFailure(const String& kind) override { failures.push_back(kind.Bytes()); }

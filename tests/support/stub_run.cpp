@@ -55,6 +55,10 @@ void StubRun::SetPayload(const fs::path& folder, const std::string& topName) {
 
 int StubRun::Run() {
   make_setup::WriteRecord(record, Resources());
+  return RunAsItStands();
+}
+
+int StubRun::RunAsItStands() {
   try {
     _Main(desktop, machine);
   } catch (const RunEnded& end) {

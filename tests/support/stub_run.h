@@ -40,6 +40,8 @@ class StubRun {
   /// Writes the record into the bundle and runs the whole program. Gives the status of its end; -1
   /// if it was still waiting for its user when the script had ended.
   int Run();
+  /// The same with whatever record the bundle has.
+  int RunAsItStands();
 
   /// The main window without a start, its fields empty but for 27 empty captions. An application
   /// that has been opened stands behind it.

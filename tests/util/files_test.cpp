@@ -2,9 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "dialogs/message_modal.h"
 #include "tests/support/limits.h"
 #include "tests/support/stub_run.h"
-#include "util/my_get_folder_item.h"
+#include "util/folders.h"
 
 namespace zephin::test {
 namespace {
@@ -16,9 +17,14 @@ using ViewConst::CopyFileB;
 
 class Files : public testing::Test {
  protected:
-  Files() {
-    run.BareWindow();
-    fs::create_directory(base);
+  Files() { run.BareWindow(); }
+  /// What stands at the places to copy to.
+  void Reset() const {
+    fs::remove_all(base);
+    WriteFile(base / "file", "old");
+    WriteFile(base / "full/old", "");
+    fs::create_directory(base / "empty");
+    fs::create_symlink("full", base / "alias");
   }
   String At(const std::string& name) const { return Utf8(base / name); }
 
@@ -26,128 +32,106 @@ class Files : public testing::Test {
   const fs::path base = run.scratch / "files";
 };
 
-TEST_F(Files, ExistenceIsAskedOfFoldersFilesAndLinks) {
-  WriteFile(base / "file", "x");
-  fs::create_symlink("nowhere", base / "dangling");
-  fs::create_directory_symlink(".", base / "alias");
-  const struct {
-    String path;
-    bool file;
-    bool folder;
-  } rows[] = {
-      {At(""), true, true},        {Utf8(base), true, true},      {At("file"), true, false},
-      {At("none"), false, false},  {At("dangling"), true, false}, {At("alias"), true, true},
-      {"/", true, false},          {"files", false, false},       {"", false, false},
-      {At("alias//"), true, true}, {At("file/"), true, false},
-  };
-  for (const auto& row : rows) {
-    EXPECT_EQ(ViewConst::FileExists(row.path), row.file) << row.path.Bytes();
-    EXPECT_EQ(ViewConst::DirectoryExists(row.path), row.folder) << row.path.Bytes();
-  }
-}
-
 TEST_F(Files, CopyMeetsWhatStandsAtTheDestination) {
-  const auto copyOntoAll = [this](auto copy, const char* source) {
-    WriteFile(base / "file", "new");
-    WriteFile(base / "folder/new", "n");
-    WriteFile(base / "onFile", "old");
-    fs::create_directory(base / "onEmpty");
-    WriteFile(base / "onFull/old", "o");
-    fs::create_symlink("kept", base / "onLink");
-    WriteFile(base / "kept", "kept");
-    std::string results;
-    for (const char* place : {"onNothing", "onFile", "onEmpty", "onFull", "onLink"}) {
-      results += copy(At(source), At(place)) ? "1" : "0";
+  WriteFile(run.scratch / "new", "new");
+  WriteFile(run.scratch / "folder/new", "");
+  // Whether it succeeds, and what then stands there: a file's content or "/" and a folder's names.
+  const auto outcome = [this](auto copy, const char* source, const char* place) {
+    Reset();
+    std::string result = copy(Utf8(run.scratch / source), At(place)) ? "yes " : "no ";
+    if (!fs::is_directory(base / place)) {
+      return result + ReadFile(base / place);
     }
-    Expected tree = Tree(base);
-    for (const char* same : {"file", "folder", "folder/new"}) {
-      EXPECT_EQ(tree.erase(same), 1U);
+    for (const auto& [name, content] : Tree(base / place)) {
+      result += "/" + name;
     }
-    fs::remove_all(base);
-    return std::pair(results, tree);
+    return result;
   };
-  const Expected filesButFull{
-      {"onNothing", "new"}, {"onFile", "new"}, {"onEmpty", "new"},
-      {"onLink", "new"},    {"kept", "kept"},
+  // From, to, what the tolerant form does and the strict one.
+  const char* const rows[][4] = {
+      {"new", "none", "yes new", "yes new"},
+      {"new", "file", "yes new", "yes new"},
+      {"new", "empty", "yes new", "yes new"},
+      {"new", "full", "no /old", "yes new"},
+      {"new", "alias", "yes new", "yes new"},
+      {"folder", "none", "yes /new", "yes /new"},
+      {"folder", "file", "yes /new", "yes /new"},
+      {"folder", "alias", "yes /new", "yes /new"},
+      // What is in the way of the tolerant form is copied into: both lengths are 0.
+      {"folder", "full", "yes /new/old", "yes /new"},
   };
-  Expected tolerant = filesButFull;
-  tolerant.insert({{"onFull", "/"}, {"onFull/old", "o"}});
-  EXPECT_EQ(copyOntoAll(CopyFile, "file"), std::pair(std::string("11101"), tolerant));
-  Expected strict = filesButFull;
-  strict.insert({"onFull", "new"});
-  EXPECT_EQ(copyOntoAll(CopyFileB, "file"), std::pair(std::string("11111"), strict));
-
-  Expected folders{{"kept", "kept"}};
-  for (const char* place : {"onNothing", "onFile", "onEmpty", "onFull", "onLink"}) {
-    folders.insert({{place, "/"}, {std::string(place) + "/new", "n"}});
+  for (const auto& [source, place, tolerant, strict] : rows) {
+    EXPECT_EQ(outcome(CopyFile, source, place), tolerant) << place;
+    EXPECT_EQ(outcome(CopyFileB, source, place), strict) << place;
   }
-  EXPECT_EQ(copyOntoAll(CopyFileB, "folder"), std::pair(std::string("11111"), folders));
-  // What is in the way of the tolerant form stays and is copied into: both lengths are 0.
-  folders.insert({"onFull/old", "o"});
-  EXPECT_EQ(copyOntoAll(CopyFile, "folder"), std::pair(std::string("11111"), folders));
-}
-
-TEST_F(Files, CopyOfABundleBringsItsContentsAndRights) {
-  WriteFile(base / "A.app/Contents/MacOS/run", "#!");
-  fs::permissions(base / "A.app/Contents/MacOS/run", fs::perms(0751));
-  fs::create_symlink("run", base / "A.app/Contents/MacOS/alias");
-
-  EXPECT_TRUE(CopyFile(At("A.app"), At("B.app")));
-
-  const Expected expected{{"Contents", "/"},
-                          {"Contents/MacOS", "/"},
-                          {"Contents/MacOS/alias", "#!"},
-                          {"Contents/MacOS/run", "#!"}};
-  EXPECT_EQ(Tree(base / "B.app"), expected);
-  EXPECT_EQ(fs::status(base / "B.app/Contents/MacOS/run").permissions(), fs::perms(0751));
 }
 
 TEST_F(Files, CopyFailsWithoutASourceAPlaceOrRoom) {
-  WriteFile(base / "file", std::string(10000, 'x'));
+  Reset();
+  const auto before = Tree(base);
   for (const auto copy : {CopyFile, CopyFileB}) {
     EXPECT_FALSE(copy(At("none"), At("copy")));
     EXPECT_FALSE(copy(At("file"), At("none/copy")));
-    EXPECT_FALSE(copy("", At("copy")));
     EXPECT_FALSE(copy(At("file"), "relative"));
-    const FullDisk full(9999);
+    const FullDisk full(2);
     EXPECT_FALSE(copy(At("file"), At("copy")));
   }
-  EXPECT_EQ(Tree(base), (Expected{{"file", std::string(10000, 'x')}}));
+  EXPECT_EQ(Tree(base), before);
 }
 
-TEST_F(Files, RenameMovesOverWhatStandsThereButNotByCaseAlone) {
-  const struct {
-    const char* from;
-    const char* to;
-    bool done;
-    Expected left;
-  } rows[] = {
-      {"A", "b", true, {{"b", "a"}, {"Full", "/"}, {"Full/x", ""}}},
-      {"A", "c", true, {{"b", "b"}, {"c", "a"}, {"Full", "/"}, {"Full/x", ""}}},
-      {"A", "a", false, {{"A", "a"}, {"b", "b"}, {"Full", "/"}, {"Full/x", ""}}},
-      {"none", "b", false, {{"A", "a"}, {"b", "b"}, {"Full", "/"}, {"Full/x", ""}}},
-      // Says only that the move was tried.
-      {"A", "Full", true, {{"A", "a"}, {"b", "b"}, {"Full", "/"}, {"Full/x", ""}}},
+TEST_F(Files, CopyMergesAndBringsWhatAliasesPointTo) {
+  WriteFile(base / "from/a", "new");
+  WriteFile(base / "from/large", std::string(5000, 'x'));
+  fs::create_symlink("../elsewhere", base / "from/alias");
+  fs::create_symlink("nowhere", base / "from/dangling");
+  WriteFile(base / "elsewhere/c", "c");
+  WriteFile(base / "to/a", "old");
+  WriteFile(base / "to/kept", "kept");
+  // What can't be copied ends neither the copy nor its success.
+  const FullDisk full(4999);
+  EXPECT_TRUE(ViewConst::CopyFolder(At("from"), At("to")));
+  EXPECT_EQ(Tree(base / "to"),
+            (Expected{{"a", "new"}, {"alias", "/"}, {"alias/c", "c"}, {"kept", "kept"}}));
+  EXPECT_FALSE(ViewConst::CopyFolder(At("from"), "to"));
+}
+
+TEST_F(Files, DeletingSparesWhatAliasesPointToAndOpensWhatIsLocked) {
+  WriteFile(base / "kept/file", "k");
+  fs::permissions(base / "kept/file", fs::perms(0600));
+  WriteFile(base / "gone/locked/file", "x");
+  fs::permissions(base / "gone/locked", fs::perms::none);
+  fs::create_symlink("../kept/file", base / "gone/toFile");
+  fs::create_directory_symlink("../kept", base / "gone/toFolder");
+  fs::create_symlink("nowhere", base / "gone/dangling");
+  fs::create_directory_symlink("kept", base / "link");
+  const PlainUser user(run.scratch.Path());
+  ViewConst::DeleteFolderOrApp(At("gone"));
+  ViewConst::DeleteFolderOrApp(At("link"));
+  EXPECT_EQ(Tree(base), (Expected{{"kept", "/"}, {"kept/file", "k"}}));
+  EXPECT_EQ(fs::status(base / "kept/file").permissions(), fs::perms(0600));
+}
+
+TEST_F(Files, ChainOfFoldersIsMadeUpToWhatIsInTheWay) {
+  WriteFile(base / "file", "f");
+  const std::string tooLong(256, 'n');
+  const std::pair<std::string, std::string> rows[] = {
+      {"file/x", "FILE ALREADY EXISTS.\n\nA file already exists at this path: "},
+      {tooLong + "/x", "VOLUME NOT FOUND.\n\nThis volume does not exist: "},
   };
-  for (const auto& row : rows) {
-    fs::remove_all(base);
-    WriteFile(base / "A", "a");
-    WriteFile(base / "b", "b");
-    WriteFile(base / "Full/x", "");
-    EXPECT_EQ(ViewConst::RenameFile(At(row.from), At(row.to)), row.done) << row.to;
-    EXPECT_EQ(Tree(base), row.left) << row.from << " " << row.to;
+  for (const auto& [path, message] : rows) {
+    ViewConst::ForceDirectories(At(path), false);
+    const std::string text = message + At(path.substr(0, path.find('/'))).Bytes();
+    run.desktop.ExpectWindow("Error Message", [&text](Window& window) {
+      EXPECT_EQ(dynamic_cast<MessageModal&>(window).MessageText()->Text().Bytes(), text);
+      ScriptedDesktop::Press(window, "Btn3");
+    });
+    ViewConst::ForceDirectories(At(path), true);
   }
-}
-
-TEST_F(Files, DeleteFileLeavesFullFoldersAndTargetsOfLinks) {
-  WriteFile(base / "Full/x", "");
-  WriteFile(base / "file", "");
-  fs::create_symlink("Full/x", base / "link");
-  fs::create_directory(base / "empty");
-  for (const char* name : {"Full", "file", "link", "empty", "none"}) {
-    ViewConst::DeleteFile(At(name));
-  }
-  EXPECT_EQ(Tree(base), (Expected{{"Full", "/"}, {"Full/x", ""}}));
+  ViewConst::ForceDirectories(At("a/b/"), true);
+  ViewConst::ForceDirectories("relative/path", true);
+  EXPECT_EQ(Tree(base), (Expected{{"a", "/"}, {"a/b", "/"}, {"file", "f"}}));
+  EXPECT_TRUE(ViewConst::DirectoryExists(At("a/")));
+  EXPECT_FALSE(ViewConst::DirectoryExists("/"));
 }
 
 }  // namespace

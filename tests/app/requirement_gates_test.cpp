@@ -1,0 +1,70 @@
+#include <gtest/gtest.h>
+
+#include "tests/support/limits.h"
+#include "tests/support/stub_run.h"
+
+namespace zephin::test {
+namespace {
+
+namespace fs = std::filesystem;
+using Number = std::optional<std::int64_t>;
+
+/// Whether a machine meets the two keywords, with these messages if it doesn't.
+bool Meets(Number memory, Number major, Number minor, const char* system, const char* ram,
+           const std::vector<std::string>& messages) {
+  StubRun run;
+  run.machine.memory = memory;
+  run.machine.systemMajor = major;
+  run.machine.systemMinor = minor;
+  run.BareWindow().fMinOS = system;
+  run.BareWindow().fMinRAM = ram;
+  for (const std::string& message : messages) {
+    run.desktop.ExpectMessage(message + " is required.");
+  }
+  return run.BareWindow().CheckMinOSorRAM();
+}
+
+TEST(RequirementGates, EachKeywordRefusesWhatIsStrictlyBelow) {
+  for (const auto& [word, least, name] : {std::tuple{"MacOS10.7", 7, "10.7"},
+                                          {"macos10.8", 8, "10.8"},
+                                          {"MacOS10.9", 9, "10.9"},
+                                          {"MacOS10.10", 10, "10.10"},
+                                          {"MacOS10.11", 11, "10.11"},
+                                          {"MacOS10.12", 12, "10.12"},
+                                          {"MacOS10.13", 13, "10.13"}}) {
+    const std::string message = std::string("Mac OS X ") + name + " or later";
+    EXPECT_TRUE(Meets(0, 9, least, word, "", {})) << word;
+    EXPECT_FALSE(Meets(0, 11, least - 1, word, "64GB", {message})) << word;
+    EXPECT_FALSE(Meets(0, std::nullopt, 15, word, "", {message})) << word;
+  }
+  for (const auto& [word, least, name] : {std::tuple{"250MB", 250, "250 MB"},
+                                          {"500mb", 500, "500 MB"},
+                                          {"1GB", 1000, "1 GB"},
+                                          {"2GB", 2000, "2 GB"},
+                                          {"4GB", 4000, "4 GB"},
+                                          {"8GB", 8000, "8 GB"},
+                                          {"16GB", 16000, "16 GB"},
+                                          {"32GB", 32000, "32 GB"}}) {
+    const std::string message = std::string(name) + " RAM";
+    EXPECT_TRUE(Meets(least, 10, 6, "MacOS10.14", word, {})) << word;
+    EXPECT_FALSE(Meets(least - 1, 10, 6, "", word, {message})) << word;
+    EXPECT_FALSE(
+        Meets(std::nullopt, 10, 6, "MacOS10.7", word, {"Mac OS X 10.7 or later", message}));
+  }
+}
+
+TEST(RequirementGates, AdministratorIsWhoCanWriteToApplications) {
+  StubRun run;
+  ZephinStubWindow& window = run.BareWindow();
+  WriteFile(run.Applications() / "X.txt", "left over");
+  EXPECT_TRUE(window.CheckAdminAccount());
+  EXPECT_TRUE(fs::is_empty(run.Applications()));
+  fs::permissions(run.Applications(), fs::perms(0555));
+  const PlainUser user(run.scratch.Path());
+  run.desktop.ExpectMessage(
+      "Cannot Install\n\nAn Administrator account is required to run this installer.");
+  EXPECT_FALSE(window.CheckAdminAccount());
+}
+
+}  // namespace
+}  // namespace zephin::test

@@ -1,0 +1,121 @@
+#include <gtest/gtest.h>
+
+#include "platform/access_rights.h"
+#include "platform/bundle_location.h"
+#include "tests/support/limits.h"
+#include "tests/support/stub_run.h"
+#include "util/globals.h"
+#include "util/my_get_folder_item.h"
+
+namespace zephin::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(BundleLocation, FirstContentsOfTheExecutablesPathDecides) {
+  const std::tuple<const char*, const char*, const char*> rows[] = {
+      {"/Disk/Setup.app/Contents/MacOS/Setup", "/Disk/", "/Disk/Setup.app/Contents"},
+      {"/Users/a/Contents/S.app/Contents/MacOS/x", "/Users/", "/Users/a/Contents"},
+      {"/\u00E9\xFF/S.app/CONTENTS/x", "/\u00E9\xFF/", "/\u00E9\xFF/S.app/CONTENTS"},
+      {"/AppTranslocation/S.app/Contents/x", "/AppTranslocation/",
+       "/AppTranslocation/S.app/Contents"},
+      {"/usr/bin/setup", "", ""},
+  };
+  for (const auto& [executable, folder, contentsPath] : rows) {
+    StubRun run;
+    run.machine.executable = executable;
+    run.BareWindow();
+    EXPECT_EQ(ViewConst::GetApplicationPath().Bytes(), folder) << executable;
+    const Ref<FolderItem> contents = ViewConst::ContentsFolder();
+    EXPECT_EQ(contents.IsNil() ? "" : contents->NativePath().Bytes(), contentsPath);
+  }
+}
+
+TEST(BundleLocation, TranslocationEndsTheRunWhereItIsNotIgnored) {
+  StubRun run;
+  run.machine.executable = "/a/AppTranslocation/S.app/Contents/MacOS/S";
+  run.BareWindow();
+  ViewConst::gIgnoreTranslocationError = false;
+  run.desktop.ExpectWindow("Gatekeeper Translocation Issue", "CancelBtn");
+  EXPECT_EQ(run.Call([] { (void)ViewConst::GetApplicationPath(); }), 0);
+}
+
+TEST(AccessRights, AreGivenToTheItemAloneWhateverItsName) {
+  StubRun run;
+  run.BareWindow();
+  for (const char* name : {"two words", "it's \"$(touch evil)\"", "`id`;\n&", "\xE9"}) {
+    SCOPED_TRACE(name);
+    const fs::path folder = run.scratch / name;
+    const fs::path file = folder / name;
+    const Ref<FolderItem> alias = GlobalsVk::MyGetFolderItem(Utf8(folder / "alias"));
+    const auto rightsOf = [](const fs::path& item) {
+      return static_cast<unsigned>(fs::status(item).permissions());
+    };
+    WriteFile(file, "x");
+    fs::create_symlink(name, folder / "alias");
+    fs::permissions(file, fs::perms(0400));
+    fs::permissions(folder, fs::perms(0700));
+    ViewConst::AllUsersFullAccess(Utf8(folder));
+    EXPECT_EQ(rightsOf(folder), 0777U);
+    // From a tree that is deleted they don't go to a target that stays.
+    ViewConst::AllUsersFullAccessInTree(alias);
+    EXPECT_EQ(rightsOf(file), 0400U);
+    ViewConst::AllUsersFullAccess(Utf8(file));
+    EXPECT_EQ(rightsOf(file), 0666U);
+    ViewConst::AllUsersFullAccessOnMac(alias);
+    EXPECT_EQ(rightsOf(file), 0777U);
+  }
+  EXPECT_FALSE(fs::exists("evil"));
+}
+
+class Relocation : public testing::Test {
+ protected:
+  Relocation() {
+    WriteFile(run.Resources() / "Data#1", "piece");
+    run.desktop.clipboard = "before";
+  }
+  bool Relocate() { return run.BareWindow().RelocateInstaller(Utf8(run.Resources() / "Data#1")); }
+  void ExpectStays() {
+    EXPECT_FALSE(Relocate());
+    EXPECT_EQ(run.desktop.clipboard, "before");
+    EXPECT_TRUE(run.desktop.launched.empty());
+  }
+  StubRun run;
+  const fs::path temporary = run.scratch / "Temporary";
+};
+
+TEST_F(Relocation, SplitSetupGoesOnAsACopyThatLearnsWhereItCameFrom) {
+  EXPECT_TRUE(Relocate());
+  ASSERT_EQ(run.desktop.launched.size(), 1U);
+  const fs::path copy = run.desktop.launched.front();
+  const int number = std::stoi(copy.parent_path().filename());
+  EXPECT_TRUE(number >= 1000 && number <= 9999) << number;
+  EXPECT_EQ(copy, temporary / std::to_string(number) / "Setup.app");
+  std::map<std::string, std::string> expected = Tree(run.Bundle());
+  expected["Contents/Helpers/ditto"] = ReadFile(run.Bundle() / "Contents/Helpers/ditto");
+  EXPECT_EQ(Tree(copy), expected);
+  EXPECT_EQ(run.desktop.clipboard, run.Disk().string() + "/");
+}
+
+TEST_F(Relocation, ASetupInOneFileStays) {
+  fs::remove(run.Resources() / "Data#1");
+  ExpectStays();
+  EXPECT_TRUE(fs::is_empty(temporary));
+}
+
+TEST_F(Relocation, ACopyStaysWhereverTheTemporaryFolderStandsInItsPath) {
+  run.machine.temporaryFolder = run.Disk().string().substr(4);
+  EXPECT_TRUE(run.BareWindow().RunningRelocatedInstaller());
+  ExpectStays();
+}
+
+TEST_F(Relocation, AFailedCopyIsSilentAndStillEndsTheInstall) {
+  fs::permissions(temporary, fs::perms(0555));
+  const PlainUser user(run.scratch.Path());
+  EXPECT_TRUE(Relocate());
+  EXPECT_TRUE(run.desktop.launched.empty());
+  EXPECT_EQ(run.desktop.clipboard, run.Disk().string() + "/");
+}
+
+}  // namespace
+}  // namespace zephin::test
