@@ -18,6 +18,15 @@ bool StateOf(const char* path, struct stat& state) {
   return stat(path, &state) == 0;
 }
 
+/// Never acts through a link, even one that has just been put there.
+void ChangeRights(const char* path, mode_t rights) {
+  // The C library makes four calls of this one, which counts in a tree of many thousand files.
+  constexpr long kFchmodat2 = 452;
+  if (syscall(kFchmodat2, AT_FDCWD, path, rights, AT_SYMLINK_NOFOLLOW) != 0 && errno == ENOSYS) {
+    fchmodat(AT_FDCWD, path, rights, AT_SYMLINK_NOFOLLOW);
+  }
+}
+
 }  // namespace
 
 bool FolderItem::Exists() const {
@@ -57,9 +66,7 @@ void FolderItem::GrantAllRights() {
       (state.st_mode & ACCESSPERMS) == ACCESSPERMS) {
     return;
   }
-  // Another program may put a link here at this moment, hence the flag.
-  fchmodat(AT_FDCWD, SystemPath(path_), (state.st_mode & ALLPERMS) | ACCESSPERMS,
-           AT_SYMLINK_NOFOLLOW);
+  ChangeRights(SystemPath(path_), (state.st_mode & ALLPERMS) | ACCESSPERMS);
 }
 
 String FolderItem::Name() const {

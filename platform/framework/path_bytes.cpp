@@ -24,7 +24,8 @@ std::string WithoutTrailingSlashes(std::string path) {
 }
 
 std::string FolderOfPath(const std::string& path) {
-  return WithoutTrailingSlashes(path.substr(0, path.rfind('/') + 1));
+  const std::string folder = path.substr(0, path.rfind('/') + 1);
+  return folder.empty() ? "/" : WithoutTrailingSlashes(folder);
 }
 
 std::string PathInFolder(const std::string& folder, const std::string& name) {

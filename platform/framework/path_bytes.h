@@ -17,7 +17,7 @@ std::string PathBytes(const String& text);
 const char* SystemPath(const std::string& path);
 /// Without its trailing slashes; "/" keeps its only one.
 std::string WithoutTrailingSlashes(std::string path);
-/// The folder that holds the item of a full path; "/" for "/".
+/// The folder that holds the item of a full path; "/" for "/" and for an empty path.
 std::string FolderOfPath(const std::string& path);
 /// The path of an item in a folder.
 std::string PathInFolder(const std::string& folder, const std::string& name);

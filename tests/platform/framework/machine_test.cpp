@@ -1,0 +1,106 @@
+#include "platform/framework/machine.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "platform/framework/user_folders_linux.h"
+#include "tests/support/scratch_folder.h"
+
+namespace zephin::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Sets an environment variable for the time of a test.
+class Variable {
+ public:
+  Variable(const char* name, const std::string& value) : name_(name) {
+    before_ = std::getenv(name) == nullptr ? "" : std::getenv(name);
+    setenv(name, value.c_str(), 1);
+  }
+  ~Variable() { before_.empty() ? unsetenv(name_) : setenv(name_, before_.c_str(), 1); }
+  Variable(const Variable&) = delete;
+  Variable& operator=(const Variable&) = delete;
+
+ private:
+  const char* name_;
+  std::string before_;
+};
+
+TEST(TemporaryFolders, BelongToTheUserAloneWhoeverWasHereFirst) {
+  const std::string name = "zephin-" + std::to_string(geteuid());
+  // What stands at the usual name, and whether that is taken all the same.
+  const std::pair<std::string, bool> rows[] = {
+      {"nothing", true},
+      {"open folder", true},
+      {"link", false},
+      {"file", false},
+      {"another user's", geteuid() != 0},
+  };
+  for (const auto& [what, taken] : rows) {
+    const ScratchFolder scratch;
+    const fs::path place = scratch / "tmp" / name;
+    WriteFile(scratch / "tmp/others", "");
+    fs::create_symlink("tmp", scratch / "link");
+    if (what == "link") {
+      fs::create_symlink(".", place);
+    } else if (what == "file") {
+      WriteFile(place, "");
+    } else if (what != "nothing") {
+      WriteFile(place / "kept", "");
+      fs::permissions(place, fs::perms(0777));
+    }
+    if (what == "another user's") {
+      EXPECT_EQ(chown(place.c_str(), 65534, 65534) == 0, geteuid() == 0);
+    }
+    const Variable base("TMPDIR", scratch / "link/");
+    const fs::path folder = TemporaryFolder();
+    EXPECT_EQ(folder.parent_path(), scratch / "tmp") << what;
+    EXPECT_EQ(folder.filename() == name, taken) << what;
+    EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all) << what;
+    EXPECT_EQ(fs::exists(folder / "kept"), taken && what != "nothing") << what;
+  }
+}
+
+TEST(DesktopFolders, AreNamedInTheListOfUserFolders) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"# made by a tool\nXDG_DESKTOP_DIR=\"$HOME/Bureau\"\nXDG_MUSIC_DIR=\"$HOME/M\"\n",
+       "/h/Bureau"},
+      {"  XDG_DESKTOP_DIR=\"/else/where/\"", "/else/where"},
+      {"XDG_DESKTOP_DIR=\"$HOME/a \\\"b\\\" \\$c\"\r\n", "/h/a \"b\" $c"},
+      {"XDG_DESKTOP_DIR=\"$HOME/\"", "/h"},
+      {"XDG_DESKTOP_DIR=\"/a\"\nXDG_DESKTOP_DIR=\"/b\"", "/b"},
+      {"XDG_DESKTOP_DIR=\"Desktop\"", ""},
+      {"XDG_DESKTOP_DIR=\"", ""},
+      {"#XDG_DESKTOP_DIR=\"/a\"", ""},
+      {"", ""},
+  };
+  for (const auto& [list, expected] : rows) {
+    EXPECT_EQ(DesktopFolderInList(list, "/h"), expected) << list;
+  }
+}
+
+TEST(MachineFacts, FollowTheUsersSettingsAndTheBundle) {
+  const ScratchFolder scratch;
+  WriteFile(scratch / "set/user-dirs.dirs", "XDG_DESKTOP_DIR=\"$HOME/Bureau\"\n");
+  const Variable home("HOME", scratch / "");
+  const Variable temporary("TMPDIR", scratch.Path());
+  {
+    const Variable settings("XDG_CONFIG_HOME", scratch / "set");
+    const Machine machine = DetectMachine();
+    EXPECT_EQ(machine.userHome, scratch.Path());
+    EXPECT_EQ(machine.desktopFolder, scratch / "Bureau");
+    EXPECT_EQ(machine.executable, fs::canonical("/proc/self/exe"));
+    EXPECT_EQ(machine.helpersFolder, "");
+  }
+  const Variable settings("XDG_CONFIG_HOME", "relative");
+  EXPECT_EQ(DetectMachine().desktopFolder, scratch / "Desktop");
+  const Variable noHome("HOME", "relative");
+  EXPECT_NE(DetectMachine().userHome, "relative");
+}
+
+}  // namespace
+}  // namespace zephin::test

@@ -1,0 +1,82 @@
+#include "platform/framework/streams.h"
+
+#include <sys/stat.h>
+
+#include "tests/platform/framework/on_disk.h"
+
+namespace zephin::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Streams : public OnDisk {};
+
+TEST_F(Streams, ReadWhatIsThereAndNoMore) {
+  const std::string content = std::string(200'000, 'x') + std::string("\0\xff", 2);
+  WriteFile(base / "file", content);
+  const Ref<BinaryStream> stream = BinaryStream::Open(At("file"), false);
+  EXPECT_EQ(stream->Length(), 200'002);
+  EXPECT_EQ(stream->Read(0).Bytes(), "");
+  EXPECT_EQ(stream->Read(-1).Bytes(), "");
+  EXPECT_EQ(stream->Read(199'999).Size(), 199'999U);
+  const String rest = stream->Read(INT64_MAX);
+  EXPECT_EQ(rest.Bytes(), std::string("x\0\xff", 3));
+  EXPECT_EQ(rest.DeclaredEncoding(), Encoding::None);
+  EXPECT_EQ(stream->Read(1).Bytes(), "");
+  EXPECT_FALSE(stream->Failed());
+  // The system says that these have no length.
+  EXPECT_EQ(At("/proc/version")->OpenAsBinaryFile(false)->Read(INT64_MAX).Bytes(),
+            ReadFile("/proc/version"));
+}
+
+TEST_F(Streams, GoOnReadingAFileThatIsDeletedAndMadeAnew) {
+  WriteFile(base / "file", "before");
+  const Ref<FolderItem> item = At("file");
+  const Ref<BinaryStream> input = item->OpenAsBinaryFile(false);
+  item->Delete();
+  fs::create_symlink("anew", base / "file");  // It is written through.
+  const Ref<BinaryStream> output = item->CreateBinaryFile("");
+  output->Write("after");
+  output->Close();
+  EXPECT_EQ(input->Read(input->Length()).Bytes(), "before");
+  EXPECT_EQ(ReadFile(base / "anew"), "after");
+}
+
+TEST_F(Streams, AreNilForAllThatIsNoFile) {
+  fs::create_directory(base / "folder");
+  fs::create_symlink("folder", base / "link");
+  mkfifo((base / "pipe").c_str(), 0600);
+  for (const char* name : {"folder", "link", "pipe", "none/new", "/dev/null"}) {
+    const Ref<FolderItem> item = At(name);
+    EXPECT_TRUE(item->OpenAsBinaryFile(false).IsNil()) << name;
+    EXPECT_TRUE(item->OpenAsBinaryFile(true).IsNil()) << name;
+    EXPECT_TRUE(item->CreateBinaryFile("").IsNil()) << name;
+    EXPECT_TRUE(TextOutputStream::Append(item).IsNil()) << name;
+    EXPECT_TRUE(TextInputStream::Open(item).IsNil()) << name;
+  }
+  EXPECT_TRUE(At("none")->OpenAsBinaryFile(true).IsNil());
+  EXPECT_FALSE(At("none")->Exists()) << "only to be opened";
+}
+
+TEST_F(Streams, TellThatTheDiskIsFull) {
+  const FullDisk full(100'000);
+  const Ref<BinaryStream> stream = At("file")->CreateBinaryFile("");
+  stream->Write(Utf8(std::string(100'000, 'x')));
+  EXPECT_FALSE(stream->Failed());
+  stream->Write("x");
+  EXPECT_TRUE(stream->Failed());
+  EXPECT_EQ(At("file")->Length(), 100'000);
+}
+
+TEST_F(Streams, TextIsAppendedInLinesAndReadWithEveryByte) {
+  for (const char* line : {"one", "", "two\xff"}) {
+    TextOutputStream::Append(At("log"))->WriteLine(line);
+  }
+  const String text = TextInputStream::Open(At("log"))->ReadAll();
+  EXPECT_EQ(text.Bytes(), "one\n\ntwo\xff\n");
+  EXPECT_EQ(text.DeclaredEncoding(), Encoding::None);
+  EXPECT_TRUE(TextInputStream::Open(nullptr).IsNil());
+}
+
+}  // namespace
+}  // namespace zephin::test
