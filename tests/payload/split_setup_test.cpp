@@ -1,0 +1,176 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "dialogs/message_modal.h"
+#include "tests/support/limits.h"
+#include "tests/support/stub_run.h"
+
+namespace zephin::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The main window with a tray that counts.
+class WindowWithTray : public ZephinStubWindow {
+ public:
+  int ejects = 0;
+
+ private:
+  void Event_Open() override {}
+  void EjectCD() override { ++ejects; }
+};
+
+enum class Form { Direct, InMemory };
+
+/// A split setup whose first piece is in the bundle and whose others come on discs that stand at
+/// "CD".
+class SplitSetup : public testing::TestWithParam<Form> {
+ protected:
+  SplitSetup() {
+    WriteFile(run.Resources() / "Data#1", "one,");
+    fs::create_directory(run.scratch / "CD");
+    run.desktop.clipboard = (run.scratch / "CD").string() + "/";
+    window->fLabels = run.BareWindow().fLabels;
+  }
+
+  void AddPiece(const std::string& name, const std::string& content) const {
+    WriteFile(run.scratch / "CD" / ("Data#" + name), content);
+  }
+  int Join() {
+    return run.Call([this] {
+      const String first = Utf8(run.Resources() / "Data#1");
+      if (GetParam() == Form::Direct) {
+        window->CombineSplitSetup(first, Utf8(archive));
+      } else {
+        window->CombineSplitSetupX(first, Utf8(archive));
+      }
+    });
+  }
+  void ExpectQuestion(const std::string& button, const std::function<void()>& before = {}) {
+    run.desktop.ExpectWindow("Confirmation", [this, button, before](Window& asked) {
+      EXPECT_EQ(run.desktop.cursor, MouseCursor::Wait);
+      if (before) {
+        before();
+      }
+      ScriptedDesktop::Press(asked, button);
+    });
+  }
+
+  StubRun run;
+  Ref<WindowWithTray> window = (run.BareWindow(), MakeWindow<WindowWithTray>());
+  const std::string archive = run.scratch / "Tool.zip";
+  const std::string yes = "Btn2";
+  const std::string no = "Btn3";
+};
+
+TEST_P(SplitSetup, PiecesAreTakenInTheOrderOfTheirNumbersUntilTheLast) {
+  struct Row {
+    std::vector<std::string> pieces;
+    std::string joined;
+  };
+  const std::vector<Row> rows{
+      {{"End"}, "one,End,"},
+      {{"2", "3", "End"}, "one,2,3,End,"},
+      {{"2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "End"},
+       "one,2,3,4,5,6,7,8,9,10,11,End,"},
+      // The last one is taken where a number is missing, and the payload is short.
+      {{"3", "4", "End"}, "one,End,"},
+      {{"02", "End"}, "one,End,"},
+      {{"2", "4", "End"}, "one,2,End,"},
+  };
+  for (const Row& row : rows) {
+    for (const std::string& piece : row.pieces) {
+      AddPiece(piece, piece + ",");
+    }
+    WriteFile(archive, "what an earlier run has left here");
+    EXPECT_EQ(Join(), -1);
+    EXPECT_EQ(ReadFile(archive), row.joined);
+    EXPECT_EQ(window->ejects, std::count(row.joined.begin(), row.joined.end(), ','));
+    EXPECT_EQ(run.desktop.cursor, MouseCursor::Arrow);
+    window->ejects = 0;
+    fs::remove_all(run.scratch / "CD");
+  }
+}
+
+TEST_P(SplitSetup, NextDiscIsAskedForUntilItIsThere) {
+  std::string large(2'500'000, '\0');
+  for (std::size_t i = 0; i < large.size(); ++i) {
+    large[i] = static_cast<char>(i % 251);
+  }
+  AddPiece("2", large);
+  ExpectQuestion(yes);  // Nothing has been put in.
+  ExpectQuestion(yes, [this] {
+    fs::remove_all(run.scratch / "CD");
+    AddPiece("3", "three,");
+  });
+  ExpectQuestion(yes, [this] { AddPiece("End", "end"); });
+  EXPECT_EQ(Join(), -1);
+  EXPECT_EQ(ReadFile(archive), "one," + large + "three,end");
+}
+
+TEST_P(SplitSetup, NoToTheQuestionEndsTheRun) {
+  AddPiece("2", "two");
+  WriteFile(archive, "old");
+  ExpectQuestion(no);
+  EXPECT_EQ(Join(), 0);
+  EXPECT_EQ(ReadFile(archive), GetParam() == Form::Direct ? "one,two" : "old");
+}
+
+TEST_P(SplitSetup, ForeignClipboardIsOnlyAskedAboutInThePublishersWords) {
+  const std::string builtIn =
+      "Insert next CD.  When you see the CD icon, click YES to continue or NO to quit.";
+  for (const auto& [clipboard, custom] : {std::pair{"", ""}, {"CD/", "Next disc?"}}) {
+    run.desktop.clipboard = clipboard;
+    Array<String> labels;
+    for (int i = 0; i < 27; ++i) {
+      labels.Append(i == 16 ? custom : "");
+    }
+    window->fLabels = labels;
+    const std::string text = *custom == '\0' ? builtIn : custom;
+    run.desktop.ExpectWindow("Confirmation", [this, text](Window& asked) {
+      EXPECT_EQ(dynamic_cast<MessageModal&>(asked).MessageText()->Text().Bytes(), text);
+      ScriptedDesktop::Press(asked, no);
+    });
+    EXPECT_EQ(Join(), 0);
+  }
+}
+
+TEST_P(SplitSetup, PieceThatCanNotBeOpenedIsReportedAndEndsTheRun) {
+  fs::create_directory(run.scratch / "CD/Data#2");
+  EXPECT_EQ(Join(), 0);
+  EXPECT_EQ(run.desktop.failures, std::vector<std::string>{"NilObjectException"});
+  EXPECT_EQ(run.desktop.cursor, MouseCursor::Wait);
+  EXPECT_EQ(fs::exists(archive), GetParam() == Form::Direct);
+}
+
+TEST_P(SplitSetup, ArchiveThatCanNotBeMadeIsNotTold) {
+  fs::create_directory(archive);
+  WriteFile(archive + "/in the way", "");
+  if (GetParam() == Form::InMemory) {
+    ExpectQuestion(yes, [this] { AddPiece("End", ""); });
+  }
+  EXPECT_EQ(Join(), -1);
+  EXPECT_EQ(window->ejects, GetParam() == Form::Direct ? 0 : 2);
+  EXPECT_EQ(run.desktop.cursor, MouseCursor::Arrow);
+}
+
+TEST_P(SplitSetup, OnAFullDiskTheArchiveIsShortAndNothingIsTold) {
+  AddPiece("End", std::string(100'000, 'x'));
+  const FullDisk full(10'000);
+  EXPECT_EQ(Join(), -1);
+  EXPECT_EQ(fs::file_size(archive), 10'000U);
+}
+
+TEST_P(SplitSetup, QuitWhileItJoinsEndsTheRun) {
+  AddPiece("End", std::string(5'000'000, 'x'));
+  run.desktop.After(0, [] { Quit(0); });
+  EXPECT_EQ(Join(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(BothForms, SplitSetup, testing::Values(Form::Direct, Form::InMemory));
+
+}  // namespace
+}  // namespace zephin::test
