@@ -39,7 +39,8 @@ void SendAll(int connection, std::string_view bytes) {
 std::string ReceiveHead(int connection) {
   std::string head;
   std::array<char, 4096> block{};
-  while (!head.ends_with("\r\n\r\n")) {
+  // What doesn't begin like a GET is another protocol.
+  while (!head.ends_with("\r\n\r\n") && (head.empty() || head.starts_with('G'))) {
     const ssize_t got = recv(connection, block.data(), block.size(), 0);
     if (got <= 0) {
       break;

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <stdexcept>
 
 namespace zephin::test {
@@ -40,6 +42,13 @@ std::string ReadFile(const fs::path& path) {
   std::ifstream file(path, std::ios::binary);
   EXPECT_TRUE(file.is_open()) << path;
   return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::string Noise(std::size_t length) {
+  std::mt19937 random(1);
+  std::string noise(length, '\0');
+  std::generate(noise.begin(), noise.end(), [&] { return static_cast<char>('A' + random() % 26); });
+  return noise;
 }
 
 std::map<std::string, std::string> Tree(const fs::path& folder) {

@@ -27,6 +27,8 @@ class ScratchFolder {
 void WriteFile(const std::filesystem::path& path, const std::string& content);
 /// The content of a file; fails the test if it can't be read.
 std::string ReadFile(const std::filesystem::path& path);
+/// Printable bytes that don't get much shorter in an archive, always the same.
+std::string Noise(std::size_t length);
 /// Everything below a folder: relative path to content, "/" for folders, "-> target" for links.
 std::map<std::string, std::string> Tree(const std::filesystem::path& folder);
 
