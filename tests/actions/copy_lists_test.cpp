@@ -28,7 +28,7 @@ Changes Compare(const std::map<std::string, std::string>& before,
   for (const auto& [path, content] : after) {
     const auto old = before.find(path);
     if (old == before.end() || old->second != content) {
-      changes.insert(content == "/" ? path : path + "=" + content);
+      changes.insert(content == "/" ? path : std::string(path).append("=").append(content));
     }
   }
   for (const auto& [path, content] : before) {

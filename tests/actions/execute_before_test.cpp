@@ -49,7 +49,7 @@ TEST(ExecuteBefore, AnswersAreTakenAtTheirTime) {
       EXPECT_EQ(path, run.Resources() / "helper");
       EXPECT_EQ(run.desktop.clipboard, "");
       for (const auto& [time, text] : row.replies) {
-        run.desktop.After(time, [&, text = text] {
+        run.desktop.After(time, [&, time = time, text = text] {
           EXPECT_EQ(run.desktop.IsShown(window), row.seconds * kSecond < time);
           run.desktop.clipboard = text;
         });

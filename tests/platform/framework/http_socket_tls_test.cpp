@@ -84,12 +84,5 @@ TEST(HTTPSecureSocket, TakesABodyOnlyFromAServerThatTheSystemTrusts) {
   unsetenv("SSL_CERT_FILE");
 }
 
-TEST(HTTPSecureSocket, NeverFallsBackToAPlainConnection) {
-  ScriptedDesktop desktop;
-  const Application application(desktop, Machine());
-  HTTPSecureSocket socket;
-  EXPECT_EQ(socket.Get("http://127.0.0.1:1/", 20).Bytes(), "");
-}
-
 }  // namespace
 }  // namespace zephin::test
