@@ -4,11 +4,13 @@
 #include <xcb/xcb.h>
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QTimer>
 #include <array>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -74,6 +76,18 @@ class ChangedEnvironment {
   std::vector<std::pair<const char*, std::optional<std::string>>> before_;
 };
 
+/// Where the bundle brings plug-ins of its own, the toolkit takes no others: those of the user's
+/// system may be of another version of it.
+void UseOnlyOwnPlugins() {
+  std::error_code failure;
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", failure);
+  const std::filesystem::path plugins =
+      program.parent_path().parent_path() / "Frameworks" / "plugins";
+  if (std::filesystem::is_directory(plugins, failure)) {
+    QCoreApplication::setLibraryPaths({QFile::decodeName(plugins.c_str())});
+  }
+}
+
 }  // namespace
 
 bool DisplayIsThere() {
@@ -106,6 +120,7 @@ std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
       {"GNOME_DESKTOP_SESSION_ID", nullptr},
   });
   qInstallMessageHandler(TellGraveOnly);
+  UseOnlyOwnPlugins();
   return std::make_unique<QApplication>(argc, argv);
 }
 
