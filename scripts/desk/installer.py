@@ -3,6 +3,7 @@
 import fcntl
 import os
 import subprocess
+import tempfile
 
 import accessible
 import processes
@@ -12,7 +13,7 @@ _APPLICATIONS = "/Applications"
 
 # Writes down what it is asked to open, in place of the desktop's own.
 _XDG_OPEN = """#!/bin/sh
-printf '%s\\n' "$1" >> "{record}"
+printf '%s\\n' "$1" >> "$RECORD_OF_OPENED"
 """
 
 # A session that is tested tells of a failed check by its output, not by how it ends.
@@ -32,18 +33,20 @@ class Installer:
     def __init__(self, screen, program, folder, settings=None):
         self.screen = screen
         self.home = os.path.join(folder, "home")
-        self.record = os.path.join(folder, "opened")
-        self._output = os.path.join(folder, "output")
         tools = os.path.join(folder, "bin")
         for made in (self.home, os.path.join(folder, "tmp"), tools):
             os.makedirs(made, exist_ok=True)
         opener = os.path.join(tools, "xdg-open")
         with open(opener, "w", encoding="utf-8") as script:
-            script.write(_XDG_OPEN.format(record=self.record))
+            script.write(_XDG_OPEN)
         os.chmod(opener, 0o755)
+        own = tempfile.mkdtemp(prefix="run-", dir=folder)
+        self._record = os.path.join(own, "opened")
+        self._output = os.path.join(own, "output")
         environment = {**os.environ, **_SANITIZERS, "HOME": self.home, "LC_ALL": "C.UTF-8",
-                       "TMPDIR": os.path.join(folder, "tmp"), "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
-                       "PATH": tools + ":" + os.environ["PATH"], **(settings or {})}
+                       "TMPDIR": os.path.join(folder, "tmp"), "PATH": tools + ":" + os.environ["PATH"],
+                       "RECORD_OF_OPENED": self._record, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+                       **(settings or {})}
         self._start(program, environment)
 
     def _start(self, program, environment):
@@ -124,16 +127,18 @@ class Installer:
 
     def key(self, chord):
         """Presses keys once a window of the program has the focus."""
-        wait_until(self.is_active, "a window to have the focus", 30, self.described)
+        wait_until(self.is_active, "its front window to have the focus", 30, self.described)
         self.screen.key(chord)
 
     def type(self, text):
-        wait_until(self.is_active, "a window to have the focus", 30, self.described)
+        wait_until(self.is_active, "its front window to have the focus", 30, self.described)
         self.screen.type(text)
 
     def is_active(self):
-        active = self.screen.active_window()
-        return any(window.id == active for window, _ in self.screen.windows(self.process.pid))
+        """Whether its front window has the focus, and is what the program takes for it."""
+        windows = self.screen.windows(self.process.pid)
+        return (bool(windows) and windows[-1][0].id == self.screen.active_window()
+                and len(windows) == len(self.windows()))
 
     def focused(self):
         """The name of the control that has the keyboard focus, or None."""
@@ -167,9 +172,9 @@ class Installer:
 
     def opened(self):
         """What it has asked the desktop to open."""
-        if not os.path.exists(self.record):
+        if not os.path.exists(self._record):
             return []
-        with open(self.record, encoding="utf-8", errors="replace") as record:
+        with open(self._record, encoding="utf-8", errors="replace") as record:
             return record.read().splitlines()
 
     def described(self):

@@ -40,7 +40,7 @@ class Walk:
         """Looks at the front window and answers it. False: there is nothing to do yet."""
         if not self._installer.runs():
             return True
-        window = self._front()
+        window = self.front()
         if not window:
             return False
         controls = [node for node in window.below() if "showing" in node.states]
@@ -52,11 +52,12 @@ class Walk:
         self._last = look
         if look not in self._seen:
             self._seen.add(look)
-            self._take_picture(window)
+            self.look_at(window)
         self._answer(window, controls)
         return True
 
-    def _front(self):
+    def front(self):
+        """The window that has the focus; None while there is none."""
         titles = [title for _, title in self._screen.windows(self._installer.process.pid)]
         windows = {window.name: window for window in self._installer.windows()}
         return windows.get(titles[-1]) if titles and self._installer.is_active() else None
@@ -91,7 +92,8 @@ class Walk:
                 self._done.add((window.name, default.name))
             self._installer.click_on(default)
 
-    def _take_picture(self, window):
+    def look_at(self, window):
+        """Takes a picture of a window that looks new."""
         self._count += 1
         title = re.sub(r"[^a-z0-9]+", "-", window.name.lower()).strip("-") or "window"
         x, y, width, height = window.area

@@ -12,8 +12,8 @@ import tempfile
 import threading
 import unittest
 
-_ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-sys.path.insert(0, os.path.join(_ROOT, "scripts", "desk"))
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+sys.path.insert(0, os.path.join(ROOT, "scripts", "desk"))
 
 from accessible import program  # noqa: E402,F401
 from installer import Installer, program_of  # noqa: E402
@@ -21,9 +21,9 @@ from processes import Failure, command_line, descendants, wait_until  # noqa: E4
 from screen import Screen  # noqa: E402
 from session import Session  # noqa: E402
 
-_BUILD = os.path.abspath(os.environ.get("ZEPHIN_BUILD", os.path.join(_ROOT, "build", "debug")))
-_STUB = os.path.join(_BUILD, "stage", "Setup.app")
-_MAKE_SETUP = os.path.join(_BUILD, "tools", "make_setup", "make_setup")
+_BUILD = os.path.abspath(os.environ.get("ZEPHIN_BUILD", os.path.join(ROOT, "build", "debug")))
+STUB = os.path.join(_BUILD, "stage", "Setup.app")
+MAKE_SETUP = os.path.join(_BUILD, "tools", "make_setup", "make_setup")
 _PICTURES = os.path.join(_BUILD, "Testing", "e2e")
 
 # A file of tests that hangs ends by itself, and cleans up, before CTest would kill it.
@@ -75,6 +75,7 @@ class InstallerTest(unittest.TestCase):
 
     def _clean_up(self):
         self.session.end_others()
+        subprocess.run(["chmod", "-R", "u+w", self.folder], check=True)
         shutil.rmtree(self.folder, ignore_errors=True)
 
     def bundle(self, files=None, payload=None, values=None, **fields):
@@ -86,7 +87,7 @@ class InstallerTest(unittest.TestCase):
         write_tree(folder, {"setup.json": json.dumps(setup), **(files or {}),
                             "payload": payload or {"read me.txt": "Hello"}})
         made = folder.replace("setup ", "Install ") + ".app"
-        subprocess.run([_MAKE_SETUP, folder, _STUB, made], check=True)
+        subprocess.run([MAKE_SETUP, folder, STUB, made], check=True)
         return made
 
     @staticmethod
@@ -130,7 +131,7 @@ class InstallerTest(unittest.TestCase):
         self.assertEqual(run.opened(), list(addresses))
 
     def serve(self, pages):
-        """Serves bytes by their paths on loopback. Gives the address, without a slash at its end,
+        """Serves bytes by their paths, or what gives them, on loopback. Gives the address, without a slash at its end,
         and the list of the paths that are asked for, which grows."""
         asked = []
 
@@ -138,6 +139,7 @@ class InstallerTest(unittest.TestCase):
             def do_GET(self):
                 asked.append(self.path)
                 body = pages.get(self.path)
+                body = body() if callable(body) else body
                 self.send_response(200 if body is not None else 404)
                 self.end_headers()
                 self.wfile.write(body or b"")

@@ -74,6 +74,14 @@ class Before(Helper):
                 run.click("Quit")
                 self.assert_ends(run)
 
+    def test_missing_helper_outside_the_bundle_delays_nothing(self):
+        for name in ("SetupFolder/none.sh", "UserAccount/none.sh", "FixedPath//none.sh"):
+            with self.subTest(name):
+                run = self.open(fExecuteBeforeName=name)
+                run.window("Install", seconds=2.5)
+                run.press("Quit")
+                self.assert_ends(run)
+
     def test_helper_beside_the_installer_finds_its_place_on_the_clipboard(self):
         heard = os.path.join(self.folder, "heard")
         self.program("helper.sh", f"heard > '{heard}'\nsay ZephinInstallDone:")

@@ -93,6 +93,31 @@ class WholeInstall(case.InstallerTest):
         self.assertEqual(self.installed(name), {"read me.txt": b"Hello"})
         self.assertFalse(os.path.exists(f"/Applications/{name}.zip"))
 
+    def test_from_a_read_only_bundle_in_an_odd_place(self):
+        odd = os.path.join(self.folder, "it's a “place” $(x) `é` :;|&")
+        os.mkdir(odd)
+        bundle = os.path.join(odd, "Sétup \"1\".app")
+        os.rename(self.bundle(**EVERYTHING), bundle)
+        case.subprocess.run(["chmod", "-R", "a-w", odd], check=True)
+        run = self.open(bundle)
+        for name in ("Install", "OK", "I Agree", "Dark", "Continue", "Maps"):
+            run.press(name)
+        run.press("Continue", within=run.window("Select Options"))
+        self.choose_folder(run)
+        run.press("OK", within=run.window("Release Notes"))
+        self.assert_installed(run)
+
+    def test_two_at_once(self):
+        runs = []
+        for name in ("One", "Two"):
+            runs.append(self.open(fTargetFolder=name, **case.LONG))
+            runs[-1].press("Install")
+            self.choose_folder(runs[-1])
+        for run, name in zip(runs, ("One", "Two")):
+            self.assert_ends(run)
+            self.assertEqual(len(self.installed(name)["noise"]), 17000000)
+        self.assertEqual(sorted(os.listdir(self.target)), ["One", "Two"])
+
 
 class OtherWays(case.InstallerTest):
     def open_and_choose(self, folder=None, **fields):

@@ -173,7 +173,6 @@ class Texts(case.InstallerTest):
                     self.assert_opens(run, *opened)
                     run.click("Quit")
                     self.assert_ends(run)
-                    case.os.remove(run.record)
 
 
 if __name__ == "__main__":

@@ -1,0 +1,75 @@
+"""The sample setups, which show every feature, gone through as the demo does."""
+
+import os
+import subprocess
+
+import case
+from walkthrough import Walk
+
+_SAMPLES = os.path.join(case.ROOT, "samples")
+
+# What a user acts on or reads, by the roles that a screen reader tells.
+_TOLD = {"push button", "link", "label", "text", "check box", "radio button", "progress bar", "image"}
+
+
+class ListeningWalk(Walk):
+    """Hears each window as a screen reader's user does."""
+
+    def __init__(self, *arguments):
+        super().__init__(*arguments)
+        self.faults = []
+        self.heard = {}
+
+    def look_at(self, window):
+        controls = [node for node in window.below() if "showing" in node.states]
+        self.heard.setdefault(window.name, set()).update(
+            (node.role, node.name) for node in controls)
+        for node in controls:
+            if node.role in _TOLD and not node.name.strip():
+                self.faults.append(f"{node.role} without a name in {window.tree()}")
+        case.wait_until(lambda: self.has_focus_in(window), "a focus", 30, window.tree)
+
+    def has_focus_in(self, window):
+        """Or the window is no longer the one that the user hears."""
+        front = self.front()
+        return not front or front.name != window.name or any(
+            "focused" in node.states for node in window.below())
+
+
+class Tour(case.InstallerTest):
+    def walk(self, sample, **values):
+        bundle = os.path.join(self.folder, f"{sample}.app")
+        settings = [word for name, value in values.items() for word in ("--set", f"{name}={value}")]
+        subprocess.run([case.MAKE_SETUP, *settings, os.path.join(_SAMPLES, sample), case.STUB,
+                        bundle], check=True)
+        run = self.open(bundle)
+        walk = ListeningWalk(self.screen, run, None, self.target)
+        self.assertEqual(walk.run(), 0)
+        self.assertEqual(walk.faults, [])
+        return run, walk.heard
+
+    def test_tour_and_its_update(self):
+        pages = {}
+        address, asked = self.serve(pages)
+        # The archive is made with the bundle, and asked for later.
+        archive = os.path.join(self.folder, "templates.zip")
+        pages["/templates.zip"] = lambda: open(archive, "rb").read()
+        run, heard = self.walk("tour", PORT=address.rpartition(":")[2])
+        self.assertEqual(asked, ["/templates.zip"])
+        self.assert_opens(run, f"{address}/thanks.html")
+        self.assertIn(("progress bar", "Progress"), heard["Juniper Notes 2.1"])
+        self.assertIn(("radio button", "Light: ink on paper"), heard["Pick a theme"])
+        installed = self.installed("Juniper Notes")
+        for name in ("Library", "Themes", "Dictionaries", "Templates", "Read me.txt"):
+            self.assertIn(name, installed)
+
+        self.walk("patch")
+        patched = self.installed("Juniper Notes")
+        self.assertNotIn("Samples", patched)
+        self.assertNotEqual(patched["Read me.txt"], installed["Read me.txt"])
+        self.assertEqual(patched["Library"], installed["Library"])
+        self.assertEqual(os.listdir(self.target), ["Juniper Notes"])
+
+
+if __name__ == "__main__":
+    case.main()
