@@ -16,7 +16,7 @@ namespace {
 QKeySequence KeysOf(const MenuItem& item) {
   QString keys = ToQString(item.shortcut);
   keys.replace(QLatin1String("Cmd+"), QLatin1String("Ctrl+"));
-  return QKeySequence(keys, QKeySequence::PortableText);
+  return {keys, QKeySequence::PortableText};
 }
 
 bool IsQuitShortcut(const QKeyEvent& event) {

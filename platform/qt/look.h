@@ -3,8 +3,6 @@
 
 #include <QFont>
 
-class QApplication;
-
 // The look of the program's windows: one style, light colours and fonts in pixels, whatever theme
 // the user's session has. Windows are laid out in fixed points, so that a theme's large font or
 // dark colours would make their texts unreadable.
@@ -14,8 +12,9 @@ namespace zephin {
 /// Size of the system's font in pixels.
 constexpr int kSystemFontPixels = 12;
 
-/// Gives the application its style, colours and font.
-void SetUpLook(QApplication& application);
+/// Gives the toolkit's application its style, colours and font, and the habits of this program: it
+/// doesn't end when its last window is hidden.
+void SetUpLook();
 
 /// The system's font; `pixels` 0: at its own size.
 QFont SystemFont(int pixels = 0);

@@ -57,7 +57,7 @@ QtDesktop::QtDesktop(int argc, char** argv)
     : programName_(argc > 0 ? argv[0] : "Setup"), argv_{programName_.data(), nullptr} {
   EndAlwaysWithStatus0();
   application_ = MakeApplication(argc_, argv_.data());
-  SetUpLook(*application_);
+  SetUpLook();
   SetUpAccessibility();
   keys_ = std::make_unique<KeyFilter>();
   application_->installEventFilter(keys_.get());

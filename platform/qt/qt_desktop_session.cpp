@@ -81,7 +81,11 @@ void QtDesktop::LetEventsRun(int milliseconds) {
   QCoreApplication::processEvents();
   if (milliseconds > 0) {
     QEventLoop loop;
-    QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    QTimer timer;
+    timer.setSingleShot(true);
+    timer.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
+    timer.start(milliseconds);
     loop.exec();
   }
 }

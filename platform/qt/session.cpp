@@ -5,6 +5,8 @@
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFontDatabase>
+#include <QSettings>
 #include <QTimer>
 #include <array>
 #include <csignal>
@@ -76,15 +78,28 @@ class ChangedEnvironment {
   std::vector<std::pair<const char*, std::optional<std::string>>> before_;
 };
 
+/// Where the bundle keeps what the program needs of other makers; not there in a mere build.
+std::filesystem::path Frameworks() {
+  std::error_code failure;
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", failure);
+  return program.parent_path().parent_path() / "Frameworks";
+}
+
 /// Where the bundle brings plug-ins of its own, the toolkit takes no others: those of the user's
 /// system may be of another version of it.
 void UseOnlyOwnPlugins() {
+  const std::filesystem::path plugins = Frameworks() / "plugins";
   std::error_code failure;
-  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", failure);
-  const std::filesystem::path plugins =
-      program.parent_path().parent_path() / "Frameworks" / "plugins";
   if (std::filesystem::is_directory(plugins, failure)) {
     QCoreApplication::setLibraryPaths({QFile::decodeName(plugins.c_str())});
+  }
+}
+
+/// Without any font on the system, all texts would be rows of boxes.
+void UseOwnFontIfThereIsNone() {
+  if (QFontDatabase::families().isEmpty()) {
+    QFontDatabase::addApplicationFont(
+        QFile::decodeName((Frameworks() / "fonts" / "DejaVuSans.ttf").c_str()));
   }
 }
 
@@ -121,7 +136,11 @@ std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
   });
   qInstallMessageHandler(TellGraveOnly);
   UseOnlyOwnPlugins();
-  return std::make_unique<QApplication>(argc, argv);
+  // The folder dialog would leave a file of settings in the user's home.
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
+  auto application = std::make_unique<QApplication>(argc, argv);
+  UseOwnFontIfThereIsNone();
+  return application;
 }
 
 void TalkToDisplay(int milliseconds, const std::function<bool()>& done) {

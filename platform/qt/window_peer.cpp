@@ -180,7 +180,7 @@ void WindowPeer::Forget() {
   model_ = nullptr;
 }
 
-void WindowPeer::Press(const PushButton* button) {
+void WindowPeer::Press(const PushButton* button) const {
   if (button != nullptr && IsPressable(*button)) {
     static_cast<QPushButton&>(PeerOf(*button)->Widget()).click();
   }

@@ -53,7 +53,7 @@ class WindowPeer final : public QDialog, public AnswersKeys {
   void UpdatePosition();
   void UpdateDefaultButton();
   void SetTabOrder();
-  void Press(const PushButton* button);
+  void Press(const PushButton* button) const;
 
   Window* model_;
   std::vector<std::unique_ptr<ControlPeer>> peers_;

@@ -9,8 +9,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <charconv>
 #include <cstring>
+#include <string>
 
 #include "platform/qt/clipboard_keeper/display.h"
 #include "platform/qt/clipboard_keeper/take_over.h"
@@ -35,10 +37,9 @@ void GoOnInMemory(char* owner) {
       return;
     }
   }
-  char name[64] = {};
-  std::strncpy(name, kInMemory, sizeof name - 1);
-  char* arguments[] = {name, owner, nullptr};
-  fexecve(copy, arguments, environ);
+  std::string name = kInMemory;
+  const std::array<char*, 3> arguments{name.data(), owner, nullptr};
+  fexecve(copy, arguments.data(), environ);
 }
 
 }  // namespace
