@@ -1,8 +1,11 @@
 """What the windows look like, whatever the user's session asks for."""
 
 import os
+import socket
+import threading
 
 import case
+from case import wait_until
 
 WHITE = (255, 255, 255)
 BLUE = (0, 0, 255)
@@ -55,13 +58,50 @@ class Look(case.InstallerTest):
             run = self.open_with_link(settings)
             area = run.window("Install").area
             run.wait_for_focus("Quit")
-            case.wait_until(lambda area=area: BLUE in self.colours(area), "the link in blue")
+            wait_until(lambda area=area: BLUE in self.colours(area), "the link in blue")
             self.assertEqual(self.colours((area[0] + 2, area[1] + 2, 8, 8)), {WHITE})
             plain = plain or self.screen.rows(*area)
-            case.wait_until(lambda area=area: self.screen.rows(*area) == plain,
+            wait_until(lambda area=area: self.screen.rows(*area) == plain,
                             "the same window, point for point")
             run.click("Quit")
             self.assert_ends(run)
+
+    def trickle(self):
+        """A server that sends a byte now and then, and never ends. Gives its address."""
+        listener = socket.create_server(("127.0.0.1", 0))
+        stop = threading.Event()
+
+        def serve():
+            client, _ = listener.accept()
+            with client:
+                client.recv(65536)
+                client.sendall(b"HTTP/1.1 200 OK\r\nContent-Length: 1000000\r\n\r\n")
+                while not stop.wait(0.2):
+                    try:
+                        client.sendall(b"x")
+                    except OSError:
+                        return
+
+        threading.Thread(target=serve, daemon=True).start()
+        self.addCleanup(listener.close)
+        self.addCleanup(stop.set)
+        return f"http://127.0.0.1:{listener.getsockname()[1]}"
+
+    def test_window_lives_during_a_slow_download(self):
+        run = self.open(fInstallOptions=[{"caption": "Songs", "source": self.trickle() + "/a.zip"}])
+        run.press("Install")
+        run.press("Songs")
+        run.press("Continue", within=run.window("Select Options"))
+        self.choose_folder(run)
+        run.waits_for("Installing Options Songs")
+        area = run.window("Install").area
+        plain = self.screen.rows(*area)
+        with self.screen.covered(area):
+            self.assertNotEqual(self.screen.rows(*area)[100], plain[100])
+        # Only the program itself can bring back what was covered.
+        wait_until(lambda: self.screen.rows(*area) == plain, "the window to be painted")
+        run.click("Quit")
+        self.assert_ends(run)
 
 
 if __name__ == "__main__":
