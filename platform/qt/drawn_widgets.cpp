@@ -11,6 +11,8 @@ namespace {
 
 /// Between a push button's edge and its caption.
 constexpr int kButtonMargin = 5;
+/// Between a push button's edge and the mark of the focus.
+constexpr int kFocusInset = 3;
 
 }  // namespace
 
@@ -46,6 +48,12 @@ void CaptionButton::paintEvent(QPaintEvent* /*event*/) {
   option.text = AsCaption(fitted.shown);
   painter.setFont(fitted.font);
   painter.drawControl(QStyle::CE_PushButton, option);
+  if ((option.state & QStyle::State_HasFocus) &&
+      (option.state & QStyle::State_KeyboardFocusChange)) {
+    // The style marks the default button and the one with the focus alike.
+    painter.setPen(palette().color(QPalette::Highlight));
+    painter.drawRect(rect().adjusted(kFocusInset, kFocusInset, -kFocusInset - 1, -kFocusInset - 1));
+  }
 }
 
 template <class Button>

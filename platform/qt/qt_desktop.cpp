@@ -13,6 +13,7 @@
 #include "platform/qt/message_window.h"
 #include "platform/qt/qt_string.h"
 #include "platform/qt/session.h"
+#include "platform/qt/session_clipboard.h"
 #include "platform/qt/window_peer.h"
 
 namespace zephin {
@@ -59,6 +60,7 @@ QtDesktop::QtDesktop(int argc, char** argv)
   application_ = MakeApplication(argc_, argv_.data());
   SetUpLook();
   SetUpAccessibility();
+  clipboard_ = std::make_unique<SessionClipboard>();
   keys_ = std::make_unique<KeyFilter>();
   application_->installEventFilter(keys_.get());
 }

@@ -15,6 +15,7 @@ class QWidget;
 namespace zephin {
 
 class KeyFilter;
+class SessionClipboard;
 class WindowPeer;
 
 /// The user's desktop on an X display: the model's windows and controls as widgets of the toolkit.
@@ -70,6 +71,7 @@ class QtDesktop final : public Desktop {
   std::array<char*, 2> argv_{};
   std::unique_ptr<QApplication> application_;
   std::unique_ptr<KeyFilter> keys_;
+  std::unique_ptr<SessionClipboard> clipboard_;
   std::map<const Window*, WindowPeer*> peers_;
 };
 

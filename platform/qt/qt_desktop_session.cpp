@@ -10,10 +10,10 @@
 #include "platform/framework/application.h"
 #include "platform/framework/launcher.h"
 #include "platform/qt/answer_keys.h"
-#include "platform/qt/clipboard_text.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_string.h"
 #include "platform/qt/session.h"
+#include "platform/qt/session_clipboard.h"
 #include "platform/qt/window_peer.h"
 
 namespace zephin {
@@ -26,11 +26,11 @@ constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
 }  // namespace
 
 String QtDesktop::ClipboardText() {
-  return ReadClipboardText();
+  return clipboard_->Text();
 }
 
 void QtDesktop::SetClipboardText(const String& text) {
-  WriteClipboardText(text);
+  clipboard_->SetText(text);
 }
 
 void QtDesktop::LaunchItem(const FolderItem& item, bool /*activate*/) {
@@ -102,7 +102,7 @@ void QtDesktop::EndRun(int status) {
   for (const auto& [model, peer] : peers_) {
     peer->hide();
   }
-  HandClipboardOver(App().Facts().helpersFolder);
+  clipboard_->HandOver(App().Facts().helpersFolder);
   std::fflush(nullptr);
   _exit(status);
 }

@@ -8,14 +8,12 @@
 #include <QFontDatabase>
 #include <QSettings>
 #include <QTimer>
-#include <array>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -23,12 +21,6 @@ namespace zephin {
 namespace {
 
 constexpr int kWakeInterval = 5;  ///< Milliseconds.
-
-struct FreeReply {
-  void operator()(void* reply) const { std::free(reply); }
-};
-template <class T>
-using Reply = std::unique_ptr<T, FreeReply>;
 
 extern "C" void EndWithStatus0() {
   _exit(0);
@@ -152,23 +144,6 @@ void TalkToDisplay(int milliseconds, const std::function<bool()>& done) {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
                                     QEventLoop::WaitForMoreEvents);
   }
-}
-
-std::uint32_t ClipboardOwner() {
-  const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  if (x11 == nullptr) {
-    return XCB_NONE;
-  }
-  xcb_connection_t* display = x11->connection();
-  constexpr std::string_view kName = "CLIPBOARD";
-  const Reply<xcb_intern_atom_reply_t> name(xcb_intern_atom_reply(
-      display, xcb_intern_atom(display, 0, kName.size(), kName.data()), nullptr));
-  if (!name) {
-    return XCB_NONE;
-  }
-  const Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-      display, xcb_get_selection_owner(display, name->atom), nullptr));
-  return owner ? owner->owner : xcb_window_t{XCB_NONE};
 }
 
 void FlushDisplay() {

@@ -2,7 +2,6 @@
 #define PLATFORM_QT_SESSION_H_
 
 #include <QApplication>
-#include <cstdint>
 #include <functional>
 #include <memory>
 
@@ -26,9 +25,6 @@ std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv);
 /// Talks to the display until `done` holds, or until that many milliseconds have passed. The user's
 /// input waits meanwhile.
 void TalkToDisplay(int milliseconds, const std::function<bool()>& done);
-
-/// The display's name for the window that owns the clipboard; 0 if none does.
-std::uint32_t ClipboardOwner();
 
 /// Sends the display what has been drawn and set so far.
 void FlushDisplay();

@@ -1,5 +1,5 @@
-#ifndef PLATFORM_QT_CLIPBOARD_KEEPER_DISPLAY_H_
-#define PLATFORM_QT_CLIPBOARD_KEEPER_DISPLAY_H_
+#ifndef PLATFORM_QT_CLIPBOARD_DISPLAY_H_
+#define PLATFORM_QT_CLIPBOARD_DISPLAY_H_
 
 #include <xcb/xcb.h>
 
@@ -24,7 +24,7 @@ struct Atoms {
   xcb_atom_t utf8String, text, plainText, plainTextUtf8, transfer;
 };
 
-/// A connection to the user's display with one window that is never shown.
+/// A connection to the user's display, beside the toolkit's, with one window that is never shown.
 class Display {
  public:
   Display();
@@ -70,4 +70,4 @@ inline unsigned KindOf(const xcb_generic_event_t& event) {
 
 }  // namespace zephin
 
-#endif  // PLATFORM_QT_CLIPBOARD_KEEPER_DISPLAY_H_
+#endif  // PLATFORM_QT_CLIPBOARD_DISPLAY_H_

@@ -1,10 +1,10 @@
-#ifndef PLATFORM_QT_CLIPBOARD_KEEPER_TAKE_OVER_H_
-#define PLATFORM_QT_CLIPBOARD_KEEPER_TAKE_OVER_H_
+#ifndef PLATFORM_QT_CLIPBOARD_TAKE_OVER_H_
+#define PLATFORM_QT_CLIPBOARD_TAKE_OVER_H_
 
 #include <optional>
 #include <string>
 
-#include "platform/qt/clipboard_keeper/display.h"
+#include "platform/qt/clipboard/display.h"
 
 namespace zephin {
 
@@ -21,4 +21,4 @@ std::optional<KeptText> TakeOver(Display& display, xcb_window_t owner);
 
 }  // namespace zephin
 
-#endif  // PLATFORM_QT_CLIPBOARD_KEEPER_TAKE_OVER_H_
+#endif  // PLATFORM_QT_CLIPBOARD_TAKE_OVER_H_

@@ -1,4 +1,4 @@
-#include "platform/qt/clipboard_keeper/display.h"
+#include "platform/qt/clipboard/display.h"
 
 #include <poll.h>
 

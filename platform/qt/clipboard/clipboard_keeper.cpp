@@ -14,9 +14,9 @@
 #include <cstring>
 #include <string>
 
-#include "platform/qt/clipboard_keeper/display.h"
-#include "platform/qt/clipboard_keeper/take_over.h"
-#include "platform/qt/clipboard_keeper/text_server.h"
+#include "platform/qt/clipboard/display.h"
+#include "platform/qt/clipboard/take_over.h"
+#include "platform/qt/clipboard/text_server.h"
 
 namespace {
 

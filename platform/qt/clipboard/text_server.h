@@ -1,11 +1,11 @@
-#ifndef PLATFORM_QT_CLIPBOARD_KEEPER_TEXT_SERVER_H_
-#define PLATFORM_QT_CLIPBOARD_KEEPER_TEXT_SERVER_H_
+#ifndef PLATFORM_QT_CLIPBOARD_TEXT_SERVER_H_
+#define PLATFORM_QT_CLIPBOARD_TEXT_SERVER_H_
 
 #include <list>
 #include <string>
 
-#include "platform/qt/clipboard_keeper/display.h"
-#include "platform/qt/clipboard_keeper/take_over.h"
+#include "platform/qt/clipboard/display.h"
+#include "platform/qt/clipboard/take_over.h"
 
 namespace zephin {
 
@@ -43,4 +43,4 @@ class TextServer {
 
 }  // namespace zephin
 
-#endif  // PLATFORM_QT_CLIPBOARD_KEEPER_TEXT_SERVER_H_
+#endif  // PLATFORM_QT_CLIPBOARD_TEXT_SERVER_H_

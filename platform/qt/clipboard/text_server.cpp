@@ -1,4 +1,4 @@
-#include "platform/qt/clipboard_keeper/text_server.h"
+#include "platform/qt/clipboard/text_server.h"
 
 #include <algorithm>
 #include <array>
