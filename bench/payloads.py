@@ -93,16 +93,19 @@ def make_tree(folder, name, sizes, folders):
     payload = Payload(folder, name)
     paths = ["Tool"]
     parents = ["Tool"]
-    payload.add("Tool", stat.S_IFDIR | 0o755, b"")
     for i in range(folders):
         path = f"{rng.choice(parents)}/folder{i}"
         paths.append(path)
         if path.count("/") < 6:
             parents.append(path)
-        payload.add(path, stat.S_IFDIR | 0o755, b"")
-    # The files of one folder follow each other, as a program that walks a tree writes them.
+    # Folder by folder, as a program that walks a tree writes them.
+    paths.sort(key=lambda path: path.split("/"))
     homes = sorted(rng.randrange(len(paths)) for _ in sizes)
+    started = 0
     for i, (size, home) in enumerate(zip(sizes, homes)):
+        while started <= home:
+            payload.add(paths[started], stat.S_IFDIR | 0o755, b"")
+            started += 1
         kind = rng.random()
         if kind < 0.85:
             pool = pools[0 if kind < 0.5 else 1]
@@ -119,6 +122,8 @@ def make_tree(folder, name, sizes, folders):
         payload.add(f"{paths[home]}/file{i}.bin", mode, data, seconds=TIME + i)
         if i % 250 == 0:
             payload.add(f"{paths[home]}/link{i}", stat.S_IFLNK | 0o777, f"file{i}.bin".encode())
+    for path in paths[started:]:
+        payload.add(path, stat.S_IFDIR | 0o755, b"")
     payload.close()
 
 

@@ -95,7 +95,7 @@ std::optional<std::size_t> EntryStream::Stored(char* block, std::size_t size) {
 }
 
 bool EntryStream::FeedInflater() {
-  constexpr std::uint64_t kPiece = WindowReader::kCapacity / 2;
+  constexpr std::uint64_t kPiece = 256U << 10U;
   if (packedLeft_ == 0) {
     (void)Refuse(kDamaged);
     return false;

@@ -32,7 +32,7 @@ class EntryStream {
 
   // All bytes at once, if the entry is small; they stay until the unpacker's next use. `buffer` has
   // kSmall bytes. Nothing on a fault.
-  static constexpr std::size_t kSmall = 256U << 10U;
+  static constexpr std::size_t kSmall = 1U << 20U;
   bool Small() const { return entry_.size <= kSmall && entry_.packedSize <= kSmall; }
   std::optional<std::string_view> Whole(char* buffer);
 

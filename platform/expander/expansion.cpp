@@ -68,14 +68,23 @@ int MakeFolder(Site& site, FolderDescriptors& descriptors, std::uint32_t index) 
   return EnterStanding(folder, descriptor);
 }
 
-int FinishFolder(const Site& site, const Folder& folder, int descriptor) {
-  const mode_t fresh = kPlainMode & ~site.mask;
+// Sets mode and time. Most folders have got their mode with their making, and are not opened again.
+int FinishFolder(const Site& site, FolderDescriptors& descriptors, std::uint32_t index) {
+  const Folder& folder = site.plan.folders[index];
   const Attributes& attributes = folder.attributes;
-  if (attributes.hasMode && (folder.stood || attributes.mode != fresh) &&
-      ::fchmod(descriptor, attributes.mode) != 0) {
-    return errno;
+  const mode_t fresh = kPlainMode & ~site.mask;
+  const bool setMode = attributes.hasMode && (folder.stood || attributes.mode != fresh);
+  if (setMode || index == site.root.folder) {
+    const int descriptor = descriptors.Get(index);
+    if (descriptor < 0 || (setMode && ::fchmod(descriptor, attributes.mode) != 0) ||
+        (folder.named && ::futimens(descriptor, ChangeTime(attributes).data()) != 0)) {
+      return errno;
+    }
+    return 0;
   }
-  if (folder.named && ::futimens(descriptor, ChangeTime(attributes).data()) != 0) {
+  const int parent = descriptors.Get(folder.parent);
+  if (parent < 0 || ::utimensat(parent, std::string(folder.Leaf()).c_str(),
+                                ChangeTime(attributes).data(), AT_SYMLINK_NOFOLLOW) != 0) {
     return errno;
   }
   return 0;
@@ -164,9 +173,8 @@ void FinishFolders(Site& site) {
     if (!site.control.Proceed()) {
       return;
     }
-    if (folder.code == 0 && (folder.named || folder.stood)) {
-      const int descriptor = descriptors.Get(i);
-      folder.code = descriptor < 0 ? errno : FinishFolder(site, folder, descriptor);
+    if (folder.code == 0 && (folder.named || (folder.stood && folder.attributes.hasMode))) {
+      folder.code = FinishFolder(site, descriptors, i);
     }
     if (folder.code != 0 && folder.named) {
       site.faults.AddSystem(folder.order, folder.path, folder.code);

@@ -1,16 +1,34 @@
 #include "platform/expander/folder_descriptors.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 
+#include <algorithm>
 #include <cerrno>
 
 namespace zephin::expander {
+namespace {
+
+// How many folders one thread keeps open: a part of what the process may open at all.
+std::size_t SlotCount() {
+  constexpr rlim_t kMost = 256;
+  constexpr rlim_t kLeast = 8;
+  constexpr rlim_t kPart = 8;
+  rlimit limit{};
+  const bool known = ::getrlimit(RLIMIT_NOFILE, &limit) == 0;
+  return known ? std::clamp(limit.rlim_cur / kPart, kLeast, kMost) : kLeast;
+}
+
+}  // namespace
+
+FolderDescriptors::FolderDescriptors(const std::vector<Folder>& folders, Root root)
+    : folders_(folders), root_(root), slots_(std::min(SlotCount(), folders.size())) {}
 
 int FolderDescriptors::Get(std::uint32_t folder) {
   if (folder == root_.folder) {
     return root_.descriptor;
   }
-  Slot& slot = slots_.at(folder % slots_.size());
+  Slot& slot = slots_[folder % slots_.size()];
   if (slot.descriptor.Open() && slot.folder == folder) {
     return slot.descriptor.Get();
   }

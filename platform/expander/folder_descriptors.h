@@ -4,7 +4,6 @@
 #ifndef PLATFORM_EXPANDER_FOLDER_DESCRIPTORS_H_
 #define PLATFORM_EXPANDER_FOLDER_DESCRIPTORS_H_
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -23,8 +22,7 @@ struct Root {
 
 class FolderDescriptors {
  public:
-  FolderDescriptors(const std::vector<Folder>& folders, Root root)
-      : folders_(folders), root_(root) {}
+  FolderDescriptors(const std::vector<Folder>& folders, Root root);
 
   // A descriptor of the folder, valid until the next call, or -1 with errno set. The folder is the
   // root or lies in it.
@@ -38,7 +36,7 @@ class FolderDescriptors {
 
   const std::vector<Folder>& folders_;
   Root root_;
-  std::array<Slot, 64> slots_;
+  std::vector<Slot> slots_;
   std::string leaf_;
 };
 

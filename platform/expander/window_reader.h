@@ -15,7 +15,7 @@ namespace zephin::expander {
 class WindowReader {
  public:
   // Most bytes that one view can have: the largest header, or a small entry with its header.
-  static constexpr std::size_t kCapacity = 512U << 10U;
+  static constexpr std::size_t kCapacity = 1280U << 10U;
 
   explicit WindowReader(const ArchiveFile& file) : file_(file), buffer_(kCapacity) {}
 
