@@ -17,10 +17,10 @@ function(zephin_gather_libraries)
   endif()
   find_package(Qt6 REQUIRED COMPONENTS Core)
   find_program(ZEPHIN_PYTHON python3 REQUIRED)
-  set(command ${ZEPHIN_PYTHON} -B ${PROJECT_SOURCE_DIR}/cmake/bundle/gather.py)
   install(CODE "
     execute_process(
-      COMMAND ${command} \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/Setup.app\"
+      COMMAND \"${ZEPHIN_PYTHON}\" -B \"${PROJECT_SOURCE_DIR}/cmake/bundle/gather.py\"
+        \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/Setup.app\"
         \"${QT6_INSTALL_PREFIX}/${QT6_INSTALL_PLUGINS}\"
       COMMAND_ERROR_IS_FATAL ANY)")
 endfunction()
