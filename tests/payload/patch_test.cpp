@@ -76,9 +76,9 @@ TEST_F(Patch, EachKindOfItemDoesItsWorkOnTheInstalledFolder) {
       {"x=2 y->x", "", "x=2 y=2"},
       {"x/a=2 y->x", "", "x/ x/a=2 y/ y/a=2"},
       {"y->nowhere z=2", "y=1", "z=2", "y"},
-      {"y*Delete*->nowhere", "y/a=1", "y/ y/a=1"},
+      {"x/ y*Delete*->x", "y/a=1", "y/ y/a=1"},
       // For a file directly in a bundle the folder above is made, and the copy tried all the same.
-      {"N.app/f=2", "", "", "N.app/f"},
+      {"d/N.app/f=2", "", "d/", "d/N.app/f"},
       {"N.app/f=2", "N.app/", "N.app/ N.app/f=2"},
       {"N.app/In/f=2 N.app/f=2", "", "N.app/ N.app/In/ N.app/In/f=2 N.app/f=2"},
   };

@@ -76,6 +76,8 @@ TEST_F(Download, SecureAddressesAreToldByTheirFirstFiveLetters) {
   EXPECT_TRUE(Fetch(address.replace(0, 4, "HTTP"), target));
   run.desktop.ExpectMessage(failed);
   EXPECT_FALSE(Fetch(address.replace(0, 4, "HTTPs"), target));
+  // It was asked, but not in the clear.
+  EXPECT_FALSE(server.Requests().at(1).starts_with("GET"));
 }
 
 TEST_F(Download, ArchiveIsStoredBesideItsFolderForTheTimeOfTheExpansion) {

@@ -94,6 +94,7 @@ TEST_F(HTTPSocketTest, SilenceBeyondTheLimitGivesWhatHasArrived) {
                         }});
   EXPECT_EQ(Get(server.Address()), "part");
   EXPECT_TRUE(wasStillWaiting);
+  EXPECT_LT(desktop_.milliseconds, 1000 * (kSilenceSeconds + 2));
 }
 
 TEST_F(HTTPSocketTest, TrickleThatLastsLongerThanTheLimitIsTakenWhole) {
