@@ -35,12 +35,11 @@ inline const std::vector<std::uint8_t>& HexPairs() {
   return pairs;
 }
 
-/// The byte of the two digits at `pair`, the high one first.
-inline std::uint8_t HexByte(const char* pair) {
-  static const std::uint8_t* const table = HexPairs().data();
+/// The byte of the two digits at `pair`, the high one first, by a table of HexPairs.
+inline std::uint8_t HexByte(const std::uint8_t* pairs, const char* pair) {
   std::uint16_t word = 0;
   std::memcpy(&word, pair, sizeof word);
-  return table[word];
+  return pairs[word];
 }
 
 }  // namespace zephin::ViewConst

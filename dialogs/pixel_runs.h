@@ -15,6 +15,35 @@ namespace zephin::ViewConst {
 /// The most digits that a string with runs may stand for.
 inline constexpr std::int64_t kMostDigits = 50'000'000;
 
+/// A run's count and where its "]" stands.
+struct RunEnd {
+  std::int64_t count = 0;
+  std::size_t close = std::string_view::npos;  ///< Nowhere: npos.
+};
+
+/// Reads the count behind the "[" at `open`. Nearly all counts are a few plain digits, and only the
+/// others are worth a look at blanks, signs and fractions.
+inline RunEnd ReadCount(std::string_view text, std::size_t open) {
+  constexpr std::size_t kMostPlainDigits = 18;
+  RunEnd end{0, open + 1};
+  for (; end.close < text.size() && end.close - open <= kMostPlainDigits; ++end.close) {
+    const char c = text[end.close];
+    if (c < '0' || c > '9') {
+      break;
+    }
+    end.count = end.count * 10 + (c - '0');
+  }
+  if (end.close < text.size() && text[end.close] == ']') {
+    return end;
+  }
+  end.close = text.find(']', open);
+  if (end.close != std::string_view::npos) {
+    const std::string_view number = text.substr(open + 1, end.close - open - 1);
+    end.count = std::max<std::int64_t>(ValInteger({std::string(number), Encoding::None}), 0);
+  }
+  return end;
+}
+
 /// Calls `take(plain, digit, count)` for each stretch of plain digits with the run behind it;
 /// behind the last stretch the count is 0. Raises OutOfMemoryException for a bracket without its
 /// partner or without a digit in front, and for a single run that is over the limit by itself.
@@ -26,19 +55,14 @@ void ForEachRun(std::string_view text, Take take) {
     if (open == std::string_view::npos) {
       break;
     }
-    const std::size_t close = text.find(']', open);
-    if (open == 0 || close == std::string_view::npos) {
-      throw OutOfMemoryException();
-    }
-    const std::string number(text.substr(open + 1, close - open - 1));
-    const std::int64_t count = std::max<std::int64_t>(ValInteger({number, Encoding::None}), 0);
-    if (count > kMostDigits) {
+    const RunEnd end = ReadCount(text, open);
+    if (open == 0 || end.close == std::string_view::npos || end.count > kMostDigits) {
       throw OutOfMemoryException();
     }
     // Right behind a run the character in front of the bracket is the last run's own bracket.
     const std::size_t plainEnd = std::max(open - 1, done);
-    take(text.substr(done, plainEnd - done), text[open - 1], count);
-    done = close + 1;
+    take(text.substr(done, plainEnd - done), text[open - 1], end.count);
+    done = end.close + 1;
   }
   take(text.substr(done), '\0', 0);
 }

@@ -22,20 +22,17 @@ constexpr std::size_t kBlock = 1 << 20;
 class PixelWriter {
  public:
   explicit PixelWriter(std::span<std::uint32_t> pixels)
-      : next_(pixels.data()), end_(next_ + pixels.size()) {}
-
-  bool Full() const { return next_ == end_; }
+      : bytes_(HexPairs().data()), next_(pixels.data()), end_(next_ + pixels.size()) {}
 
   void Plain(const char* digits, std::int64_t count) {
     for (; count > 0 && phase_ != 0; --count) {
       Digit(*digits++);
     }
-    const std::int64_t whole = std::min<std::int64_t>(count / kDigitsPerPixel, end_ - next_);
+    const std::int64_t whole = WholePixels(count);
     for (std::int64_t i = 0; i < whole; ++i, digits += kDigitsPerPixel) {
-      *next_++ = kOpaque | std::uint32_t{HexByte(digits)} << 16U |
-                 std::uint32_t{HexByte(digits + 2)} << 8U | HexByte(digits + 4);
+      *next_++ = PixelOf(digits);
     }
-    for (count -= whole * kDigitsPerPixel; count > 0 && !Full(); --count) {
+    for (count -= whole * kDigitsPerPixel; count > 0 && next_ != end_; --count) {
       Digit(*digits++);
     }
   }
@@ -44,26 +41,31 @@ class PixelWriter {
     for (; count > 0 && phase_ != 0; --count) {
       Digit(digit);
     }
+    const std::int64_t whole = WholePixels(count);
     const char pair[] = {digit, digit};
-    const std::int64_t whole = std::min<std::int64_t>(count / kDigitsPerPixel, end_ - next_);
-    next_ = std::fill_n(next_, whole, kOpaque | HexByte(pair) * 0x010101U);
-    for (count -= whole * kDigitsPerPixel; count > 0 && !Full(); --count) {
+    next_ = std::fill_n(next_, whole, kOpaque | HexByte(bytes_, pair) * 0x010101U);
+    for (count -= whole * kDigitsPerPixel; count > 0 && next_ != end_; --count) {
       Digit(digit);
     }
   }
 
  private:
+  std::uint32_t PixelOf(const char* digits) const {
+    return kOpaque | std::uint32_t{HexByte(bytes_, digits)} << 16U |
+           std::uint32_t{HexByte(bytes_, digits + 2)} << 8U | HexByte(bytes_, digits + 4);
+  }
+  std::int64_t WholePixels(std::int64_t count) const {
+    return std::min<std::int64_t>(count / kDigitsPerPixel, end_ - next_);
+  }
   void Digit(char digit) {
-    if (Full()) {
-      return;
-    }
     partial_[phase_++] = digit;
     if (phase_ == kDigitsPerPixel) {
       phase_ = 0;
-      Plain(partial_, kDigitsPerPixel);
+      *next_++ = PixelOf(partial_);
     }
   }
 
+  const std::uint8_t* bytes_;
   std::uint32_t* next_;
   std::uint32_t* end_;
   char partial_[kDigitsPerPixel] = {};
@@ -135,8 +137,9 @@ void PixelStringExpand(String& text) {
 
 void MemoryBlockHexToByte(std::span<const char> hexBlock, std::span<char> byteBlock,
                           std::int64_t count) {
+  const std::uint8_t* const pairs = HexPairs().data();
   for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
-    byteBlock[i] = static_cast<char>(HexByte(&hexBlock[2 * i]));
+    byteBlock[i] = static_cast<char>(HexByte(pairs, &hexBlock[2 * i]));
     if (i % kBlock == 0) {
       RuntimeBackgroundTask();
     }
