@@ -1,5 +1,6 @@
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <random>
@@ -19,6 +20,7 @@ namespace {
 constexpr int kWidth = 1200;
 constexpr int kHeight = 800;
 constexpr int kSlice = 10;
+constexpr int kWhite = 0xFFFFFF;
 
 void SetPixel(make_setup::PixelRows& picture, int x, int y, int rgb) {
   for (int part = 0; part < 3; ++part) {
@@ -27,8 +29,9 @@ void SetPixel(make_setup::PixelRows& picture, int x, int y, int rgb) {
   }
 }
 
-/// Windows with lines of text on a shaded background, and an icon in many colours: runs and digits
-/// mixed. A letter is ink in four shades of grey on a raster of 8 by 16 pixels.
+/// Windows on a shaded background, with lines of text over a part of their width and a picture of
+/// 300 by 200 pixels in one of them: runs and digits mixed. A letter is ink in four shades of grey
+/// on a raster of 8 by 16 pixels.
 String UserInterface() {
   make_setup::PixelRows picture{kWidth, kHeight, std::string(3UL * kWidth * kHeight, '\0')};
   std::mt19937 random(1);
@@ -36,19 +39,20 @@ String UserInterface() {
   for (auto& letter : letters) {
     for (std::size_t i = 0; i < letter.size(); ++i) {
       const bool blank = i % 8 == 7 || i / 8 < 3 || i / 8 > 12 || random() % 3 != 0;
-      letter[i] = blank ? 0xFFFFFF : static_cast<int>(random() % 4) * 0x333333;
+      letter[i] = blank ? kWhite : static_cast<int>(random() % 4) * 0x333333;
     }
   }
-  const auto letterAt = [](int x, int y) { return (x / 8 * 7 + y / 16 * 11) % 31; };
   for (int y = 0; y < kHeight; ++y) {
     for (int x = 0; x < kWidth; ++x) {
-      const bool inWindow = x % 400 > 20 && y % 270 > 30;
-      int rgb = inWindow ? 0xFFFFFF : 0x336600 + y / 8;
-      if (inWindow && y % 270 > 60 && letterAt(x, y) < 26) {
-        rgb = letters[static_cast<std::size_t>(letterAt(x, y))]
-                     [static_cast<std::size_t>(y % 16 * 8 + x % 8)];
+      const int inX = x % 400 - 20;  // From the corner of its window.
+      const int inY = y % 270 - 30;
+      int rgb = inX > 0 && inY > 0 ? kWhite : 0x336600 + y / 8;
+      const int letter = (x / 8 * 7 + y / 26 * 11) % 31;
+      if (inX > 40 && inX < 260 && inY > 30 && inY % 26 < 16 && letter < 26) {
+        rgb = letters[static_cast<std::size_t>(letter)]
+                     [static_cast<std::size_t>(inY % 26 * 8 + x % 8)];
       }
-      if (x < 150 && y < 150) {
+      if (x < 300 && y < 200) {
         rgb = static_cast<int>(random() % 0x1000000);
       }
       SetPixel(picture, x, y, rgb);
@@ -157,7 +161,9 @@ void Measure(benchmark::State& state, const String& triple, Make make) {
   for (auto pass : state) {
     benchmark::DoNotOptimize(make(pixels));
   }
-  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(pixels.Size()));
+  state.counters["text"] = static_cast<double>(pixels.Size());
+  state.counters["runs"] =
+      static_cast<double>(std::count(pixels.View().begin(), pixels.View().end(), '['));
 }
 
 void Plain(benchmark::State& state, String (*triple)()) {
