@@ -20,7 +20,7 @@ QKeySequence KeysOf(const MenuItem& item) {
 }
 
 bool IsQuitShortcut(const QKeyEvent& event) {
-  const Ref<MenuBar>& bar = App().Menus();
+  const Ref<MenuBar>& bar = Application::Current().Menus();
   if (bar.IsNil()) {
     return false;
   }
@@ -74,7 +74,7 @@ bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void ChooseQuit() {
-  App().CallHandler([] {
+  Application::Current().CallHandler([] {
     for (QWidget* widget : QApplication::topLevelWidgets()) {
       const auto* peer = dynamic_cast<WindowPeer*>(widget);
       if (peer != nullptr && peer->Model() != nullptr && peer->Model()->Event_CancelClose(true)) {

@@ -25,7 +25,7 @@ class ButtonPeer final : public ControlPeer {
  private:
   void Press() {
     if (model_.Action) {
-      App().CallHandler([this] { model_.Action(model_); });
+      Application::Current().CallHandler([this] { model_.Action(model_); });
     }
   }
 

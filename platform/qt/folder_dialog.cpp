@@ -1,10 +1,10 @@
 #include "platform/qt/folder_dialog.h"
 
-#include <QAbstractButton>
-#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QHeaderView>
 #include <QTreeView>
 
 #include "platform/qt/qt_string.h"
@@ -18,23 +18,28 @@ void SetCaption(QFileDialog& dialog, QFileDialog::DialogLabel label, const Strin
   }
 }
 
-/// Leaves the names of the folders, and the buttons without the pictures of the user's theme.
+/// Leaves the names of the folders: this is no place to look at sizes and dates.
 void Simplify(QFileDialog& dialog) {
-  for (auto* buttons : dialog.findChildren<QDialogButtonBox*>()) {
-    for (QAbstractButton* button : buttons->buttons()) {
-      button->setIcon(QIcon());
-    }
-  }
   for (auto* list : dialog.findChildren<QTreeView*>()) {
     for (int column = 1; column < list->model()->columnCount(); ++column) {
       list->hideColumn(column);
     }
+    list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
   }
   for (const char* name : {"fileTypeLabel", "fileTypeCombo"}) {
     if (auto* row = dialog.findChild<QWidget*>(QLatin1String(name))) {
       row->hide();
     }
   }
+}
+
+/// The folder, or the nearest one above it that is there and that the toolkit can name.
+QString NearestFolder(const FolderItem& folder) {
+  QString path = QFile::decodeName(QByteArray::fromStdString(folder.NativePath().Bytes()));
+  while (!QFileInfo(path).isDir() && path.contains(u'/')) {
+    path.truncate(path.lastIndexOf(u'/'));
+  }
+  return path.isEmpty() ? QDir::rootPath() : path;
 }
 
 }  // namespace
@@ -50,8 +55,7 @@ Ref<FolderItem> RunFolderDialog(const SelectFolderDialog& model, QWidget* over) 
   SetCaption(dialog, QFileDialog::Accept, model.ActionButtonCaption());
   SetCaption(dialog, QFileDialog::Reject, model.CancelButtonCaption());
   if (!model.InitialDirectory().IsNil()) {
-    const String path = model.InitialDirectory()->NativePath();
-    dialog.setDirectory(QFile::decodeName(QByteArray::fromStdString(path.Bytes())));
+    dialog.setDirectory(NearestFolder(*model.InitialDirectory()));
   }
   Simplify(dialog);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {

@@ -41,7 +41,8 @@ class LabelPeer final : public ControlPeer {
 
  private:
   void Press(QPoint place) {
-    App().CallHandler([this, place] { model_.MouseDown(model_, place.x(), place.y()); });
+    Application::Current().CallHandler(
+        [this, place] { model_.MouseDown(model_, place.x(), place.y()); });
   }
 
   Label& model_;

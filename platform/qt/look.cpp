@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QToolTip>
 #include <algorithm>
 
@@ -10,6 +11,19 @@ namespace zephin {
 namespace {
 
 constexpr int kNothingSmaller = 7;
+
+/// The toolkit's own style, without the pictures of the user's theme on the buttons of its dialogs.
+class PlainStyle final : public QProxyStyle {
+ public:
+  PlainStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* data) const override {
+    return hint == SH_DialogButtonBox_ButtonsHaveIcons
+               ? 0
+               : QProxyStyle::styleHint(hint, option, widget, data);
+  }
+};
 
 QPalette LightPalette() {
   QPalette palette(QColor(0xF2, 0xF2, 0xF2), QColor(0xEC, 0xEC, 0xEC));
@@ -46,13 +60,12 @@ QString FirstFamilyThere() {
 }  // namespace
 
 void SetUpLook() {
-  QApplication::setStyle(QStringLiteral("Fusion"));
+  QApplication::setStyle(new PlainStyle);
   const QPalette palette = LightPalette();
   QApplication::setPalette(palette);
   QToolTip::setPalette(palette);
   QApplication::setFont(SystemFont());
   QToolTip::setFont(SystemFont());
-  // Standard dialogs would otherwise show icons of the user's theme in their menus.
   QApplication::setAttribute(Qt::AA_DontShowIconsInMenus);
   QApplication::setQuitOnLastWindowClosed(false);
 }

@@ -71,7 +71,7 @@ class PagePeer final : public ControlPeer {
       view_->scrollToAnchor(link.fragment());
       return;
     }
-    App().CallHandler([&] { ShowURL(Utf8(link.toEncoded().toStdString())); });
+    Application::Current().CallHandler([&] { ShowURL(Utf8(link.toEncoded().toStdString())); });
   }
 
   HTMLViewer& model_;

@@ -14,17 +14,17 @@ constexpr int kCentreOfScreen = 4;
 constexpr int kTitleBarHeight = 30;
 constexpr int kFrameWidth = 4;
 
-QRect Room(const QWidget* over) {
-  const QScreen* screen = over != nullptr ? over->screen() : QGuiApplication::primaryScreen();
-  return screen->availableGeometry().adjusted(kFrameWidth, kTitleBarHeight, -kFrameWidth,
-                                              -kFrameWidth);
-}
-
 void FitScreen(QWidget& widget, const QRect& room) {
   widget.resize(widget.size().boundedTo(room.size()).expandedTo(widget.minimumSize()));
 }
 
 }  // namespace
+
+QRect RoomOnScreen(const QWidget* over) {
+  const QScreen* screen = over != nullptr ? over->screen() : QGuiApplication::primaryScreen();
+  return screen->availableGeometry().adjusted(kFrameWidth, kTitleBarHeight, -kFrameWidth,
+                                              -kFrameWidth);
+}
 
 void Place(QWidget& widget, const Window& model, QWidget* over) {
   if (model.HasPosition()) {
@@ -32,13 +32,13 @@ void Place(QWidget& widget, const Window& model, QWidget* over) {
     return;
   }
   if (model.Resizeable()) {
-    FitScreen(widget, Room(over));
+    FitScreen(widget, RoomOnScreen(over));
   }
   PlaceInMiddle(widget, model.DefaultLocation() == kCentreOfScreen ? nullptr : over);
 }
 
 void PlaceInMiddle(QWidget& widget, QWidget* over) {
-  const QRect room = Room(over);
+  const QRect room = RoomOnScreen(over);
   QRect place(QPoint(0, 0), widget.size());
   place.moveCenter(over != nullptr ? over->geometry().center() : room.center());
   place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() - place.width() + 1)));

@@ -1,11 +1,17 @@
 #ifndef PLATFORM_QT_PLACEMENT_H_
 #define PLATFORM_QT_PLACEMENT_H_
 
+#include <QRect>
+
 #include "platform/framework/window.h"
 
 class QWidget;
 
 namespace zephin {
+
+/// Where the whole of a window can be seen, with its frame: on the screen of `over`, or on the main
+/// one if that is null.
+QRect RoomOnScreen(const QWidget* over);
 
 /// Gives a window that is about to be shown its place: where the program has put it, else in the
 /// middle of the screen or, if `over` isn't null, of that window, so that all of it can be seen. A

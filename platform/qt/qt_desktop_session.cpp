@@ -35,7 +35,7 @@ void QtDesktop::SetClipboardText(const String& text) {
 
 void QtDesktop::LaunchItem(const FolderItem& item, bool /*activate*/) {
   const std::vector<std::string> command =
-      CommandToOpen(item.NativePath().Bytes(), App().Facts().helpersFolder);
+      CommandToOpen(item.NativePath().Bytes(), Application::Current().Facts().helpersFolder);
   if (!command.empty()) {
     std::ignore = StartDetached(command);  // A launch has no result.
   }
@@ -102,7 +102,7 @@ void QtDesktop::EndRun(int status) {
   for (const auto& [model, peer] : peers_) {
     peer->hide();
   }
-  clipboard_->HandOver(App().Facts().helpersFolder);
+  clipboard_->HandOver(Application::Current().Facts().helpersFolder);
   std::fflush(nullptr);
   _exit(status);
 }

@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFontDatabase>
+#include <QRawFont>
 #include <QSettings>
 #include <QTimer>
 #include <csignal>
@@ -87,9 +88,10 @@ void UseOnlyOwnPlugins() {
   }
 }
 
-/// Without any font on the system, all texts would be rows of boxes.
+/// Without any font on the system, all texts would be rows of boxes. The toolkit names families
+/// even then, but has no letters of them.
 void UseOwnFontIfThereIsNone() {
-  if (QFontDatabase::families().isEmpty()) {
+  if (QRawFont::fromFont(QFont()).fontTable("cmap").isEmpty()) {
     QFontDatabase::addApplicationFont(
         QFile::decodeName((Frameworks() / "fonts" / "DejaVuSans.ttf").c_str()));
   }

@@ -77,7 +77,9 @@ void WindowPeer::Update() {
 void WindowPeer::UpdateSize() {
   const QSize wanted(model_->Width(), model_->Height());
   if (model_->Resizeable()) {
-    setMinimumSize(model_->MinimumWidth(), model_->MinimumHeight());
+    // A screen that is smaller than the least size would hide the buttons.
+    setMinimumSize(QSize(model_->MinimumWidth(), model_->MinimumHeight())
+                       .boundedTo(RoomOnScreen(this).size()));
     setMaximumSize(model_->MaximumWidth(), model_->MaximumHeight());
     resize(wanted);
   } else {
@@ -203,7 +205,7 @@ void WindowPeer::closeEvent(QCloseEvent* event) {
   if (model_->ClosesAsQuit()) {
     ChooseQuit();
   } else if (model_->HasCloseButton()) {
-    App().CallHandler([this] {
+    Application::Current().CallHandler([this] {
       if (!model_->Event_CancelClose(false)) {
         model_->Hide();
       }
