@@ -93,12 +93,16 @@ class Walk:
             self._installer.click_on(default)
 
     def look_at(self, window):
-        """Takes a picture of a window that looks new."""
-        self._count += 1
+        """Takes a picture of a window that looks new, unless another one covers it meanwhile."""
         title = re.sub(r"[^a-z0-9]+", "-", window.name.lower()).strip("-") or "window"
         x, y, width, height = window.area
-        path = os.path.join(self._pictures, f"{self._count:02}-{title}.png")
+        path = os.path.join(self._pictures, f"{self._count + 1:02}-{title}.png")
         self._screen.picture(path, (x - _FRAME, y - _FRAME, width + 2 * _FRAME, height + 2 * _FRAME))
+        front = self.front()
+        if front and front.name == window.name:
+            self._count += 1
+        else:
+            os.remove(path)
 
 
 def main(bundle, pictures, parent):
