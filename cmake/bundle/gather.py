@@ -36,6 +36,9 @@ PLUGINS = ("platforms/libqxcb.so",
            "platforminputcontexts/libcomposeplatforminputcontextplugin.so",
            "platforminputcontexts/libibusplatforminputcontextplugin.so")
 
+# For a system that has no font at all.
+FONT = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf"
+
 
 def programs_in(bundle):
     for folder in ("MacOS", "Helpers"):
@@ -87,6 +90,8 @@ def copy_library(path, to):
 
 
 def check_tools():
+    if not os.path.exists(FONT):
+        sys.exit(f"{FONT} (of Debian's package fonts-dejavu-core) is not there.")
     for tool, package in (("patchelf", "patchelf"), (icu_data.TOOL, "icu-devtools"),
                           ("cc", "gcc"), ("strip", "binutils")):
         if not shutil.which(tool):
@@ -116,6 +121,8 @@ def main(bundle, qt_plugins):
     for program in programs:
         strip(program)
         look_in(frameworks, program)
+    os.mkdir(os.path.join(frameworks, "fonts"))
+    shutil.copy(FONT, os.path.join(frameworks, "fonts"))
 
 
 if __name__ == "__main__":
