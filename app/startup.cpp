@@ -19,14 +19,14 @@ namespace {
 
 /// The application and its one implicit window, which goes first.
 struct Program {
-  std::unique_ptr<class App> app;
+  std::unique_ptr<App> app;
   Ref<ZephinStubWindow> window;
 
   ~Program() { CloseImplicitMessageModal(); }
 };
 
 void _NewAppInstance(Program& program, Desktop& desktop, const Machine& machine) {
-  program.app = std::make_unique<class App>(desktop, machine);
+  program.app = std::make_unique<App>(desktop, machine);
   program.app->Constructor();
   program.app->SetVersion({.major = 1});
   program.app->SetMenuBar(MakeMenuBar1());

@@ -79,27 +79,27 @@ void Quit(int status) {
 }
 
 void MsgBox(const String& text) {
-  App().Session().ShowMessage(text);
+  Application::Current().Session().ShowMessage(text);
 }
 
 void ShowURL(const String& address) {
-  App().Session().OpenAddress(address);
+  Application::Current().Session().OpenAddress(address);
 }
 
 std::int64_t Ticks() {
-  return App().Session().Ticks();
+  return Application::Current().Session().Ticks();
 }
 
 String Clipboard::Text() const {
-  return App().Session().ClipboardText();
+  return Application::Current().Session().ClipboardText();
 }
 
 void Clipboard::SetText(const String& text) {
-  App().Session().SetClipboardText(text);
+  Application::Current().Session().SetClipboardText(text);
 }
 
 Ref<FolderItem> SelectFolderDialog::ShowModal() {
-  return App().Session().SelectFolder(*this);
+  return Application::Current().Session().SelectFolder(*this);
 }
 
 }  // namespace zephin

@@ -61,11 +61,6 @@ class Application {
   Ref<MenuBar> menuBar_;
 };
 
-/// The current application.
-inline Application& App() {
-  return Application::Current();
-}
-
 /// Ends the run with that status from wherever it is called; never returns.
 [[noreturn]] void Quit(int status);
 

@@ -20,7 +20,7 @@ std::int64_t CoarseMilliseconds() {
 std::int64_t nextLook = 0;
 
 void LetEventsRun(int milliseconds) {
-  Desktop& desktop = App().Session();
+  Desktop& desktop = Application::Current().Session();
   desktop.LetEventsRun(milliseconds);
   // Taken after the events, so that a slow handler doesn't make the next yield due at once.
   nextLook = CoarseMilliseconds() + desktop.YieldSlice();

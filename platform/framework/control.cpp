@@ -27,12 +27,12 @@ void Control::SetHeight(int height) {
 }
 
 void Control::Refresh(bool now) {
-  App().Session().RefreshControl(*this, now ? Repaint::Now : Repaint::Later);
+  Application::Current().Session().RefreshControl(*this, now ? Repaint::Now : Repaint::Later);
 }
 
 void Control::Changed() {
   if (owner_ != nullptr && owner_->opened_) {
-    App().Session().ControlChanged(*this);
+    Application::Current().Session().ControlChanged(*this);
   }
 }
 

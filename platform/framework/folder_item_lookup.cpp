@@ -13,7 +13,7 @@ namespace {
 
 /// The folder that holds the bundle; empty if the machine doesn't know its executable.
 std::string FolderOfBundle() {
-  const std::string& executable = App().Facts().executable;
+  const std::string& executable = Application::Current().Facts().executable;
   if (executable.empty()) {
     return {};
   }

@@ -7,7 +7,7 @@
 namespace zephin::System {
 
 bool Gestalt(const char* selector, std::int64_t& value) {
-  const Machine& machine = App().Facts();
+  const Machine& machine = Application::Current().Facts();
   const std::string_view name = selector;
   std::optional<std::int64_t> answer;
   if (name == "ramm") {

@@ -83,7 +83,7 @@ class SpawnSettings {
 /// The command with `ditto` defined in front of it. A function and not an entry of the search path,
 /// which couldn't hold a folder with a colon in its name.
 std::string WithHelpers(const std::string& command) {
-  const std::string& helpers = App().Facts().helpersFolder;
+  const std::string& helpers = Application::Current().Facts().helpersFolder;
   if (helpers.empty()) {
     return command;
   }

@@ -14,16 +14,16 @@ Ref<FolderItem> ItemOf(const std::string& path) {
 }  // namespace
 
 Ref<FolderItem> System() {
-  return ItemOf(App().Facts().systemFolder);
+  return ItemOf(Application::Current().Facts().systemFolder);
 }
 Ref<FolderItem> UserHome() {
-  return ItemOf(App().Facts().userHome);
+  return ItemOf(Application::Current().Facts().userHome);
 }
 Ref<FolderItem> Desktop() {
-  return ItemOf(App().Facts().desktopFolder);
+  return ItemOf(Application::Current().Facts().desktopFolder);
 }
 Ref<FolderItem> Temporary() {
-  return ItemOf(App().Facts().temporaryFolder);
+  return ItemOf(Application::Current().Facts().temporaryFolder);
 }
 
 }  // namespace zephin::SpecialFolder

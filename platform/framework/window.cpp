@@ -11,7 +11,7 @@ Window::~Window() {
     control->owner_ = nullptr;
   }
   if (opened_) {
-    App().Session().ForgetWindow(*this);
+    Application::Current().Session().ForgetWindow(*this);
   }
 }
 
@@ -20,7 +20,7 @@ void Window::Open() {
   CreateControls();
   opened_ = true;
   if (visible_) {
-    App().Session().ShowWindow(*this);
+    Application::Current().Session().ShowWindow(*this);
   }
   Event_Open();
 }
@@ -56,23 +56,23 @@ void Window::SetVisible(bool visible) {
     return;
   }
   if (visible) {
-    App().Session().ShowWindow(*this);
+    Application::Current().Session().ShowWindow(*this);
   } else {
-    App().Session().HideWindow(*this);
+    Application::Current().Session().HideWindow(*this);
   }
 }
 
 void Window::ShowModal() {
   visible_ = true;
-  App().Session().RunModal(*this);
+  Application::Current().Session().RunModal(*this);
 }
 
 void Window::Refresh(bool now) {
-  App().Session().RefreshWindow(*this, now ? Repaint::Now : Repaint::Later);
+  Application::Current().Session().RefreshWindow(*this, now ? Repaint::Now : Repaint::Later);
 }
 
 void Window::SetFocus() {
-  App().Session().FocusWindow(*this);
+  Application::Current().Session().FocusWindow(*this);
 }
 
 Ref<Control> Window::ControlByName(std::string_view name, int index) const {
@@ -111,7 +111,7 @@ void Window::AddControl(const Ref<Control>& control) {
 
 void Window::Changed() {
   if (opened_) {
-    App().Session().WindowChanged(*this);
+    Application::Current().Session().WindowChanged(*this);
   }
 }
 

@@ -21,7 +21,7 @@ class UnstartedWindow : public ZephinStubWindow {
 }  // namespace
 
 struct StubRun::Bare {
-  std::unique_ptr<class App> app;
+  std::unique_ptr<App> app;
   Ref<UnstartedWindow> window;
 };
 
@@ -70,7 +70,7 @@ int StubRun::RunAsItStands() {
 ZephinStubWindow& StubRun::BareWindow() {
   if (bare_ == nullptr) {
     bare_ = std::make_unique<Bare>();
-    bare_->app = std::make_unique<class App>(desktop, machine);
+    bare_->app = std::make_unique<App>(desktop, machine);
     bare_->app->SetMenuBar(MakeMenuBar1());
     bare_->app->Event_Open();
     bare_->window = MakeWindow<UnstartedWindow>();
