@@ -13,7 +13,7 @@ void YieldWithNoSliceDue(benchmark::State& state) {
   QuietDesktop desktop;
   desktop.slice = kSlice;
   const Application application(desktop, Machine());
-  for ([[maybe_unused]] const auto pass : state) {
+  for ([[maybe_unused]] auto pass : state) {
     RuntimeBackgroundTask();
   }
 }

@@ -30,7 +30,7 @@ std::string FindProgram(const std::string& word) {
   std::string_view folders = variable == nullptr ? "/usr/local/bin:/usr/bin:/bin" : variable;
   while (!folders.empty()) {
     const std::size_t end = std::min(folders.find(':'), folders.size());
-    const std::string path = PathInFolder(std::string(folders.substr(0, end)), word);
+    std::string path = PathInFolder(std::string(folders.substr(0, end)), word);
     if (folders.front() == '/' && access(path.c_str(), X_OK) == 0) {
       return path;
     }

@@ -102,8 +102,8 @@ void FolderItem::CreateAsFolder() {
   lastErrorCode_ = mkdir(SystemPath(path_), ACCESSPERMS) == 0 ? 0 : errno;
 }
 
-void FolderItem::Launch(bool activate) {
-  App().Session().LaunchItem(*this, activate);
+void FolderItem::Launch(bool activate) const {
+  Application::Current().Session().LaunchItem(*this, activate);
 }
 
 }  // namespace zephin

@@ -101,7 +101,7 @@ class FolderItem {
 
   /// Hands the item to the desktop: a ".zip" file is expanded beside itself, a program or bundle is
   /// started, anything else opens in its default program. Returns at once, without a result.
-  void Launch(bool activate);
+  void Launch(bool activate) const;
 
  private:
   enum class Links { Own, Followed };

@@ -74,7 +74,7 @@ class TreeMove {
       return errno;
     }
     for (const std::string& name : NamesInFolder(from.c_str())) {
-      items_.push_back({below + "/" + name});
+      items_.push_back({PathInFolder(below, name)});
     }
     return 0;
   }

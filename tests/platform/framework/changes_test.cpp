@@ -1,5 +1,7 @@
 #include <sys/stat.h>
 
+#include <vector>
+
 #include "platform/framework/streams.h"
 #include "tests/platform/framework/on_disk.h"
 
@@ -10,9 +12,9 @@ namespace fs = std::filesystem;
 
 /// More than two of the blocks in which a file is copied.
 const std::string kLong = [] {
-  std::string bytes(9'000'001, '\0');
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    bytes[i] = static_cast<char>(i * 7 + i / 4096);
+  std::string bytes;
+  for (int i = 0; bytes.size() < 9'000'000; ++i) {
+    bytes += std::to_string(i);
   }
   return bytes;
 }();
@@ -77,7 +79,9 @@ class Changes : public OnDisk {
     }
     for (const auto& [name, content] : after) {
       const auto old = before.find(name);
-      text += old != before.end() && old->second == content ? "" : " +" + name + "=" + content;
+      if (old == before.end() || old->second != content) {
+        text.append(" +").append(name).append("=").append(content);
+      }
     }
     return text;
   }
@@ -87,7 +91,7 @@ class Changes : public OnDisk {
 
 TEST_F(Changes, MeetWhatStandsInTheirWay) {
   const std::string zero("new\0x", 5);
-  const std::tuple<const char*, std::string, std::string, const char*> rows[] = {
+  const std::vector<std::tuple<const char*, std::string, std::string, const char*>> rows = {
       {"copy", "new", "none", "ok +none=new"},
       {"copy", "new", "file", "ok +file=new"},
       {"copy", "to new", "none", "ok +none=new"},
@@ -149,7 +153,7 @@ TEST_F(Changes, MeetWhatStandsInTheirWay) {
 }
 
 TEST_F(Changes, CopyHasTheRightsButNoSetIdBits) {
-  const std::tuple<const char*, unsigned, unsigned> rows[] = {
+  const std::vector<std::tuple<const char*, unsigned, unsigned>> rows = {
       {"new", 06755, 0755},   {"new", 0666, 0666},
       {"new", 0400, 0400},    {"tree", 0555, 0755},  // It is going to be filled.
       {"tree", 01777, 01777},
@@ -206,7 +210,7 @@ class FileSystems : public Changes {
 };
 
 TEST_F(FileSystems, MoveMeetsWhatStandsAtTheDestination) {
-  const std::tuple<const char*, const char*, bool> rows[] = {
+  const std::vector<std::tuple<const char*, const char*, bool>> rows = {
       {"new", "full", false},  {"tree", "full", false},    {"tree", "file", false},
       {"pipe", "file", false}, {"new", "none/new", false}, {"new", "to file", true},
       {"file", "file", true},  {"dangling", "link", true},

@@ -1,5 +1,7 @@
 #include "platform/framework/folder_item.h"
 
+#include <vector>
+
 #include "platform/framework/shell.h"
 #include "tests/platform/framework/on_disk.h"
 
@@ -25,7 +27,7 @@ std::string PathOrNil(const Ref<FolderItem>& item) {
 }
 
 TEST(FolderItemLookup, TakesFullPathsAndNamesBesideTheBundle) {
-  const std::tuple<const char*, const char*, int, const char*> rows[] = {
+  const std::vector<std::tuple<const char*, const char*, int, const char*>> rows = {
       {"/d/S.app/Contents/MacOS/x", "", 1, "/d"},
       {"/d/S.app/Contents/MacOS/x", "n/m//", 0, "/d/n/m"},
       {"/d/S.app/Contents/MacOS/x", "n", 1, "nil"},
@@ -48,7 +50,7 @@ TEST(FolderItemLookup, TakesFullPathsAndNamesBesideTheBundle) {
 }
 
 TEST_F(FolderItems, AnswerForWhatALinkPointsTo) {
-  const std::tuple<const char*, bool, bool, std::int64_t, std::int64_t, bool> rows[] = {
+  const std::vector<std::tuple<const char*, bool, bool, std::int64_t, std::int64_t, bool>> rows = {
       // name, Exists, Directory, Length, Count, Alias
       {"file", true, false, 4, 0, false},    {"full", true, true, 0, 1, false},
       {"to file", true, false, 4, 0, true},  {"to folder", true, true, 0, 1, true},
@@ -124,7 +126,7 @@ TEST_F(FolderItems, AllRightsAreAddedToTheItemButNeverThroughALink) {
 
 TEST_F(FolderItems, AreWriteableAsFarAsTheUserMay) {
   const PlainUser user(base);
-  const std::tuple<const char*, unsigned, bool> rows[] = {
+  const std::vector<std::tuple<const char*, unsigned, bool>> rows = {
       {"file", 0400, false}, {"file", 0200, true}, {"full", 0500, false},
       {"full", 0600, false}, {"full", 0300, true}, {"to file", 0200, true},
   };

@@ -7,7 +7,9 @@
 
 #include <csignal>
 #include <filesystem>
+#include <vector>
 
+#include "tests/platform/framework/variable.h"
 #include "tests/support/scratch_folder.h"
 
 namespace zephin::test {
@@ -54,7 +56,7 @@ TEST_F(Launcher, OpensEachKindAsADoubleClickWould) {
   WriteFile(scratch / "two.app/Contents/Info.plist",
             "<key>CFBundleExecutable</key><string>../x</string>");
   // "@" stands for the item itself.
-  const std::pair<const char*, Words> rows[] = {
+  const std::vector<std::pair<const char*, Words>> rows = {
       {"a.zip", {"/h/expand_beside", "@"}},
       {"B.ZIP", {"/h/expand_beside", "@"}},
       {"c.zip", {"xdg-open", "@"}},
@@ -98,10 +100,10 @@ TEST_F(Launcher, StartedProgramIsNoChildAndInheritsNothing) {
   sigaddset(&some, SIGUSR1);
   sigprocmask(SIG_BLOCK, &some, &before);
   const auto ignored = std::signal(SIGUSR2, SIG_IGN);
-  const std::string path = getenv("PATH");
-  setenv("PATH", ("relative::" + scratch.Path().string() + ":" + path).c_str(), 1);
-  EXPECT_TRUE(StartDetached({name, scratch / "pipe", name}));
-  setenv("PATH", path.c_str(), 1);
+  {
+    const Variable path("PATH", "relative::" + scratch.Path().string() + ":/usr/bin:/bin");
+    EXPECT_TRUE(StartDetached({name, scratch / "pipe", name}));
+  }
   std::signal(SIGUSR2, ignored);
   sigprocmask(SIG_SETMASK, &before, nullptr);
   close(leak);
@@ -126,8 +128,9 @@ TEST_F(Launcher, StartedProgramIsNoChildAndInheritsNothing) {
 TEST_F(Launcher, ProgramThatCannotStartIsReported) {
   WriteFile(scratch / "text", "");
   MakeProgram("none.sh", "#!/none\n");
-  const std::string words[] = {scratch / "none", scratch / "text", scratch / "none.sh",
-                               scratch.Path(),   "none-of-these",  std::string("/bin/true\0x", 11)};
+  const std::vector<std::string> words = {scratch / "none",    scratch / "text",
+                                          scratch / "none.sh", scratch.Path(),
+                                          "none-of-these",     std::string("/bin/true\0x", 11)};
   for (const std::string& word : words) {
     EXPECT_FALSE(StartDetached({word})) << word;
   }

@@ -3,10 +3,11 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
+#include <vector>
 
 #include "platform/framework/user_folders_linux.h"
+#include "tests/platform/framework/variable.h"
 #include "tests/support/scratch_folder.h"
 
 namespace zephin::test {
@@ -14,26 +15,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Sets an environment variable for the time of a test.
-class Variable {
- public:
-  Variable(const char* name, const std::string& value) : name_(name) {
-    before_ = std::getenv(name) == nullptr ? "" : std::getenv(name);
-    setenv(name, value.c_str(), 1);
-  }
-  ~Variable() { before_.empty() ? unsetenv(name_) : setenv(name_, before_.c_str(), 1); }
-  Variable(const Variable&) = delete;
-  Variable& operator=(const Variable&) = delete;
-
- private:
-  const char* name_;
-  std::string before_;
-};
-
 TEST(TemporaryFolders, BelongToTheUserAloneWhoeverWasHereFirst) {
   const std::string name = "zephin-" + std::to_string(geteuid());
   // What stands at the usual name, and whether that is taken all the same.
-  const std::pair<std::string, bool> rows[] = {
+  const std::vector<std::pair<std::string, bool>> rows = {
       {"nothing", true},
       {"open folder", true},
       {"link", false},
@@ -66,7 +51,7 @@ TEST(TemporaryFolders, BelongToTheUserAloneWhoeverWasHereFirst) {
 }
 
 TEST(DesktopFolders, AreNamedInTheListOfUserFolders) {
-  const std::pair<const char*, const char*> rows[] = {
+  const std::vector<std::pair<const char*, const char*>> rows = {
       {"# made by a tool\nXDG_DESKTOP_DIR=\"$HOME/Bureau\"\nXDG_MUSIC_DIR=\"$HOME/M\"\n",
        "/h/Bureau"},
       {"  XDG_DESKTOP_DIR=\"/else/where/\"", "/else/where"},

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <vector>
 
 #include "tests/platform/framework/on_disk.h"
 
@@ -23,7 +24,7 @@ class Shells : public OnDisk {
 };
 
 TEST_F(Shells, GiveTheStatusOfTheCommand) {
-  const std::pair<const char*, int> rows[] = {
+  const std::vector<std::pair<const char*, int>> rows = {
       {"true", 0},
       {"exit 3", 3},
       {"false; true", 0},
