@@ -1,0 +1,100 @@
+#include "platform/qt/fitted_text.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QPainter>
+#include <vector>
+
+#include "platform/qt/look.h"
+
+namespace zephin {
+namespace {
+
+using Lines = FittedText::Lines;
+
+constexpr int kMargin = 40;
+
+/// Draws the text in its box on white; the box has a margin around it.
+QImage Drawn(const FittedText& text, const QSize& box) {
+  QImage image(box + 2 * QSize(kMargin, kMargin), QImage::Format_RGB32);
+  image.fill(Qt::white);
+  QPainter painter(&image);
+  text.Draw(painter, QPointF(kMargin, kMargin));
+  return image;
+}
+
+/// Where something is drawn; empty if nothing is.
+QRect InkOf(const QImage& image) {
+  QRect ink;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      if (image.pixel(x, y) != qRgb(255, 255, 255)) {
+        ink |= QRect(x, y, 1, 1);
+      }
+    }
+  }
+  return ink;
+}
+
+TEST(FittedText, NothingIsDrawnOutsideTheBox) {
+  const QString blind = QStringLiteral("The quick brown fox jumps over the lazy dog. ");
+  struct Row {
+    QString text;
+    QSize box;
+    int pixels;
+    Lines lines;
+    bool whole;
+  };
+  const std::vector<Row> rows{
+      // The least box of the windows, with accents above and tails below.
+      {QStringLiteral("© ÅÉÑ Ghjpqy, all rights reserved"), {356, 12}, 9, Lines::One, true},
+      {QStringLiteral("हिन्दी में सर्वाधिकार सुरक्षित"), {356, 12}, 9, Lines::One, true},
+      {QStringLiteral("جميع الحقوق محفوظة"), {356, 12}, 9, Lines::One, true},
+      {blind.repeated(9), {356, 12}, 9, Lines::One, false},
+      {blind, {204, 77}, 12, Lines::Many, true},
+      {blind.repeated(5), {204, 77}, 12, Lines::Many, true},  // In smaller letters.
+      {blind.repeated(20), {204, 77}, 12, Lines::Many, false},
+      {QStringLiteral("/one-word").repeated(12), {204, 77}, 12, Lines::Many, true},
+      {QStringLiteral("line\r\n").repeated(30), {204, 77}, 12, Lines::Many, false},
+      {blind.repeated(30'000), {204, 77}, 12, Lines::Many, false},
+      {QStringLiteral("tiny"), {10, 4}, 12, Lines::Many, false},
+  };
+  for (const Row& row : rows) {
+    const FittedText fitted(row.text, {SystemFont(row.pixels), Qt::AlignLeft, row.lines}, row.box);
+    EXPECT_EQ(fitted.IsWhole(), row.whole) << row.text.left(40).toStdString();
+    const QRect ink = InkOf(Drawn(fitted, row.box));
+    EXPECT_FALSE(ink.isEmpty()) << row.text.left(40).toStdString();
+    // Smoothed edges may touch the next pixel.
+    const QRect box = QRect(QPoint(kMargin, kMargin), row.box).adjusted(-1, -1, 1, 1);
+    if (row.box.height() >= row.pixels) {
+      EXPECT_TRUE(box.contains(ink)) << row.text.left(40).toStdString();
+    }
+  }
+}
+
+TEST(FittedText, LeftIsWhereTheScriptBegins) {
+  const QSize box(300, 20);
+  const auto inkOf = [&](const char* text, Qt::Alignment align) {
+    return InkOf(Drawn(FittedText(QString::fromUtf8(text), {SystemFont(), align}, box), box));
+  };
+  EXPECT_LT(inkOf("Hello", Qt::AlignLeft).right(), kMargin + 150);
+  EXPECT_GT(inkOf("שלום", Qt::AlignLeft).left(), kMargin + 150);
+  EXPECT_GT(inkOf("Hello", Qt::AlignRight).left(), kMargin + 150);
+}
+
+TEST(FitCaption, ShrinksToTheFloorAndThenElides) {
+  const QFont font = SystemFont();
+  const FittedCaption shortOne = FitCaption(QStringLiteral("Quit"), font, 9, 70);
+  EXPECT_EQ(shortOne.font.pixelSize(), font.pixelSize());
+  const FittedCaption smaller = FitCaption(QStringLiteral("Zurücksetzen"), font, 9, 70);
+  EXPECT_TRUE(smaller.whole);
+  EXPECT_LT(smaller.font.pixelSize(), font.pixelSize());
+  const FittedCaption cut = FitCaption(QStringLiteral("Weitere Informationen"), font, 9, 70);
+  EXPECT_FALSE(cut.whole);
+  EXPECT_EQ(cut.font.pixelSize(), 9);
+  EXPECT_TRUE(cut.shown.endsWith(QChar(0x2026)));
+}
+
+}  // namespace
+}  // namespace zephin

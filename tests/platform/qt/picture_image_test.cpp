@@ -1,0 +1,35 @@
+#include "platform/qt/picture_image.h"
+
+#include <gtest/gtest.h>
+
+namespace zephin {
+namespace {
+
+TEST(ImageOf, WhiteOfATransparentPictureIsClear) {
+  constexpr std::uint32_t kWhite = 0xFFFFFFFF;
+  constexpr std::uint32_t kAlmostWhite = 0xFFFFFFFE;
+  for (const int transparent : {0, 1}) {
+    const Ref<Picture> picture = MakeRef<Picture>(2, 1, 32);
+    picture->Pixels()[0] = kWhite;
+    picture->Pixels()[1] = kAlmostWhite;
+    picture->SetTransparent(transparent);
+    const QImage image = ImageOf(picture, QSize(64, 64));
+    EXPECT_EQ(image.pixel(0, 0), transparent == 1 ? 0 : kWhite);
+    EXPECT_EQ(image.pixel(1, 0), kAlmostWhite);
+  }
+}
+
+TEST(ImageOf, ShowsTheTopLeftPartThatThePlaceHolds) {
+  const Ref<Picture> picture = MakeRef<Picture>(5, 4, 32);
+  for (std::size_t i = 0; i < picture->Pixels().size(); ++i) {
+    picture->Pixels()[i] = 0xFF000000 + static_cast<std::uint32_t>(i);
+  }
+  const QImage image = ImageOf(picture, QSize(3, 2));
+  EXPECT_EQ(image.size(), QSize(3, 2));
+  EXPECT_EQ(image.pixel(2, 1), 0xFF000007);
+  EXPECT_TRUE(ImageOf(MakeRef<Picture>(0, 0, 32), QSize(3, 2)).isNull());
+  EXPECT_TRUE(ImageOf(nullptr, QSize(3, 2)).isNull());
+}
+
+}  // namespace
+}  // namespace zephin

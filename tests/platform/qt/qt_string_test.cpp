@@ -1,0 +1,45 @@
+#include "platform/qt/qt_string.h"
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QWidget>
+#include <vector>
+
+namespace zephin {
+namespace {
+
+using std::string_literals::operator""s;
+
+TEST(ToQString, ShowsEveryEncodingAndUnknownBytes) {
+  struct Row {
+    std::string bytes;
+    Encoding encoding;
+    const char16_t* shown;
+  };
+  const std::vector<Row> rows{
+      {"caf\xC3\xA9", Encoding::UTF8, u"café"},
+      {"caf\x8E", Encoding::MacRoman, u"café"},
+      {"caf\xC3\xA9", Encoding::None, u"café"},
+      {"caf\x8E", Encoding::None, u"café"},
+      {"c\0\x4F\x53"s, Encoding::UTF16, u"c\u534F"},
+      // The bytes that are not text don't take their neighbours with them.
+      {"a\xFF\xFE z", Encoding::UTF8, u"a\uFFFD\uFFFD z"},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(ToQString(String(row.bytes, row.encoding)).toStdU16String(), row.shown) << row.bytes;
+  }
+}
+
+/// A screen reader is told what the title bar shows.
+TEST(AsWindowTitle, IsShownLetterForLetter) {
+  for (const char* title : {"[*]", "a [*] b [*]", "[*][*]", "& <b>"}) {
+    QWidget window;
+    window.setWindowTitle(AsWindowTitle(QString::fromUtf8(title)));
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&window)->text(QAccessible::Name).toStdString(),
+              title);
+  }
+}
+
+}  // namespace
+}  // namespace zephin
