@@ -9,16 +9,14 @@ import tempfile
 
 import elf
 
-# What the toolkit asks for: the order of names in the folder dialog in the user's language, names of
-# encodings, zones of time. It has everything else (case, breaks of lines, forms of numbers and
-# dates, the common encodings) in itself.
+# What the toolkit asks for: the order of names in the folder dialog in the user's language. It has
+# everything else (case, breaks of lines, forms of numbers and dates, the encodings in use) in itself;
+# a name that it wants of a zone of time is then the system's short one.
 _KEPT = re.compile(r"""
-    coll/.*                                       # the order of names
-    | (root|pool|res_index)\.res                  # where the search for a language begins and ends
-    | (supplementalData|likelySubtags|keyTypeData|numberingSystems)\.res
-    | (zoneinfo64|timezoneTypes|metaZones)\.res   # zones of time
-    | cnvalias\.icu                               # names of encodings
-    | (ucase|uprops|ubidi|nfc|nfkc)\..*           # letters
+    coll/.*                                 # the order of names
+    | (root|pool|res_index)\.res            # where the search for a language begins and ends
+    | (supplementalData|likelySubtags)\.res # which language stands in for another
+    | (ucase|uprops|ubidi|nfc|nfkc)\..*     # letters
 """, re.VERBOSE)
 
 # Ten thousands of ideographs each; without them they are in the order of their radicals.
@@ -39,7 +37,9 @@ def make(original, to):
         with open(dropped, "w", encoding="ascii") as file:
             file.writelines(f"{name}\n" for name in listed
                             if not _KEPT.fullmatch(name) or _DROPPED.fullmatch(name))
-        small = os.path.join(scratch, "small.dat")
+        # By the file's name the tool names what is in it, and the library looks for that name.
+        small = os.path.join(scratch, "small", os.path.basename(whole))
+        os.mkdir(os.path.dirname(small))
         subprocess.run([TOOL, "-r", dropped, whole, small], check=True)
         source = os.path.join(scratch, "data.S")
         with open(source, "w", encoding="ascii") as file:

@@ -72,19 +72,18 @@ class ChangedEnvironment {
 };
 
 /// Where the bundle keeps what the program needs of other makers; not there in a mere build.
-std::filesystem::path Frameworks() {
+QString Frameworks() {
   std::error_code failure;
   const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", failure);
-  return program.parent_path().parent_path() / "Frameworks";
+  return QFile::decodeName((program.parent_path().parent_path() / "Frameworks/").c_str());
 }
 
 /// Where the bundle brings plug-ins of its own, the toolkit takes no others: those of the user's
 /// system may be of another version of it.
 void UseOnlyOwnPlugins() {
-  const std::filesystem::path plugins = Frameworks() / "plugins";
-  std::error_code failure;
-  if (std::filesystem::is_directory(plugins, failure)) {
-    QCoreApplication::setLibraryPaths({QFile::decodeName(plugins.c_str())});
+  const QString plugins = Frameworks() + QStringLiteral("plugins");
+  if (QFile::exists(plugins)) {
+    QCoreApplication::setLibraryPaths({plugins});
   }
 }
 
@@ -92,8 +91,7 @@ void UseOnlyOwnPlugins() {
 /// even then, but has no letters of them.
 void UseOwnFontIfThereIsNone() {
   if (QRawFont::fromFont(QFont()).fontTable("cmap").isEmpty()) {
-    QFontDatabase::addApplicationFont(
-        QFile::decodeName((Frameworks() / "fonts" / "DejaVuSans.ttf").c_str()));
+    QFontDatabase::addApplicationFont(Frameworks() + QStringLiteral("fonts/DejaVuSans.ttf"));
   }
 }
 

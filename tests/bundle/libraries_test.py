@@ -1,0 +1,98 @@
+"""What a bundle takes from the user's system, and how large it is.
+
+libraries_test.py BUNDLE
+"""
+
+import os
+import re
+import subprocess
+import sys
+import unittest
+
+_SOURCE = os.environ.get("ZEPHIN_SOURCE", os.path.join(os.path.dirname(__file__), "..", ".."))
+sys.path.insert(0, os.path.join(_SOURCE, "cmake", "bundle"))
+
+import elf  # noqa: E402
+
+BUNDLE = sys.argv.pop()
+FRAMEWORKS = os.path.join(BUNDLE, "Contents", "Frameworks")
+
+# Every desktop has these: the C library and the loader, and the libraries of the compiler, without
+# which neither a window system nor a browser would run there.
+ALLOWED = {"libc.so.6", "libm.so.6", "libdl.so.2", "libpthread.so.0", "librt.so.1", "libresolv.so.2",
+           "ld-linux-x86-64.so.2", "ld-linux-aarch64.so.1", "libgcc_s.so.1", "libstdc++.so.6"}
+
+# The oldest system that it runs on: Debian 12, whose libraries have these versions.
+NEWEST = {"GLIBC": (2, 36), "GLIBCXX": (3, 4, 30), "CXXABI": (1, 3, 13), "GCC": (12, 0, 0)}
+
+MOST_BYTES = 51_000_000
+MOST_BYTES_PACKED = 15_000_000
+
+
+def programs_and_libraries():
+    for folder, _, names in os.walk(BUNDLE):
+        for path in (os.path.join(folder, name) for name in names):
+            if elf.is_elf(path):
+                yield path
+
+
+class Libraries(unittest.TestCase):
+    def test_system_gives_only_what_every_desktop_has(self):
+        taken = set()
+        for path in programs_and_libraries():
+            for name in elf.needed(path):
+                if not os.path.exists(os.path.join(FRAMEWORKS, name)):
+                    taken.add(name)
+        print("From the system:", *sorted(taken))
+        self.assertLessEqual(taken, ALLOWED)
+
+    def test_all_are_found_from_where_the_program_lies(self):
+        for path in programs_and_libraries():
+            inside = os.path.relpath(path, BUNDLE)
+            expected = (None, [])
+            if re.match(r"Contents/(MacOS|Helpers)/", inside):
+                expected = ("RPATH", ["$ORIGIN/../Frameworks"])
+            # A library with a path of its own would have its program's forgotten.
+            self.assertEqual(elf.search_path(path), expected, inside)
+
+    def test_versions_are_no_newer_than_the_oldest_system_has(self):
+        newest = {}
+        for path in programs_and_libraries():
+            for version in elf.versions_asked(path):
+                family, _, number = version.partition("_")
+                if family in NEWEST and number[:1].isdigit():
+                    parts = tuple(int(part) for part in number.split("."))
+                    newest[family] = max(newest.get(family, ()), parts)
+        print("Newest versions needed:", newest)
+        self.assertIn("GLIBC", newest)
+        for family, version in newest.items():
+            self.assertLessEqual(version, NEWEST[family], family)
+
+    def test_nothing_is_asked_for_that_nobody_offers(self):
+        # A name that is missing in a hollow library would end the program at its first use.
+        for path in programs_and_libraries():
+            told = subprocess.run(["ldd", "-r", path], check=True, encoding="utf-8",
+                                  env={**os.environ, "LD_LIBRARY_PATH": FRAMEWORKS},
+                                  stdout=subprocess.PIPE, stderr=subprocess.STDOUT).stdout
+            self.assertNotRegex(told, "not found|undefined symbol|not defined", path)
+
+    def test_no_file_tells_where_it_was_built(self):
+        place = os.path.realpath(_SOURCE).encode()
+        for path in programs_and_libraries():
+            with open(path, "rb") as file:
+                self.assertNotIn(place, file.read(), path)
+
+    def test_size(self):
+        size = sum(os.lstat(os.path.join(folder, name)).st_size
+                   for folder, _, names in os.walk(BUNDLE) for name in names)
+        tar = subprocess.run(["tar", "-C", BUNDLE, "-c", "."], check=True,
+                             stdout=subprocess.PIPE).stdout
+        packed = len(subprocess.run(["xz", "--x86", "--lzma2=preset=6"], input=tar, check=True,
+                                    stdout=subprocess.PIPE).stdout)
+        print(f"{size:,} bytes, {packed:,} packed")
+        self.assertLessEqual(size, MOST_BYTES)
+        self.assertLessEqual(packed, MOST_BYTES_PACKED)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
