@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "tools/make_setup/desktop_entry.h"
 #include "tools/make_setup/files.h"
 #include "tools/make_setup/patch_tree.h"
 #include "tools/make_setup/setup_error.h"
@@ -196,6 +197,7 @@ void MakeBundle(const fs::path& folder, const fs::path& stub, const fs::path& ou
   CopyTree(stub, bundle);
   fs::create_directories(resources);
   fs::create_directory(beside);
+  WriteDesktopEntry(output.stem().string(), beside);
   At((folder / "setup.json").string(), [&] {
     WriteRecord(setup.record, resources);
     MakePayload(setup, scratch.Path(), resources, beside);
