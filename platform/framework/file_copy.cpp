@@ -11,6 +11,7 @@
 
 #include "platform/framework/application.h"
 #include "platform/framework/descriptor.h"
+#include "platform/framework/system_calls.h"
 
 namespace zephin {
 namespace {
@@ -19,18 +20,13 @@ namespace {
 constexpr std::int64_t kBlock = std::int64_t{4} << 20U;
 constexpr std::int64_t kBuffer = std::int64_t{256} << 10U;
 
-/// Lets the system copy, without a way through this process. The number of bytes that are still to
-/// be copied when it would not go on, for whatever reason.
+/// The number of bytes that are still to be copied when the system would not go on, for whatever
+/// reason.
 std::int64_t CopyWithinSystem(const Descriptor& source, const Descriptor& target,
                               std::int64_t left) {
   while (left > 0) {
-    const auto block = static_cast<std::size_t>(std::min(left, kBlock));
-    const ssize_t copied =
-        copy_file_range(source.Number(), nullptr, target.Number(), nullptr, block, 0);
-    if (copied < 0 && errno == EINTR) {
-      continue;
-    }
-    if (copied <= 0) {
+    const std::int64_t copied = CopyBySystem(source, target, std::min(left, kBlock));
+    if (copied == 0) {
       break;
     }
     left -= copied;

@@ -9,6 +9,7 @@
 
 #include "platform/framework/application.h"
 #include "platform/framework/path_bytes.h"
+#include "platform/framework/system_calls.h"
 
 namespace zephin {
 namespace {
@@ -16,15 +17,6 @@ namespace {
 /// What stands at the path, or at the end of the link there. False: nothing.
 bool StateOf(const char* path, struct stat& state) {
   return stat(path, &state) == 0;
-}
-
-/// Never acts through a link, even one that has just been put there.
-void ChangeRights(const char* path, mode_t rights) {
-  // The C library makes four calls of this one, which counts in a tree of many thousand files.
-  constexpr long kFchmodat2 = 452;
-  if (syscall(kFchmodat2, AT_FDCWD, path, rights, AT_SYMLINK_NOFOLLOW) != 0 && errno == ENOSYS) {
-    fchmodat(AT_FDCWD, path, rights, AT_SYMLINK_NOFOLLOW);
-  }
 }
 
 }  // namespace

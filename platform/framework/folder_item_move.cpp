@@ -1,4 +1,3 @@
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -12,6 +11,7 @@
 #include "platform/framework/folder_item.h"
 #include "platform/framework/move_tree.h"
 #include "platform/framework/path_bytes.h"
+#include "platform/framework/system_calls.h"
 
 namespace zephin {
 namespace {
@@ -19,21 +19,6 @@ namespace {
 bool StandsAt(const char* path) {
   struct stat state {};
   return lstat(path, &state) == 0;
-}
-
-/// Renames only if nothing stands at `to`. 0, or a code: EEXIST if something does.
-int RenameOntoNothing(const char* from, const char* to) {
-  if (renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0) {
-    return 0;
-  }
-  if (errno != EINVAL && errno != ENOSYS) {
-    return errno;
-  }
-  // Not every file system knows the flag.
-  if (StandsAt(to)) {
-    return EEXIST;
-  }
-  return std::rename(from, to) == 0 ? 0 : errno;
 }
 
 /// Whether what stands at `to` may be replaced by a move. 0, or a code.
