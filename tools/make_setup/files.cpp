@@ -4,7 +4,9 @@
 #include <cerrno>
 #include <iterator>
 #include <random>
+#include <sstream>
 #include <system_error>
+#include <utility>
 
 #include "tools/make_setup/setup_error.h"
 
@@ -44,11 +46,15 @@ std::string ReadFile(const fs::path& path) {
     throw SetupError(path.string() + ": no such file");
   }
   std::ifstream stream(path, std::ios::binary);
-  std::string bytes(std::istreambuf_iterator<char>(stream), {});
-  if (!stream.good() && !stream.eof()) {
+  std::ostringstream bytes;
+  // An empty file gives nothing to put in, which counts as a failure there.
+  if (stream.is_open() && stream.peek() != std::ifstream::traits_type::eof()) {
+    bytes << stream.rdbuf();
+  }
+  if (!stream.is_open() || stream.bad() || bytes.bad()) {
     throw SetupError(path.string() + ": can't be read");
   }
-  return bytes;
+  return std::move(bytes).str();
 }
 
 void WriteFile(const fs::path& path, const std::string& bytes) {

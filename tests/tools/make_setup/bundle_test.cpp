@@ -69,6 +69,7 @@ TEST_F(MakeBundleTest, HoldsTheStubTheRecordAndWhatTheRecordNames) {
     EXPECT_TRUE(test::ReadFile(path).starts_with('P') && fs::remove(path)) << path;
   }
   EXPECT_TRUE(fs::remove(resources / "TextData") && fs::remove(resources / "Data"));
+  EXPECT_TRUE(fs::remove(made_ / "My.desktop"));
   EXPECT_EQ(TreeWords(made_),
             "My.app/ My.app/Contents/ My.app/Contents/Info.plist=plist My.app/Contents/MacOS/ "
             "My.app/Contents/MacOS/Setup+=stub My.app/Contents/Resources/ "
