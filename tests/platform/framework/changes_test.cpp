@@ -227,14 +227,14 @@ TEST_F(FileSystems, MoveMeetsWhatStandsAtTheDestination) {
 TEST_F(FileSystems, MovedTreeKeepsLinksRightsAndTimes) {
   const fs::file_time_type time{std::chrono::hours(24)};
   SetRights("tree/a/deep", 0640);
-  SetRights("tree/a", 0555);
+  SetRights("tree/a", 0770);
   fs::last_write_time(base / "tree/a/deep", time);
   fs::last_write_time(base / "tree/a", time);
   const auto before = Tree(base / "tree");
   EXPECT_EQ(Move("tree", other / "moved"), 0);
   EXPECT_FALSE(At("tree")->Exists());
   EXPECT_EQ(Tree(other / "moved"), before);
-  EXPECT_EQ(Rights(other / "moved/a"), 0555U);
+  EXPECT_EQ(Rights(other / "moved/a"), 0770U);
   EXPECT_EQ(Rights(other / "moved/a/deep"), 0640U);
   EXPECT_TRUE(fs::last_write_time(other / "moved/a") == time);
   EXPECT_TRUE(fs::last_write_time(other / "moved/a/deep") == time);

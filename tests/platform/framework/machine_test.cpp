@@ -39,7 +39,7 @@ TEST(TemporaryFolders, BelongToTheUserAloneWhoeverWasHereFirst) {
       fs::permissions(place, fs::perms(0777));
     }
     if (what == "another user's") {
-      EXPECT_EQ(chown(place.c_str(), 65534, 65534) == 0, geteuid() == 0);
+      EXPECT_TRUE(chown(place.c_str(), 65534, 65534) == 0 || geteuid() != 0);
     }
     const Variable base("TMPDIR", scratch / "link/");
     const fs::path folder = TemporaryFolder();
