@@ -68,7 +68,7 @@ class ScriptedDesktop : public Desktop {
   static void Press(Window& window, const std::string& button);
   /// The first window that was shown: the program's main one. There must be one.
   Window& Main() const { return *main_; }
-  void PressInMain(const std::string& button) { Press(Main(), button); }
+  void PressInMain(const std::string& button) const { Press(Main(), button); }
 
   void ShowWindow(Window& window) override;
   void HideWindow(Window& window) override { shown_[&window] = false; }
