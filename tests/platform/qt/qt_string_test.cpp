@@ -9,8 +9,6 @@
 namespace zephin {
 namespace {
 
-using std::string_literals::operator""s;
-
 TEST(ToQString, ShowsEveryEncodingAndUnknownBytes) {
   struct Row {
     std::string bytes;
@@ -22,7 +20,7 @@ TEST(ToQString, ShowsEveryEncodingAndUnknownBytes) {
       {"caf\x8E", Encoding::MacRoman, u"café"},
       {"caf\xC3\xA9", Encoding::None, u"café"},
       {"caf\x8E", Encoding::None, u"café"},
-      {"c\0\x4F\x53"s, Encoding::UTF16, u"c\u534F"},
+      {std::string("c\0\x4F\x53", 4), Encoding::UTF16, u"c\u534F"},
       // The bytes that are not text don't take their neighbours with them.
       {"a\xFF\xFE z", Encoding::UTF8, u"a\uFFFD\uFFFD z"},
   };
