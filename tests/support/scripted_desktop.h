@@ -42,8 +42,8 @@ class ScriptedDesktop : public Desktop {
   void ExpectMessage(const std::string& text);
   /// The next folder dialog is answered with that path; an empty one cancels it.
   void ExpectFolderDialog(const std::string& path);
-  /// Has `act` called by a user at that time of the virtual clock, in milliseconds from now.
-  void After(std::int64_t milliseconds, std::function<void()> act);
+  /// Has `act` called by a user after that delay on the virtual clock, in milliseconds.
+  void After(std::int64_t delay, std::function<void()> act);
   /// What the user does in the main event loop, in order. When all is done the run ends with
   /// status -1.
   void InEventLoop(std::function<void()> act) { eventLoop_.push_back(std::move(act)); }

@@ -49,7 +49,7 @@ StubRun::~StubRun() {
   bare_.reset();
 }
 
-void StubRun::SetPayload(const fs::path& folder, const std::string& topName) {
+void StubRun::SetPayload(const fs::path& folder, const std::string& topName) const {
   make_setup::WritePayload(folder, topName, Resources() / "Data2");
 }
 

@@ -35,7 +35,7 @@ class StubRun {
   std::filesystem::path Resources() const { return Bundle() / "Contents/Resources"; }
 
   /// Makes `Data2` in the bundle from a folder of the scratch folder.
-  void SetPayload(const std::filesystem::path& folder, const std::string& topName);
+  void SetPayload(const std::filesystem::path& folder, const std::string& topName) const;
 
   /// Writes the record into the bundle and runs the whole program. Gives the status of its end; -1
   /// if it was still waiting for its user when the script had ended.
