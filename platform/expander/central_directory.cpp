@@ -20,8 +20,8 @@ namespace {
 
 constexpr std::size_t kRecordSize = 46;
 constexpr std::uint32_t kAllBits = 0xFFFFFFFF;
-// More than two million entries; a larger table is made to eat memory.
-constexpr std::uint64_t kLargestTable = 256ULL << 20U;
+// About a million entries; a larger table is made to eat memory.
+constexpr std::uint64_t kLargestTable = 128ULL << 20U;
 
 // The fields of a record that decide about what the entry is.
 struct Record {

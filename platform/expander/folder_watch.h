@@ -5,7 +5,11 @@
 #define PLATFORM_EXPANDER_FOLDER_WATCH_H_
 
 #include <cstdint>
+#include <mutex>
+#include <string_view>
 #include <thread>
+#include <unordered_map>
+#include <unordered_set>
 
 #include "platform/expander/descriptor.h"
 #include "platform/expander/expansion.h"
@@ -30,18 +34,28 @@ class FolderWatch {
   void End();
 
  private:
-  void Watch(int folder, std::uint32_t events);
+  void Watch(std::uint32_t folder, int descriptor, std::uint32_t events);
   void Run();
   // Waits for events or the end, at most `milliseconds` (-1: for ever). False at the end and after
   // silence.
   bool Await(int milliseconds);
-  void ReadEvents();
+  // Takes what the system has told; true if something of the archive was deleted.
+  bool ReadEvents();
+  bool OfTheArchive(int watch, const char* name);
+  // Waits until nothing more is deleted, for some seconds at the most.
+  void AwaitSilence();
   void Judge();
+  std::uint64_t CountStanding() const;
 
   Site& site_;
   Descriptor events_;
   Descriptor end_;
-  // What was deleted by whomever, as far as the system told.
+  std::mutex mutex_;
+  // The folder in the plan for each of the system's numbers of watches.
+  std::unordered_map<int, std::uint32_t> watches_;
+  // All paths of the plan, once one of them was deleted.
+  std::unordered_set<std::string_view> paths_;
+  // Things of the archive that were deleted, by whomever.
   std::uint64_t deletions_ = 0;
   bool rootMoved_ = false;
   bool swept_ = false;
