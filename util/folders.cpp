@@ -86,8 +86,9 @@ void DeleteFolderOrApp(const String& path) {
     return;
   }
   AllUsersFullAccessInTree(item);
-  if (item->Alias() || !item->Directory()) {
-    item->Delete();
+  // Most items of a tree are files and go at once; only a full folder has to be looked into.
+  item->Delete();
+  if (item->LastErrorCode() == 0 || item->Alias() || !item->Directory()) {
     return;
   }
   for (std::int64_t i = item->Count(); i >= 1; --i) {

@@ -109,6 +109,10 @@ void EndAlwaysWithStatus0() {
   for (const int signal : {SIGABRT, SIGHUP, SIGINT, SIGTERM}) {
     std::signal(signal, EndOnSignal);
   }
+  // A file that may not grow and a pipe without a reader are failed writes, which are told as such.
+  for (const int signal : {SIGXFSZ, SIGPIPE}) {
+    std::signal(signal, SIG_IGN);
+  }
 }
 
 std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
