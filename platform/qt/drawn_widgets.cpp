@@ -1,6 +1,7 @@
 #include <QPainter>
 #include <QStyleOptionButton>
 #include <QStylePainter>
+#include <algorithm>
 
 #include "platform/qt/look.h"
 #include "platform/qt/qt_string.h"
@@ -32,10 +33,22 @@ void CaptionButton::SetCaption(const QString& caption) {
     caption_ = caption;
     setText(AsCaption(caption));
     setAccessibleName(caption);
+    parentWidget()->update();
   }
 }
 
 FittedCaption CaptionButton::Fitted() const {
+  QFont shared = font();
+  for (const QObject* sibling : parentWidget()->children()) {
+    const auto* button = dynamic_cast<const CaptionButton*>(sibling);
+    if (button != nullptr && !button->isHidden()) {
+      shared.setPixelSize(std::min(shared.pixelSize(), button->FittedAlone().font.pixelSize()));
+    }
+  }
+  return FitCaption(caption_, shared, shared.pixelSize(), width() - 2 * kButtonMargin);
+}
+
+FittedCaption CaptionButton::FittedAlone() const {
   return FitCaption(caption_, font(), SmallestReadable(font().pixelSize()),
                     width() - 2 * kButtonMargin);
 }

@@ -58,7 +58,8 @@ class PictureWidget final : public QWidget {
   QImage image_;
 };
 
-/// A push button whose caption shrinks, then elides.
+/// A push button whose caption shrinks, then elides. The buttons of a window have letters of one
+/// size, the smallest that one of them needs.
 class CaptionButton final : public QPushButton {
  public:
   using QPushButton::QPushButton;
@@ -70,6 +71,7 @@ class CaptionButton final : public QPushButton {
 
  private:
   FittedCaption Fitted() const;
+  FittedCaption FittedAlone() const;
 
   QString caption_;
 };
