@@ -118,12 +118,21 @@ class Installer:
 
     def click_on(self, node, across=0.5, down=0.5):
         """Clicks a point of a control, given in parts of its width and height."""
+        x, y, width, height = self.place_at_rest(node)
+        self.screen.click(x + int(width * across), y + int(height * down))
+
+    def click_text(self, node, text):
+        """Clicks the first letter of a text in a text control."""
+        self.place_at_rest(node)
+        self.screen.click(*node.place_of(text))
+
+    def place_at_rest(self, node):
+        """Where a control is once its window has come to rest."""
         def settled():
             # A new window stands elsewhere until the window manager has placed it.
             first = node.area
             return first and self.is_active() and first == node.area and first
-        x, y, width, height = wait_until(settled, f"{node.name!r} to rest", 30, self.described)
-        self.screen.click(x + int(width * across), y + int(height * down))
+        return wait_until(settled, f"{node.name!r} to rest", 30, self.described)
 
     def key(self, chord):
         """Presses keys once a window of the program has the focus."""

@@ -148,8 +148,7 @@ class Texts(case.InstallerTest):
         view = run.find("Information", within=run.window("Information"))
         for text in ("Big", "one", "More"):
             self.assertIn(text, view.text)
-        x, y = view.place_of("More")
-        self.screen.click(x, y)
+        run.click_text(view, "More")
         self.assert_opens(run, f"{address}/more?a=1&b=2")
         run.click("OK")
         run.click("Quit")

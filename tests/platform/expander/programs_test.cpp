@@ -46,8 +46,9 @@ TEST(Programs, StatusAndLine) {
     (void)scratch.Write("bad.zip", MakeZip({{.name = "../\n", .data = "x"},
                                             {.name = "/", .data = "x"},
                                             {.name = "a", .data = "good"}}));
+    // Without IFS a path with blanks stays one word.
     const std::string command = "cd '" + scratch.Path("") +
-                                "' && DITTO='" DITTO_PROGRAM "' BESIDE='" EXPAND_BESIDE_PROGRAM
+                                "' && IFS= DITTO='" DITTO_PROGRAM "' BESIDE='" EXPAND_BESIDE_PROGRAM
                                 "' && { " +
                                 row.command + "; } 2>error >output";
     const int status = std::system(command.c_str());
