@@ -12,7 +12,7 @@ namespace {
 // How many folders one thread keeps open: a part of what the process may open at all.
 std::size_t SlotCount() {
   constexpr rlim_t kMost = 256;
-  constexpr rlim_t kLeast = 8;
+  constexpr rlim_t kLeast = 1;
   constexpr rlim_t kPart = 8;
   rlimit limit{};
   const bool known = ::getrlimit(RLIMIT_NOFILE, &limit) == 0;
