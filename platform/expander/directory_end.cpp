@@ -126,6 +126,30 @@ bool FindRecord(std::string_view tail, std::size_t& place) {
   return found;
 }
 
+// Works out where the table lies from what the record says and where it stands.
+std::string PlaceTable(const ArchiveFile& file, const EndFields& fields, DirectoryEnd& end) {
+  end.size = fields.size;
+  end.count = fields.count;
+  end.shortCount = fields.shortCount;
+  // The directory ends where the record begins, whatever stands before the archive.
+  if (fields.size <= fields.place) {
+    end.offset = fields.place - fields.size;
+    if (end.offset >= fields.offset &&
+        (fields.size == 0 || BeginsWith(file, end.offset, kDirectorySignature))) {
+      end.shift = end.offset - fields.offset;
+      return {};
+    }
+  }
+  // Something may stand between the two, a signature for instance; then its told place counts.
+  if (fields.offset <= fields.place && fields.size <= fields.place - fields.offset &&
+      BeginsWith(file, fields.offset, kDirectorySignature)) {
+    end.offset = fields.offset;
+    end.shift = 0;
+    return {};
+  }
+  return "has no table of contents where it should be: the archive is damaged";
+}
+
 }  // namespace
 
 std::string FindDirectoryEnd(const ArchiveFile& file, DirectoryEnd& end) {
@@ -149,26 +173,7 @@ std::string FindDirectoryEnd(const ArchiveFile& file, DirectoryEnd& end) {
   if (fields.severalDiscs) {
     return "is one piece of an archive of several";
   }
-  end.size = fields.size;
-  end.count = fields.count;
-  end.shortCount = fields.shortCount;
-  // The directory ends where the record begins, whatever stands before the archive.
-  if (fields.size <= fields.place) {
-    end.offset = fields.place - fields.size;
-    if (end.offset >= fields.offset &&
-        (fields.size == 0 || BeginsWith(file, end.offset, kDirectorySignature))) {
-      end.shift = end.offset - fields.offset;
-      return {};
-    }
-  }
-  // Something may stand between the two, a signature for instance; then its told place counts.
-  if (fields.offset <= fields.place && fields.size <= fields.place - fields.offset &&
-      BeginsWith(file, fields.offset, kDirectorySignature)) {
-    end.offset = fields.offset;
-    end.shift = 0;
-    return {};
-  }
-  return "has no table of contents where it should be: the archive is damaged";
+  return PlaceTable(file, fields, end);
 }
 
 }  // namespace zephin::expander
