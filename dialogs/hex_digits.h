@@ -1,6 +1,7 @@
 #ifndef DIALOGS_HEX_DIGITS_H_
 #define DIALOGS_HEX_DIGITS_H_
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <vector>
@@ -23,10 +24,10 @@ inline const std::vector<std::uint8_t>& HexPairs() {
     std::vector<std::uint8_t> table(1U << 16U);
     for (unsigned high = 0; high < 256; ++high) {
       for (unsigned low = 0; low < 256; ++low) {
-        const unsigned char pair[] = {static_cast<unsigned char>(high),
-                                      static_cast<unsigned char>(low)};
+        const std::array<unsigned char, 2> pair{static_cast<unsigned char>(high),
+                                                static_cast<unsigned char>(low)};
         std::uint16_t word = 0;
-        std::memcpy(&word, pair, sizeof word);
+        std::memcpy(&word, pair.data(), sizeof word);
         table[word] = static_cast<std::uint8_t>(16 * HexValue(pair[0]) + HexValue(pair[1]));
       }
     }

@@ -1,6 +1,7 @@
 #include "dialogs/pixel_strings.h"
 
 #include <algorithm>
+#include <array>
 #include <new>
 #include <string>
 
@@ -42,8 +43,8 @@ class PixelWriter {
       Digit(digit);
     }
     const std::int64_t whole = WholePixels(count);
-    const char pair[] = {digit, digit};
-    next_ = std::fill_n(next_, whole, kOpaque | HexByte(bytes_, pair) * 0x010101U);
+    const std::array<char, 2> pair{digit, digit};
+    next_ = std::fill_n(next_, whole, kOpaque | HexByte(bytes_, pair.data()) * 0x010101U);
     for (count -= whole * kDigitsPerPixel; count > 0 && next_ != end_; --count) {
       Digit(digit);
     }
@@ -58,17 +59,17 @@ class PixelWriter {
     return std::min<std::int64_t>(count / kDigitsPerPixel, end_ - next_);
   }
   void Digit(char digit) {
-    partial_[phase_++] = digit;
+    partial_[static_cast<std::size_t>(phase_++)] = digit;
     if (phase_ == kDigitsPerPixel) {
       phase_ = 0;
-      *next_++ = PixelOf(partial_);
+      *next_++ = PixelOf(partial_.data());
     }
   }
 
   const std::uint8_t* bytes_;
   std::uint32_t* next_;
   std::uint32_t* end_;
-  char partial_[kDigitsPerPixel] = {};
+  std::array<char, kDigitsPerPixel> partial_{};
   int phase_ = 0;
 };
 

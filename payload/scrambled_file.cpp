@@ -15,7 +15,7 @@ namespace {
 
 using GlobalsVk::MyGetFolderItem;
 
-constexpr std::size_t kBlock = 256 * 1024;
+constexpr std::size_t kBlock = std::size_t{256} * 1024;
 
 using ChangeBytes = void (*)(std::span<char> block, std::uint64_t position);
 

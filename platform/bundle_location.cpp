@@ -18,7 +18,7 @@ constexpr std::int64_t kContentsLength = 8;
 String GetApplicationPath() {
   const String executable = Application::Current().ExecutableFile()->NativePath();
   const String bundle = Left(executable, ContentsPosition(executable) - 1);
-  const String folder = ExtractFilePath(bundle);
+  String folder = ExtractFilePath(bundle);
   if (Pos("AppTranslocation", folder) > 0 && !gIgnoreTranslocationError) {
     OfferToClearTranslocation();
   }

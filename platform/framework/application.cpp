@@ -98,7 +98,7 @@ void Clipboard::SetText(const String& text) {
   Application::Current().Session().SetClipboardText(text);
 }
 
-Ref<FolderItem> SelectFolderDialog::ShowModal() {
+Ref<FolderItem> SelectFolderDialog::ShowModal() const {
   return Application::Current().Session().SelectFolder(*this);
 }
 

@@ -22,7 +22,7 @@ class SelectFolderDialog {
   void SetInitialDirectory(Ref<FolderItem> folder) { initialDirectory_ = std::move(folder); }
 
   /// The chosen folder, or nil if the user cancels.
-  Ref<FolderItem> ShowModal();
+  Ref<FolderItem> ShowModal() const;
 
  private:
   String actionButtonCaption_;

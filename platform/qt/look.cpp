@@ -60,7 +60,7 @@ QString FirstFamilyThere() {
 }  // namespace
 
 void SetUpLook() {
-  QApplication::setStyle(new PlainStyle);
+  QApplication::setStyle(std::make_unique<PlainStyle>().release());
   const QPalette palette = LightPalette();
   QApplication::setPalette(palette);
   QToolTip::setPalette(palette);

@@ -75,7 +75,9 @@ class Screen:
     def active_window(self):
         """The number of the X window that has the focus; 0 if none has."""
         active = self._property(self._root, "_NET_ACTIVE_WINDOW")
-        return active[0] if active else 0
+        # The window manager may tell it before the keys go there.
+        focus = self._display.get_input_focus().focus
+        return active[0] if active and getattr(focus, "id", focus) == active[0] else 0
 
     def ask_to_close(self, window):
         """What the window manager sends when its close button is pressed, also to a window that

@@ -20,10 +20,11 @@ TEST(SelectTargetFolder, GivesThePathOrNothing) {
   }
   std::filesystem::permissions(run.Applications(), std::filesystem::perms(0555));
   const PlainUser user(run.scratch.Path());
-  const std::tuple<std::string, bool, std::string> rows[] = {{run.Home(), true, run.Home()},
-                                                             {"", true, ""},
-                                                             {"", false, "/default"},
-                                                             {run.Applications(), false, ""}};
+  const std::vector<std::tuple<std::string, bool, std::string>> rows{
+      {run.Home(), true, run.Home()},
+      {"", true, ""},
+      {"", false, "/default"},
+      {run.Applications(), false, ""}};
   for (const auto& [chosen, emptyOnCancel, path] : rows) {
     run.desktop.ExpectFolderDialog(chosen);
     if (chosen == run.Applications()) {

@@ -44,12 +44,13 @@ class Conflict : public testing::Test {
 };
 
 TEST_F(Conflict, LengthInCharactersPicksTheSizeAndTheEndTakesItBack) {
-  const struct {
+  struct Row {
     std::size_t length;
     const char* end;
     std::vector<int> fit;
     int heightLeft = 243;
-  } rows[] = {
+  };
+  const std::vector<Row> rows{
       {0, "", kTiny},
       {39, "", kTiny},
       {38, "\u65E5", kTiny},
@@ -84,7 +85,7 @@ TEST_F(Conflict, QuestionIsFittedAndAnsweredByItsCaptions) {
 
 TEST_F(Conflict, ErrorMessageKeepsTheDesignSizeAndClearsItsCode) {
   GlobalsVk::PoseConflictDialog();  // Nothing is pending, so nothing is shown.
-  const std::tuple<int, const char*, const char*> rows[] = {
+  const std::vector<std::tuple<int, const char*, const char*>> rows{
       {999, "the text", "the text"},
       {999, "", ""},
       {39, "not this", "INSUFFICIENT RAM.\n\nUnable to process picture due to RAM shortage."},

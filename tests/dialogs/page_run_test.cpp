@@ -11,7 +11,7 @@ namespace {
 TEST(PageRun, HtmlAnywhereInAnyLetterCaseMakesAWebPage) {
   StubRun run;
   run.BareWindow();
-  const std::pair<String, bool> rows[] = {
+  const std::vector<std::pair<String, bool>> rows{
       {"<HTML><b>x</b></HTML>", true},
       {"A plain text that mentions <html> late", true},
       {{"caf\x8E <hTmL>", Encoding::MacRoman}, true},

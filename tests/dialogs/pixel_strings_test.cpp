@@ -27,7 +27,7 @@ class PixelStrings : public testing::Test {
 };
 
 TEST_F(PixelStrings, RunsAreWrittenOut) {
-  const std::pair<const char*, const char*> rows[] = {
+  const std::vector<std::pair<const char*, const char*>> rows{
       {"", ""},
       {"no runs]", "no runs]"},
       {"A[1]B[0]C[-3]D", "AD"},
@@ -46,11 +46,12 @@ TEST_F(PixelStrings, RunsAreWrittenOut) {
 }
 
 TEST_F(PixelStrings, PicturesHaveTheirPixelsFromTheTopLeft) {
-  const struct {
+  struct Row {
     std::int64_t width, height;
     const char* digits;
     Pixels pixels;
-  } rows[] = {
+  };
+  const std::vector<Row> rows{
       {2, 2, "F[8]0[14]F[2]", {0xFFFFFFFF, 0xFFFF0000, 0xFF000000, 0xFF0000FF}},
       {3, 1, "1[3]2[3]3[3]4[9]", {0xFF111222, 0xFF333444, 0xFF444444}},
       {1, 1, "12345678", {0xFF123456}},
@@ -96,7 +97,7 @@ TEST_F(PixelStrings, RandomPicturesAreThoseOfTheirDigits) {
 
 TEST_F(PixelStrings, WhatIsNoPictureIsToldWithoutTakingItsMemory) {
   const std::string most = "0[25000000]1[25000000]";
-  const std::tuple<std::int64_t, std::int64_t, std::string> rows[] = {
+  const std::vector<std::tuple<std::int64_t, std::int64_t, std::string>> rows{
       {1, 1, "[6]FFFFFF"},     {1, 1, "FFFFFFA[6"},    {1, 1, "F[5]"},
       {1, 1, "F[5]0[0]"},      {-1, -1, "F[6]"},       {32767, 32767, "F[6]"},
       {32768, 1, "0[200000]"}, {INT64_MAX, 2, "F[6]"}, {1, 1, "F[50000001]"},

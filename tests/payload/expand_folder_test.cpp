@@ -169,7 +169,7 @@ TEST_F(ExpandFolder, AfterProgramIsLookedUpFirstAndStartedBeforeTheArchiveGoes) 
   const std::string home = run.Home();
   // Brought by the list before the install, and so too late.
   window.fPostCopy = Utf8("preinstallcopy=" + home + "/there;" + home + "/late");
-  const std::pair<const char*, std::vector<std::string>> rows[] = {
+  const std::vector<std::pair<const char*, std::vector<std::string>>> rows{
       {"UserAccount/late", {zip}},
       {"UserAccount/there", {zip, home + "/there"}},
       {"after", {zip, run.Resources() / "after"}},

@@ -14,7 +14,7 @@ using GlobalsVk::MyGetFolderItem;
 using Number = std::optional<std::int64_t>;
 
 TEST(ZipFile, BarRunsForTheTimeThatTheLengthIsGiven) {
-  const std::tuple<std::uintmax_t, std::int64_t, std::int64_t> rows[] = {
+  const std::vector<std::tuple<std::uintmax_t, std::int64_t, std::int64_t>> rows{
       {0, 30, 60},
       {2'999'999, 30, 60},
       {3'000'000, 60, 120},
@@ -23,12 +23,12 @@ TEST(ZipFile, BarRunsForTheTimeThatTheLengthIsGiven) {
       {300'000'000, 1515, 3030},
       {300'000'001, 757, 1515},
   };
-  const std::tuple<Number, Number, bool> systems[] = {{10, 13, true},
-                                                      {11, 13, true},
-                                                      {10, 12, false},
-                                                      {10, 15, false},
-                                                      {std::nullopt, 13, false},
-                                                      {13, std::nullopt, false}};
+  const std::vector<std::tuple<Number, Number, bool>> systems{{10, 13, true},
+                                                              {11, 13, true},
+                                                              {10, 12, false},
+                                                              {10, 15, false},
+                                                              {std::nullopt, 13, false},
+                                                              {13, std::nullopt, false}};
   for (const auto& [major, minor, slow] : systems) {
     StubRun run;
     run.machine.systemMajor = major;

@@ -13,9 +13,9 @@ namespace {
 namespace fs = std::filesystem;
 
 TEST(BundleLocation, FirstContentsOfTheExecutablesPathDecides) {
-  const std::tuple<const char*, const char*, const char*> rows[] = {
+  const std::vector<std::tuple<const char*, const char*, const char*>> rows{
       {"/Disk/Setup.app/Contents/MacOS/Setup", "/Disk/", "/Disk/Setup.app/Contents"},
-      {"/Users/a/Contents/S.app/Contents/MacOS/x", "/Users/", "/Users/a/Contents"},
+      {"/Users/a/ContentsOld/S.app/Contents/MacOS/x", "/Users/", "/Users/a/Contents"},
       {"/\u00E9\xFF/S.app/CONTENTS/x", "/\u00E9\xFF/", "/\u00E9\xFF/S.app/CONTENTS"},
       {"/AppTranslocation/S.app/Contents/x", "/AppTranslocation/",
        "/AppTranslocation/S.app/Contents"},

@@ -48,7 +48,7 @@ TEST_F(Files, CopyMeetsWhatStandsAtTheDestination) {
     return result;
   };
   // From, to, what the tolerant form does and the strict one.
-  const char* const rows[][4] = {
+  const std::vector<std::array<const char*, 4>> rows{
       {"new", "none", "yes new", "yes new"},
       {"new", "file", "yes new", "yes new"},
       {"new", "empty", "yes new", "yes new"},
@@ -114,7 +114,7 @@ TEST_F(Files, DeletingSparesWhatAliasesPointToAndOpensWhatIsLocked) {
 TEST_F(Files, ChainOfFoldersIsMadeUpToWhatIsInTheWay) {
   WriteFile(base / "file", "f");
   const std::string tooLong(256, 'n');
-  const std::pair<std::string, std::string> rows[] = {
+  const std::vector<std::pair<std::string, std::string>> rows{
       {"file/x", "FILE ALREADY EXISTS.\n\nA file already exists at this path: "},
       {tooLong + "/x", "VOLUME NOT FOUND.\n\nThis volume does not exist: "},
   };

@@ -12,7 +12,7 @@ namespace {
 
 TEST(Paths, AreCutAtTheLastSeparatorAndTheLastDotBehindIt) {
   // Folder, name, extension, path with another one, and the folder around the bundle.
-  const std::pair<const char*, const char*> rows[] = {
+  const std::vector<std::pair<const char*, const char*>> rows{
       {"", ",,,.zip,"},
       {"name", ",name,,name.zip,"},
       {"/name", "/,name,,/name.zip,"},
@@ -33,7 +33,7 @@ TEST(Paths, AreCutAtTheLastSeparatorAndTheLastDotBehindIt) {
 }
 
 TEST(Paths, PartBeforeASeparatorCountsTheSearchThatFindsNone) {
-  const std::pair<const char*, std::vector<std::string>> rows[] = {
+  const std::vector<std::pair<const char*, std::vector<std::string>>> rows{
       {"/a/b", {"", "", "/a", "/a/b", ""}},
       {"/a/", {"", "", "/a", "/a/", ""}},
       {"a/b", {"", "a", "a/b", ""}},
@@ -51,7 +51,7 @@ TEST(Paths, OnlyAFolderThatIsThereEndsInASeparatorAndRelativeOnesNeverResolve) {
   StubRun run;
   run.BareWindow();
   const std::string base = run.scratch.Path();
-  const std::pair<std::string, std::string> rows[] = {
+  const std::vector<std::pair<std::string, std::string>> rows{
       {"/", "/"}, {base, base + "/"}, {base + "/none/", base + "/none"},
       {"", ""},   {"Setup.app", ""},  {run.machine.executable, run.machine.executable},
   };
@@ -64,7 +64,7 @@ TEST(Paths, OnlyAFolderThatIsThereEndsInASeparatorAndRelativeOnesNeverResolve) {
 TEST(Text, FindFieldGivesTheFirstMatchInAnyLetterCase) {
   StubRun run;
   run.BareWindow();
-  const std::tuple<const char*, const char*, int> rows[] = {
+  const std::vector<std::tuple<const char*, const char*, int>> rows{
       {"a,b,B", "B", 2}, {"a,b", "c", 0}, {"a,,b", "", 2}, {"", "", 1}, {"\u00C9", "\u00E9", 1}};
   for (const auto& [source, value, index] : rows) {
     EXPECT_EQ(ViewConst::FindField(source, ",", value), index) << source << " " << value;
@@ -74,7 +74,7 @@ TEST(Text, FindFieldGivesTheFirstMatchInAnyLetterCase) {
 TEST(Text, ReplaceSwapsBytesByWayOfMacRoman) {
   StubRun run;
   run.BareWindow();
-  const std::tuple<String, const char*, const char*, const char*, Encoding> rows[] = {
+  const std::vector<std::tuple<String, const char*, const char*, const char*, Encoding>> rows{
       {"Aa|", "a", "xyz", "xx|", Encoding::MacRoman},
       {"caf\u00E9|", "|", "\n", "caf\x8E\n", Encoding::MacRoman},
       {"\u65E5|", "|", "\n", "\u65E5\n", Encoding::UTF8},
