@@ -63,3 +63,19 @@ function(zephin_test name)
   zephin_program(${name} SOURCES ${ARG_SOURCES} LINKS ${ARG_LINKS} GTest::gtest_main)
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES LABELS unit)
 endfunction()
+
+# zephin_fuzzer(NAME [SOURCES more.cpp ...] [LINKS lib ...] [OPTIONS -option=value ...]): the libFuzzer
+# program of NAME.cpp, and a test that runs it for half a minute from the inputs in corpus/NAME. By
+# hand, longer: PROGRAM -max_total_time=1800 NEW_INPUTS corpus/NAME.
+function(zephin_fuzzer name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;OPTIONS" ${ARGN})
+  zephin_program(${name} SOURCES ${name}.cpp ${ARG_SOURCES} LINKS ${ARG_LINKS})
+  target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
+  target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+  set(found ${CMAKE_CURRENT_BINARY_DIR}/found_${name})
+  file(MAKE_DIRECTORY ${found})
+  add_test(NAME ${name}
+    COMMAND ${name} -max_total_time=30 -timeout=20 -rss_limit_mb=1024 -print_final_stats=1
+      ${ARG_OPTIONS} ${found} ${CMAKE_CURRENT_SOURCE_DIR}/corpus/${name})
+  set_tests_properties(${name} PROPERTIES LABELS fuzz TIMEOUT 120)
+endfunction()
