@@ -4,6 +4,8 @@
 #include <new>
 #include <utility>
 
+#include "platform/framework/application.h"
+
 namespace zephin {
 namespace {
 
@@ -12,6 +14,8 @@ constexpr std::size_t kFirstBlock = std::size_t{64} << 10U;
 constexpr std::size_t kLargestBlock = std::size_t{64} << 20U;
 /// What is left to the rest of the program, and to others.
 constexpr std::size_t kReserve = std::size_t{16} << 20U;
+/// What is joined before events run, so that the window stays alive.
+constexpr std::size_t kSlice = std::size_t{4} << 20U;
 
 }  // namespace
 
@@ -55,7 +59,13 @@ std::string ResponseBody::Join() {
     Drop();
   }
   for (std::string& block : blocks_) {
-    whole += std::exchange(block, {});
+    const std::string part = std::exchange(block, {});
+    for (std::size_t done = 0; done < part.size(); done += kSlice) {
+      whole.append(part, done, kSlice);
+      if (part.size() - done > kSlice) {
+        RuntimeBackgroundTask();
+      }
+    }
   }
   blocks_.clear();
   return whole;

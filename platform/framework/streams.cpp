@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/framework/application.h"
 #include "platform/framework/folder_item.h"
 #include "platform/framework/path_bytes.h"
 
@@ -16,6 +17,8 @@ namespace zephin {
 namespace {
 
 constexpr std::int64_t kBlock = std::int64_t{64} << 10U;
+/// What is read or written before events run, so that the window stays alive.
+constexpr std::int64_t kSlice = std::int64_t{4} << 20U;
 
 Ref<BinaryStream> OpenStream(const std::string& path, int flags) {
   struct stat state {};
@@ -48,8 +51,9 @@ String BinaryStream::Read(std::int64_t count) {
   // makes up some files as they are read; the rest is asked for as it comes.
   const std::int64_t here = lseek(descriptor_.Number(), 0, SEEK_CUR);
   std::int64_t step = std::max(Length() - here, kBlock);
+  bytes.reserve(static_cast<std::size_t>(std::max(std::min(count, step), std::int64_t{0})));
   while (count > 0) {
-    const auto wanted = static_cast<std::size_t>(std::min(count, step));
+    const auto wanted = static_cast<std::size_t>(std::min({count, step, kSlice}));
     const std::size_t start = bytes.size();
     bytes.resize(start + wanted);
     const std::size_t got = ReadInto(std::span(bytes).subspan(start));
@@ -58,7 +62,10 @@ String BinaryStream::Read(std::int64_t count) {
       break;
     }
     count -= static_cast<std::int64_t>(got);
-    step = kBlock;
+    step = std::max(step - static_cast<std::int64_t>(got), kBlock);
+    if (wanted == kSlice) {
+      RuntimeBackgroundTask();
+    }
   }
   return {std::move(bytes), Encoding::None};
 }
@@ -81,7 +88,16 @@ std::size_t BinaryStream::ReadInto(std::span<char> block) {
 }
 
 void BinaryStream::Write(const String& bytes) {
-  WriteFrom(bytes.View());
+  constexpr auto kMost = static_cast<std::size_t>(kSlice);
+  std::span<const char> left(bytes.View());
+  while (left.size() > kMost && !failed_) {
+    WriteFrom(left.first(kMost));
+    left = left.subspan(kMost);
+    RuntimeBackgroundTask();
+  }
+  if (!failed_) {
+    WriteFrom(left);
+  }
 }
 
 void BinaryStream::WriteFrom(std::span<const char> block) {
