@@ -18,6 +18,8 @@ template <class AnyDesktop = QuietDesktop>
 class BareStub {
  public:
   explicit BareStub(Machine machine = {}) : app_(desktop, std::move(machine)) {
+    // So that the place of the one window that nobody owns outlives this object.
+    CloseImplicitMessageModal();
     app_.Event_Open();
     window_ = MakeWindow<UnstartedWindow>();
     window_->fLabels = Split("||||||||||||||||||||||||||", "|");

@@ -1,10 +1,8 @@
 // Reads any bytes as a page text of the record, and as one in digits. Finds pages that aren't what
 // a plain reading gives.
 #include <algorithm>
-#include <optional>
 #include <string>
 
-#include "platform/framework/text.h"
 #include "tests/fuzz/bare_stub.h"
 #include "tests/fuzz/fuzzing.h"
 #include "tests/fuzz/plain_text.h"
