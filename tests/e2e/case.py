@@ -22,9 +22,11 @@ from screen import Screen  # noqa: E402
 from session import Session  # noqa: E402
 
 _BUILD = os.path.abspath(os.environ.get("ZEPHIN_BUILD", os.path.join(ROOT, "build", "debug")))
-STUB = os.path.join(_BUILD, "stage", "Setup.app")
+# Another build's stub may take the place of this one's.
+STUB = os.environ.get("ZEPHIN_STUB", os.path.join(_BUILD, "stage", "Setup.app"))
 MAKE_SETUP = os.path.join(_BUILD, "tools", "make_setup", "make_setup")
 _PICTURES = os.path.join(_BUILD, "Testing", "e2e")
+PAUSES = os.path.join(_BUILD, "tests", "e2e", "libzephin_pauses.so")
 
 # A file of tests that hangs ends by itself, and cleans up, before CTest would kill it.
 _LIMIT = 840

@@ -1,0 +1,131 @@
+// Loaded into the program before its own libraries: measures how long the program's first thread is
+// away from its event loop, and tells the test in a file that both map.
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstdlib>
+#include <ctime>
+
+namespace {
+
+/// What the file holds. Times are nanoseconds.
+struct Told {
+  std::uint64_t looks;  ///< At the event loop.
+  std::uint64_t
+      longest;  ///< The longest pause, without the time for which the system let others run.
+  std::uint64_t longestWall;  ///< The longest pause by the clock on the wall.
+};
+
+/// A moment, and how long this thread has waited for a processor until then.
+struct Moment {
+  std::uint64_t wall = 0;
+  std::uint64_t queued = 0;
+};
+
+// Neither the file nor the descriptor is ever given back: the process may end at any moment.
+Told* told = nullptr;
+int statistics = -1;
+Moment since;
+bool pollIsDue = false;
+
+bool Watched() {
+  return told != nullptr && gettid() == getpid();
+}
+
+Moment Now() {
+  timespec now{};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  // "time on a processor, time in the queue for one, turns", on systems that keep count.
+  std::array<char, 128> line{};
+  std::uint64_t queued = 0;
+  if (pread(statistics, line.data(), line.size() - 1, 0) > 0) {
+    char* end = nullptr;
+    std::strtoull(line.data(), &end, 10);
+    queued = std::strtoull(end, nullptr, 10);
+  }
+  constexpr std::uint64_t kSecond = 1'000'000'000;
+  return {
+      static_cast<std::uint64_t>(now.tv_sec) * kSecond + static_cast<std::uint64_t>(now.tv_nsec),
+      queued};
+}
+
+void BeginPause() {
+  since = Now();
+}
+
+void EndPause() {
+  const Moment now = Now();
+  const std::uint64_t wall = now.wall - since.wall;
+  told->longestWall = std::max(told->longestWall, wall);
+  told->longest = std::max(told->longest, wall - std::min(wall, now.queued - since.queued));
+}
+
+template <class Function>
+Function* Next(const char* name) {
+  return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));  // NOLINT: what dlsym gives
+}
+
+[[gnu::constructor]] void Start() {
+  const char* path = std::getenv("RECORD_OF_PAUSES");
+  const int file = path == nullptr ? -1 : open(path, O_RDWR | O_CLOEXEC);
+  // What this program starts is none of the test's business.
+  unsetenv("RECORD_OF_PAUSES");
+  unsetenv("LD_PRELOAD");
+  if (file < 0) {
+    return;
+  }
+  statistics = open("/proc/thread-self/schedstat", O_RDONLY | O_CLOEXEC);
+  void* shared = mmap(nullptr, sizeof(Told), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+  close(file);
+  if (shared != MAP_FAILED) {
+    BeginPause();
+    told = static_cast<Told*>(shared);
+  }
+}
+
+}  // namespace
+
+// A look at the event loop: the toolkit stands on this one.
+extern "C" int g_main_context_iteration(void* context, int mayBlock) {
+  static auto* const next = Next<int(void*, int)>("g_main_context_iteration");
+  if (!Watched()) {
+    return next(context, mayBlock);
+  }
+  EndPause();
+  ++told->looks;
+  pollIsDue = true;
+  const int result = next(context, mayBlock);
+  pollIsDue = false;
+  BeginPause();
+  return result;
+}
+
+// In a look, the wait for an event; what is done with the event comes behind it.
+extern "C" int poll(pollfd* files, nfds_t count, int milliseconds) {
+  static auto* const next = Next<int(pollfd*, nfds_t, int)>("poll");
+  const int result = next(files, count, milliseconds);
+  if (Watched() && pollIsDue) {
+    pollIsDue = false;
+    BeginPause();
+  }
+  return result;
+}
+
+// A shell command may block the window for as long as it runs.
+extern "C" pid_t waitpid(pid_t process, int* status, int options) {
+  static auto* const next = Next<pid_t(pid_t, int*, int)>("waitpid");
+  if (!Watched()) {
+    return next(process, status, options);
+  }
+  EndPause();
+  const pid_t result = next(process, status, options);
+  BeginPause();
+  return result;
+}
