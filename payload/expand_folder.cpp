@@ -120,14 +120,18 @@ bool PatchHasItsTarget(const ZephinStubWindow& w) {
 }
 
 /// Clears what stands where the payload is going to be expanded. False ends the install.
-bool ClearTarget(ZephinStubWindow& w) {
+bool ClearTarget(ZephinStubWindow& w, bool nameIsSafe) {
   if (w.fInstallationPatch) {
     // The patch is expanded into a folder beside the installed one.
     w.fTargetFolder += "Patch";
-    if (DirectoryExists(w.fTargetFolder)) {
-      w.ShowInstallinProgress();
-      ViewConst::DeleteFolderOrApp(w.fTargetFolder);
-    }
+  }
+  if (!nameIsSafe) {
+    ReportUndeletable();
+    return false;
+  }
+  if (w.fInstallationPatch && DirectoryExists(w.fTargetFolder)) {
+    w.ShowInstallinProgress();
+    ViewConst::DeleteFolderOrApp(w.fTargetFolder);
   }
   if (!DirectoryExists(w.fTargetFolder)) {
     return true;
@@ -167,11 +171,7 @@ void ZephinStubWindow::ExpandFolder() {
   if (fTargetFolder.IsEmpty() || !PatchHasItsTarget(*this)) {
     return;
   }
-  if (!nameIsSafe) {
-    ReportUndeletable();
-    return;
-  }
-  if (!ClearTarget(*this)) {
+  if (!ClearTarget(*this, nameIsSafe)) {
     return;
   }
   WriteArchive(*this, payload, zipPath);

@@ -48,14 +48,22 @@ Ref<FolderItem> ResourcesByBundleName() {
   return contents.IsNil() ? nullptr : contents->Child("Resources", true);
 }
 
-/// All bytes of a file of the record, without encoding; empty if it is missing or empty.
-String BytesOf(const Ref<FolderItem>& resources, const char* name) {
+/// A file of the record; nil if it is missing or empty.
+Ref<FolderItem> FullFile(const Ref<FolderItem>& resources, const char* name) {
   const Ref<FolderItem> file = resources.IsNil() ? nullptr : resources->Child(name);
-  if (file.IsNil() || file->Length() <= 0) {
-    return {"", Encoding::None};
-  }
-  const Ref<BinaryStream> stream = file->OpenAsBinaryFile(false);
-  return stream.IsNil() ? String("", Encoding::None) : stream->Read(file->Length());
+  return file.IsNil() || file->Length() <= 0 ? nullptr : file;
+}
+
+// What a file holds, without encoding; empty if there is none. One that is there and can't be
+// opened raises NilObjectException: an installer with half a record must not go on.
+
+String BytesOf(const Ref<FolderItem>& file) {
+  return file.IsNil() ? String("", Encoding::None)
+                      : file->OpenAsBinaryFile(false)->Read(file->Length());
+}
+
+String TextOf(const Ref<FolderItem>& file) {
+  return file.IsNil() ? String("", Encoding::None) : TextInputStream::Open(file)->ReadAll();
 }
 
 /// Cuts a picture triple "pixels,width,height", such as "F[24],2,2"; an empty one leaves all as it
@@ -114,8 +122,8 @@ void FillFromTextData(ZephinStubWindow& w, const String& record) {
 
 bool ZephinStubWindow::ReadData() {
   const Ref<FolderItem> resources = ResourcesByBundleName();
-  String data = BytesOf(resources, "Data");
-  const String textData = ConvertEncoding(BytesOf(resources, "TextData"), Encoding::UTF8);
+  String data = BytesOf(FullFile(resources, "Data"));
+  const String textData = ConvertEncoding(TextOf(FullFile(resources, "TextData")), Encoding::UTF8);
   if (data.IsEmpty()) {
     return false;
   }

@@ -1,5 +1,8 @@
 #include "util/folders.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "dialogs/conflict.h"
 #include "platform/access_rights.h"
 #include "platform/framework/application.h"
@@ -50,15 +53,25 @@ bool MakeSegment(const String& segment, Errors errors) {
   return true;
 }
 
-}  // namespace
+/// Folders that a copy is at work in, from its first one down.
+using WorkedOn = std::vector<Ref<FolderItem>>;
 
-bool CopyFolder(const String& source, const String& destination) {
+bool HoldsFolder(const WorkedOn& folders, const FolderItem& folder) {
+  return std::any_of(folders.begin(), folders.end(),
+                     [&folder](const Ref<FolderItem>& worked) { return worked->IsSameAs(folder); });
+}
+
+bool CopyInto(const String& source, const String& destination, WorkedOn& workedOn) {
   const Ref<FolderItem> from = MyGetFolderItem(source);
   const Ref<FolderItem> to = MyGetFolderItem(destination);
   if (from.IsNil() || to.IsNil()) {
     return false;
   }
   to->CreateAsFolder();
+  if (workedOn.empty()) {
+    workedOn.push_back(to);
+  }
+  workedOn.push_back(from);
   bool ok = from->LastErrorCode() == 0;
   const String base = MyAbsolutePath(to);
   for (std::int64_t i = from->Count(); i >= 1; --i) {
@@ -68,7 +81,10 @@ bool CopyFolder(const String& source, const String& destination) {
     }
     const String target = base + child->Name();
     if (child->Directory()) {
-      ok = CopyFolder(MyAbsolutePath(child), target) && ok;
+      // An alias to a folder above it, or the copy itself, would go on for ever.
+      if (!HoldsFolder(workedOn, *child)) {
+        ok = CopyInto(MyAbsolutePath(child), target, workedOn) && ok;
+      }
     } else {
       child->CopyFileTo(MyGetFolderItem(target));
       // The folder's code on purpose, not the child's: one file that can't be read doesn't make a
@@ -77,7 +93,15 @@ bool CopyFolder(const String& source, const String& destination) {
     }
     RuntimeBackgroundTask();
   }
+  workedOn.pop_back();
   return ok;
+}
+
+}  // namespace
+
+bool CopyFolder(const String& source, const String& destination) {
+  WorkedOn workedOn;
+  return CopyInto(source, destination, workedOn);
 }
 
 void DeleteFolderOrApp(const String& path) {

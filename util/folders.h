@@ -8,7 +8,8 @@
 namespace zephin::ViewConst {
 
 /// Copies what `source` holds into `destination`, which is made if need be and keeps what it has.
-/// Aliases are copied as what they point to. A failed item doesn't end the copy. False only if one
+/// Aliases are copied as what they point to; a folder that leads back to one above it, or to the
+/// copy, is left out. A failed item doesn't end the copy. False only if one
 /// of the paths gives no item: the codes that are read are the source folder's own, not those of
 /// the items.
 bool CopyFolder(const String& source, const String& destination);

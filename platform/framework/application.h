@@ -39,7 +39,7 @@ class Application {
   Ref<FolderItem> ExecutableFile() const;
   /// Lets events run for up to `milliseconds`.
   void DoEvents(int milliseconds);
-  /// nullopt-like reset is `MouseCursor::Arrow`.
+  /// Over all windows; `MouseCursor::Arrow` is the usual one.
   void SetMouseCursor(MouseCursor cursor);
 
   /// Called once, before the first window is made.

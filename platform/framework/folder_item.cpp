@@ -31,6 +31,13 @@ bool FolderItem::Directory() const {
   return StateOf(SystemPath(path_), state) && S_ISDIR(state.st_mode);
 }
 
+bool FolderItem::IsSameAs(const FolderItem& other) const {
+  struct stat own {};
+  struct stat others {};
+  return StateOf(SystemPath(path_), own) && StateOf(SystemPath(other.path_), others) &&
+         own.st_dev == others.st_dev && own.st_ino == others.st_ino;
+}
+
 bool FolderItem::Alias() const {
   struct stat state {};
   return links_ == Links::Own && lstat(SystemPath(path_), &state) == 0 && S_ISLNK(state.st_mode);

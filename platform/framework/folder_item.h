@@ -44,6 +44,9 @@ class FolderItem {
 
   bool Exists() const;
   bool Directory() const;
+  /// Whether both are one item on the disk, by whatever paths and links; false where either is not
+  /// there.
+  bool IsSameAs(const FolderItem& other) const;
   /// True for a symbolic link (never for an item of `Item`).
   bool Alias() const;
   /// Size of a file in bytes; 0 for a folder and where nothing stands.

@@ -33,8 +33,12 @@ class TextFieldPeer final : public ControlPeer {
  public:
   TextFieldPeer(TextField& model, QLineEdit* edit)
       : ControlPeer(model, edit), model_(model), edit_(edit) {
-    connect(edit, &QLineEdit::textEdited, this,
-            [this](const QString& text) { model_.SetText(FromQString(text)); });
+    // Not only what is typed: a screen reader's user may dictate.
+    connect(edit, &QLineEdit::textChanged, this, [this](const QString& text) {
+      if (text != ToQString(model_.Text())) {
+        model_.SetText(FromQString(text));
+      }
+    });
   }
 
  protected:
@@ -75,6 +79,7 @@ class TextAreaPeer final : public ControlPeer {
       shown_ = model_.Text();
       applying_ = true;
       edit_->setPlainText(ToQString(model_.Text()));
+      AlignToScript(*edit_);
       applying_ = false;
     }
     edit_->setAccessibleName(ToQString(model_.Owner()->Title()));

@@ -15,7 +15,9 @@ constexpr int kNothingSmaller = 7;
 /// The toolkit's own style, without the pictures of the user's theme on the buttons of its dialogs.
 class PlainStyle final : public QProxyStyle {
  public:
-  PlainStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+  explicit PlainStyle(QObject* parent) : QProxyStyle(QStringLiteral("Fusion")) {
+    setParent(parent);
+  }
 
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* data) const override {
@@ -60,7 +62,6 @@ QString FirstFamilyThere() {
 }  // namespace
 
 void SetUpLook() {
-  QApplication::setStyle(std::make_unique<PlainStyle>().release());
   const QPalette palette = LightPalette();
   QApplication::setPalette(palette);
   QToolTip::setPalette(palette);
@@ -68,6 +69,7 @@ void SetUpLook() {
   QToolTip::setFont(SystemFont());
   QApplication::setAttribute(Qt::AA_DontShowIconsInMenus);
   QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::setStyle(new PlainStyle(qApp));
 }
 
 QFont SystemFont(int pixels) {

@@ -22,12 +22,13 @@ namespace {
 /// Long enough for any display to show a window.
 constexpr int kExposePatience = 500;
 
-/// Paints before it returns. A window that has just been shown is on the display only when that
-/// says so.
-void PaintNow(QWidget& widget) {
+/// Paints `widget` of the window before it returns. A window that has just been shown is on the
+/// display only when that says so; one that the user has put away since is never waited for.
+void PaintNow(WindowPeer& window, QWidget& widget) {
   if (widget.isVisible()) {
-    const QWindow* window = widget.window()->windowHandle();
-    TalkToDisplay(kExposePatience, [&] { return window->isExposed(); });
+    if (window.TakeFirstPaint()) {
+      TalkToDisplay(kExposePatience, [&] { return window.windowHandle()->isExposed(); });
+    }
     widget.repaint();
     FlushDisplay();
   }
@@ -129,19 +130,19 @@ void QtDesktop::RefreshWindow(Window& window, Repaint when) {
   }
   peer->Update();
   if (when == Repaint::Now) {
-    PaintNow(*peer);
+    PaintNow(*peer, *peer);
   }
 }
 
 void QtDesktop::RefreshControl(Control& control, Repaint when) {
-  const WindowPeer* window = control.Owner() == nullptr ? nullptr : Find(*control.Owner());
+  WindowPeer* window = control.Owner() == nullptr ? nullptr : Find(*control.Owner());
   ControlPeer* peer = window == nullptr ? nullptr : window->PeerOf(control);
   if (peer == nullptr) {
     return;
   }
   peer->Update();
   if (when == Repaint::Now) {
-    PaintNow(peer->Widget());
+    PaintNow(*window, peer->Widget());
   } else {
     peer->Widget().update();
   }

@@ -42,11 +42,16 @@ String SessionClipboard::Ask(std::uint32_t owner) {
   ClipboardAnswer answer =
       ReadText(*display_, display_->Names().utf8String, display_->Now(), patience);
   silentOwner_ = answer.kind == ClipboardAnswer::Kind::Silence ? owner : XCB_NONE;
+  if (silentOwner_ != XCB_NONE) {
+    return owner == answeredOwner_ ? lastAnswer_ : String();
+  }
+  answeredOwner_ = owner;
+  lastAnswer_ = Utf8(std::move(answer.bytes));
   if (answer.kind == ClipboardAnswer::Kind::Nothing) {
     answer = ReadText(*display_, XCB_ATOM_STRING, display_->Now(), patience);
-    return FromQString(QString::fromLatin1(QByteArray::fromStdString(answer.bytes)));
+    lastAnswer_ = FromQString(QString::fromLatin1(QByteArray::fromStdString(answer.bytes)));
   }
-  return Utf8(std::move(answer.bytes));
+  return lastAnswer_;
 }
 
 void SessionClipboard::SetText(const String& text) {

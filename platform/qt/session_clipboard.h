@@ -21,8 +21,9 @@ class SessionClipboard {
   SessionClipboard(const SessionClipboard&) = delete;
   SessionClipboard& operator=(const SessionClipboard&) = delete;
 
-  /// Empty if there is no text, or if the program that owns it doesn't answer within two seconds;
-  /// one that has been silent before is waited for no longer than a moment.
+  /// Empty if there is no text. A program that owns it and is too busy to answer within two seconds
+  /// is taken for having what it had when it was last asked, and nothing if it never was; while it
+  /// stays silent it is waited for no longer than a moment.
   String Text();
   /// An empty text leaves an empty text, not what was there before.
   void SetText(const String& text);
@@ -38,8 +39,10 @@ class SessionClipboard {
 
   std::unique_ptr<Display> display_;
   std::string ownText_;
-  std::uint32_t ownWindow_ = 0;    ///< The owner's, from when this process was it.
-  std::uint32_t silentOwner_ = 0;  ///< Hasn't answered when it was last asked.
+  std::uint32_t ownWindow_ = 0;      ///< The owner's, from when this process was it.
+  std::uint32_t silentOwner_ = 0;    ///< Hasn't answered when it was last asked.
+  std::uint32_t answeredOwner_ = 0;  ///< Whose answer the last one was.
+  String lastAnswer_;
 };
 
 }  // namespace zephin

@@ -147,6 +147,7 @@ void WindowPeer::Appear(QWidget* over) {
   Place(*this, *model_, over);
   PutAbove(*this, over);
   show();
+  isNew_ = true;
   // Behind the showing: a dialog of the toolkit would choose its default button.
   for (QWidget* widget : tabOrder_) {
     if (widget->isVisible() && widget->isEnabled()) {

@@ -6,6 +6,7 @@
 #include <QImage>
 #include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "platform/framework/window.h"
@@ -34,6 +35,8 @@ class WindowPeer final : public QDialog, public AnswersKeys {
   /// `over` may be null: the window above which it appears.
   void Appear(QWidget* over);
   void Disappear();
+  /// True once for each time that it appears.
+  bool TakeFirstPaint() { return std::exchange(isNew_, false); }
   /// Appears above all others, which take no input, and returns when it has been hidden.
   void RunModal(QWidget* over);
   /// The model is about to go: hides, and refers to it no more.
@@ -60,7 +63,8 @@ class WindowPeer final : public QDialog, public AnswersKeys {
   std::map<const Control*, ControlPeer*> peersByControl_;
   std::vector<QWidget*> tabOrder_;
   QImage backdrop_;
-  QPoint position_;  ///< Where the program has last put it.
+  QPoint position_;     ///< Where the program has last put it.
+  bool isNew_ = false;  ///< It appeared, and nothing waited for it to be on the display.
   std::vector<QEventLoop*> modalLoops_;
 };
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "setup/scrambling_bytes.h"
+#include "tests/support/limits.h"
 #include "tests/support/stub_run.h"
 
 namespace zephin::test {
@@ -97,6 +98,18 @@ TEST_F(ReadData, NothingIsReadWithoutDataAndAliasesAreFollowed) {
   EXPECT_TRUE(w.ReadData());
   EXPECT_EQ(w.fTimeStamp.Size(), 5U);
   EXPECT_EQ(w.fMessage.Bytes(), "message");
+}
+
+TEST_F(ReadData, HalfARecordRaises) {
+  for (const char* name : {"Data", "TextData"}) {
+    ASSERT_TRUE(Read("stamp", "message"));
+    fs::permissions(run.Resources() / name, fs::perms::none);
+    {
+      const PlainUser user(run.scratch.Path());
+      EXPECT_THROW(w.ReadData(), NilObjectException) << name;
+    }
+    fs::permissions(run.Resources() / name, fs::perms(0600));
+  }
 }
 
 TEST_F(ReadData, PagesAreMacRomanOrHexWithLineFeeds) {

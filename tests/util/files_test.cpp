@@ -95,6 +95,16 @@ TEST_F(Files, CopyMergesAndBringsWhatAliasesPointTo) {
   EXPECT_FALSE(ViewConst::CopyFolder(At("from"), "to"));
 }
 
+TEST_F(Files, CopyLeavesOutFoldersThatLeadBackToItself) {
+  WriteFile(base / "from/sub/a", "a");
+  for (const char* link : {"from/top", "from/sub/up", "from/sub/again"}) {
+    fs::create_directory_symlink("..", base / link);
+  }
+  fs::create_directory_symlink("../../from/sub", base / "from/sub/self");
+  EXPECT_TRUE(ViewConst::CopyFolder(At("from"), At("from/sub/to")));
+  EXPECT_EQ(Tree(base / "from/sub/to"), (Expected{{"sub", "/"}, {"sub/a", "a"}, {"top", "/"}}));
+}
+
 TEST_F(Files, DeletingSparesWhatAliasesPointToAndOpensWhatIsLocked) {
   WriteFile(base / "kept/file", "k");
   fs::permissions(base / "kept/file", fs::perms(0600));
