@@ -2,6 +2,7 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 #include <algorithm>
+#include <optional>
 
 #include "platform/qt/look.h"
 #include "platform/qt/qt_string.h"
@@ -14,6 +15,35 @@ namespace {
 constexpr int kButtonMargin = 5;
 /// Between a push button's edge and the mark of the focus.
 constexpr int kFocusInset = 3;
+
+Qt::LayoutDirection DirectionOf(const QString& caption) {
+  return caption.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
+}
+
+/// A caption as it reads in a row of the other direction, its last full stop at its end.
+QString InItsDirection(const QString& caption) {
+  constexpr QChar kIsolateLeftToRight(0x2066);
+  constexpr QChar kIsolateRightToLeft(0x2067);
+  constexpr QChar kEndOfIsolate(0x2069);
+  return (caption.isRightToLeft() ? kIsolateRightToLeft : kIsolateLeftToRight) + caption +
+         kEndOfIsolate;
+}
+
+/// In letters of one size with the others of its kind in the window, the smallest that one needs.
+template <class Captioned>
+FittedCaption Fitted(const Captioned& widget) {
+  QFont shared = widget.font();
+  const int floor = SmallestReadable(shared.pixelSize());
+  for (const QObject* sibling : widget.parentWidget()->children()) {
+    const auto* other = dynamic_cast<const Captioned*>(sibling);
+    if (other != nullptr && !other->isHidden()) {
+      const FittedCaption alone =
+          FitCaption(other->Caption(), shared, floor, other->RoomForCaption());
+      shared.setPixelSize(alone.font.pixelSize());
+    }
+  }
+  return FitCaption(widget.Caption(), shared, shared.pixelSize(), widget.RoomForCaption());
+}
 
 }  // namespace
 
@@ -28,36 +58,29 @@ void PictureWidget::paintEvent(QPaintEvent* /*event*/) {
   painter.drawImage(QPoint(0, 0), image_);
 }
 
+bool CaptionButton::IsWhole() const {
+  return Fitted(*this).whole;
+}
+
 void CaptionButton::SetCaption(const QString& caption) {
   if (caption != caption_) {
     caption_ = caption;
     setText(AsCaption(caption));
     setAccessibleName(caption);
+    setLayoutDirection(DirectionOf(caption));
     parentWidget()->update();
   }
 }
 
-FittedCaption CaptionButton::Fitted() const {
-  QFont shared = font();
-  for (const QObject* sibling : parentWidget()->children()) {
-    const auto* button = dynamic_cast<const CaptionButton*>(sibling);
-    if (button != nullptr && !button->isHidden()) {
-      shared.setPixelSize(std::min(shared.pixelSize(), button->FittedAlone().font.pixelSize()));
-    }
-  }
-  return FitCaption(caption_, shared, shared.pixelSize(), width() - 2 * kButtonMargin);
-}
-
-FittedCaption CaptionButton::FittedAlone() const {
-  return FitCaption(caption_, font(), SmallestReadable(font().pixelSize()),
-                    width() - 2 * kButtonMargin);
+qreal CaptionButton::RoomForCaption() const {
+  return width() - 2 * kButtonMargin;
 }
 
 void CaptionButton::paintEvent(QPaintEvent* /*event*/) {
   QStylePainter painter(this);
   QStyleOptionButton option;
   initStyleOption(&option);
-  const FittedCaption fitted = Fitted();
+  const FittedCaption fitted = Fitted(*this);
   option.text = AsCaption(fitted.shown);
   painter.setFont(fitted.font);
   painter.drawControl(QStyle::CE_PushButton, option);
@@ -75,19 +98,36 @@ void ChoiceButton<Button>::SetCaption(const QString& caption) {
     caption_ = caption;
     this->setText(AsCaption(caption));
     this->setAccessibleName(caption);
+    TurnRows();
+    this->parentWidget()->update();
+  }
+}
+
+/// All rows of a window begin at the same side, the one at which the first one's script begins.
+template <class Button>
+void ChoiceButton<Button>::TurnRows() {
+  std::optional<Qt::LayoutDirection> direction;
+  for (QObject* sibling : this->parentWidget()->children()) {
+    if (auto* row = dynamic_cast<ChoiceButton*>(sibling)) {
+      direction = direction.value_or(DirectionOf(row->caption_));
+      row->setLayoutDirection(*direction);
+    }
   }
 }
 
 template <class Button>
-FittedCaption ChoiceButton<Button>::Fitted() const {
+qreal ChoiceButton<Button>::RoomForCaption() const {
   QStyleOptionButton option;
   this->initStyleOption(&option);
   constexpr QStyle::SubElement kContents = std::is_same_v<Button, QRadioButton>
                                                ? QStyle::SE_RadioButtonContents
                                                : QStyle::SE_CheckBoxContents;
-  // Rows of different letter sizes would look uneven, so that a caption here only elides.
-  return FitCaption(caption_, this->font(), this->font().pixelSize(),
-                    this->style()->subElementRect(kContents, &option, this).width());
+  return this->style()->subElementRect(kContents, &option, this).width();
+}
+
+template <class Button>
+bool ChoiceButton<Button>::IsWhole() const {
+  return Fitted(*this).whole;
 }
 
 template <class Button>
@@ -95,7 +135,9 @@ void ChoiceButton<Button>::paintEvent(QPaintEvent* /*event*/) {
   QStylePainter painter(this);
   QStyleOptionButton option;
   this->initStyleOption(&option);
-  option.text = AsCaption(Fitted().shown);
+  const FittedCaption fitted = Fitted(*this);
+  option.text = AsCaption(InItsDirection(fitted.shown));
+  painter.setFont(fitted.font);
   painter.drawControl(
       std::is_same_v<Button, QRadioButton> ? QStyle::CE_RadioButton : QStyle::CE_CheckBox, option);
 }

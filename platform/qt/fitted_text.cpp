@@ -16,6 +16,8 @@ namespace {
 /// More letters than any box can show: a long text is laid out no further.
 constexpr qsizetype kLongestShown = 20'000;
 constexpr qreal kEndless = 1'000'000;
+/// Per cent of a letter's width at which it can still be read well.
+constexpr int kNarrowest = 75;
 /// Rounding of a font's measures is no reason to shrink a text.
 constexpr qreal kTolerance = 0.5;
 
@@ -149,6 +151,9 @@ FittedCaption FitCaption(const QString& text, QFont font, int floorPixels, qreal
   const auto fits = [&] { return QFontMetricsF(font).horizontalAdvance(letters) <= width; };
   while (!fits() && font.pixelSize() > floorPixels) {
     font.setPixelSize(font.pixelSize() - 1);
+  }
+  for (int stretch = 95; !fits() && stretch >= kNarrowest; stretch -= 5) {
+    font.setStretch(stretch);
   }
   if (fits()) {
     return {font, letters, true};

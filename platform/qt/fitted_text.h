@@ -47,7 +47,8 @@ class FittedText {
 };
 
 /// A one-line caption as a button can draw it: the font that it takes to fit into `width`, not
-/// smaller than `floorPixels`, and the text, elided if it doesn't fit even so.
+/// smaller than `floorPixels` and then narrower by a quarter at most, and the text, elided if it
+/// doesn't fit even so.
 struct FittedCaption {
   QFont font;
   QString shown;

@@ -62,6 +62,7 @@ QWidget* MessageWindow::MakeText(const QString& text) {
   scrolled->setTabChangesFocus(true);
   scrolled->setTextInteractionFlags(ReadingFlags());
   scrolled->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  AlignToScript(*scrolled);
   scrolled->setFixedSize(widest, std::min(highest, kWidest));
   scrolled->setAccessibleName(windowTitle());
   return scrolled;

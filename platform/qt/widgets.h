@@ -58,39 +58,45 @@ class PictureWidget final : public QWidget {
   QImage image_;
 };
 
-/// A push button whose caption shrinks, then elides. The buttons of a window have letters of one
-/// size, the smallest that one of them needs.
+/// A push button whose caption shrinks, narrows, then elides. The buttons of a window have letters
+/// of one size, the smallest that one of them needs.
 class CaptionButton final : public QPushButton {
  public:
   using QPushButton::QPushButton;
   void SetCaption(const QString& caption);
-  bool IsWhole() const { return Fitted().whole; }
+  const QString& Caption() const { return caption_; }
+  /// In points, without the space that frame or mark take.
+  qreal RoomForCaption() const;
+  /// False if part of the caption is left out.
+  bool IsWhole() const;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  FittedCaption Fitted() const;
-  FittedCaption FittedAlone() const;
-
   QString caption_;
 };
 
-/// A radio button or check box whose caption elides. A radio button that is set stays set when it
-/// is pressed; its group is the affair of who owns it.
+/// A radio button or check box whose caption is fitted in the same way. The rows of a window have
+/// their marks at one side: at the right where the first caption's script begins there. A radio
+/// button that is set stays set when it is pressed; its group is the affair of who owns it.
 template <class Button>
 class ChoiceButton final : public Button {
  public:
   explicit ChoiceButton(QWidget* parent) : Button(parent) {}
   void SetCaption(const QString& caption);
-  bool IsWhole() const { return Fitted().whole; }
+  const QString& Caption() const { return caption_; }
+  /// In points, without the space that frame or mark take.
+  qreal RoomForCaption() const;
+  /// False if part of the caption is left out.
+  bool IsWhole() const;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
   void nextCheckState() override;
 
  private:
-  FittedCaption Fitted() const;
+  void TurnRows();
 
   QString caption_;
 };

@@ -32,6 +32,7 @@ class Installer:
 
     def __init__(self, screen, program, folder, settings=None):
         self.screen = screen
+        self._scale = float((settings or {}).get("QT_SCALE_FACTOR", 1))
         self.home = os.path.join(folder, "home")
         tools = os.path.join(folder, "bin")
         for made in (self.home, os.path.join(folder, "tmp"), tools):
@@ -118,13 +119,17 @@ class Installer:
 
     def click_on(self, node, across=0.5, down=0.5):
         """Clicks a point of a control, given in parts of its width and height."""
-        x, y, width, height = self.place_at_rest(node)
+        x, y, width, height = self.on_screen(self.place_at_rest(node))
         self.screen.click(x + int(width * across), y + int(height * down))
 
     def click_text(self, node, text):
         """Clicks the first letter of a text in a text control."""
         self.place_at_rest(node)
-        self.screen.click(*node.place_of(text))
+        self.screen.click(*self.on_screen(node.place_of(text)))
+
+    def on_screen(self, place):
+        """A place or an area on the screen. The toolkit tells both before it scales them."""
+        return tuple(round(part * self._scale) for part in place)
 
     def place_at_rest(self, node):
         """Where a control is once its window has come to rest."""

@@ -19,15 +19,15 @@ _FRAME = 24
 
 
 class Walk:
-    """One walk through an installer."""
+    """One walk through an installer. What is in `seen` has its picture from another walk."""
 
-    def __init__(self, screen, installer, pictures, parent):
+    def __init__(self, screen, installer, pictures, parent, seen=None):
         self._screen = screen
         self._installer = installer
         self._pictures = pictures
         self._parent = parent
         self._count = 0
-        self._seen = set()
+        self._seen = set() if seen is None else seen
         self._last = None
         self._done = set()
 
@@ -95,7 +95,10 @@ class Walk:
     def look_at(self, window):
         """Takes a picture of a window that looks new, unless another one covers it meanwhile."""
         title = re.sub(r"[^a-z0-9]+", "-", window.name.lower()).strip("-") or "window"
-        x, y, width, height = window.area
+        area = window.area
+        if not area:
+            return  # It has just gone.
+        x, y, width, height = self._installer.on_screen(area)
         path = os.path.join(self._pictures, f"{self._count + 1:02}-{title}.png")
         self._screen.picture(path, (x - _FRAME, y - _FRAME, width + 2 * _FRAME, height + 2 * _FRAME))
         front = self.front()
