@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::int64_t kMostDigits = 50'000'000;
 // Beyond it only what needs no look at the digits is compared, for speed.
-constexpr std::int64_t kMostCompared = 100'000;
+constexpr std::int64_t kMostCompared = 20'000;
 
 /// A pixel string with its runs written out.
 struct Expansion {

@@ -69,6 +69,11 @@ void CheckPlaces(const Entries& entries) {
 }
 
 void CheckOptions(const Entries& entries, const String& options, const PickingDesktop& user) {
+  int ticked = 0;
+  for (int row = 0; row < std::ssize(entries); ++row) {
+    ticked += user.Picks(row) ? 1 : 0;
+  }
+  Require(Split(options, ",").Count() <= ticked);
   for (const SelectionEntry& entry : entries) {
     bool isTicked = false;
     for (std::size_t i = 0; i < entries.size(); ++i) {

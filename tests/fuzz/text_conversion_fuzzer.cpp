@@ -13,6 +13,7 @@
 #include "platform/framework/case_folding.h"
 #include "platform/framework/mac_roman.h"
 #include "platform/framework/text.h"
+#include "tests/fuzz/any_text.h"
 #include "tests/fuzz/fuzzing.h"
 #include "tests/fuzz/plain_text.h"
 #include "tests/platform/framework/quiet_desktop.h"
@@ -103,11 +104,6 @@ void CheckNumber(const String& text) {
     constexpr double kLargest = std::numeric_limits<double>::max();
     Require(number == std::clamp(std::strtod(text.CString(), nullptr), -kLargest, kLargest));
   }
-}
-
-String AnyText(FuzzedDataProvider& data, std::size_t most) {
-  const auto encoding = static_cast<Encoding>(data.ConsumeIntegralInRange(0, 3));
-  return {data.ConsumeRandomLengthString(most), encoding};
 }
 
 /// A text of characters that all stand in the encoding.

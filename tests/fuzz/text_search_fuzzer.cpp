@@ -8,6 +8,7 @@
 
 #include "platform/framework/case_folding.h"
 #include "platform/framework/text.h"
+#include "tests/fuzz/any_text.h"
 #include "tests/fuzz/fuzzing.h"
 #include "tests/fuzz/plain_text.h"
 #include "util/paths.h"
@@ -131,11 +132,6 @@ void CheckPaths(const String& path) {
   Require(path.View().starts_with(MyExtractFilePath(path).View()));
 }
 
-String AnyText(FuzzedDataProvider& data, std::size_t most) {
-  const auto encoding = static_cast<Encoding>(data.ConsumeIntegralInRange(0, 3));
-  return {data.ConsumeRandomLengthString(most), encoding};
-}
-
 /// A text to search for: any, or a part of the searched one in any letter case and encoding.
 String AnyNeedle(FuzzedDataProvider& data, const String& haystack) {
   const int form = data.ConsumeIntegralInRange(0, 4);
@@ -151,7 +147,7 @@ String AnyNeedle(FuzzedDataProvider& data, const String& haystack) {
 
 void SearchTexts(FuzzedDataProvider data) {
   // Long enough for several of the blocks in which a text is searched.
-  String text = AnyText(data, 600);
+  String text = AnyText(data, 300);
   for (int doublings = data.ConsumeIntegralInRange(0, 4); doublings > 0; --doublings) {
     text += String(text);
   }
