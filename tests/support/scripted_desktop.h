@@ -47,6 +47,10 @@ class ScriptedDesktop : public Desktop {
   /// What the user does in the main event loop, in order. When all is done the run ends with
   /// status -1.
   void InEventLoop(std::function<void()> act) { eventLoop_.push_back(std::move(act)); }
+  /// From now on the user goes on wherever there is a way: presses the button that Return presses,
+  /// closes each message, and chooses `folder` in the folder dialog. Needs no answer from the
+  /// queue.
+  void AgreeToAll(const std::string& folder) { agreedFolder_ = folder; }
   void SetExpansion(Expansion expansion) { expansion_ = expansion; }
   /// Called after each launch has been written down, before an archive is expanded.
   std::function<void(const std::string& path)> onLaunch;
@@ -56,6 +60,7 @@ class ScriptedDesktop : public Desktop {
   // What has happened.
   std::vector<std::string> launched;
   std::vector<std::string> opened;
+  std::vector<std::string> told;      ///< Messages, and titles of windows, to a user who agrees.
   std::vector<std::string> failures;  ///< Kinds of failure that were reported.
   std::string clipboard;
   MouseCursor cursor = MouseCursor::Arrow;
@@ -108,6 +113,7 @@ class ScriptedDesktop : public Desktop {
   std::multimap<std::int64_t, std::function<void()>> timed_;
   std::deque<std::function<void()>> eventLoop_;
   std::map<const Window*, bool> shown_;
+  std::string agreedFolder_;  ///< Empty: the user answers from the queue.
   Expansion expansion_ = Expansion::BeforeLaunchReturns;
   Window* main_ = nullptr;
   bool clockWasRead_ = false;

@@ -1,0 +1,154 @@
+#include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/statvfs.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <memory>
+
+#include "tests/faults/failing_calls.h"
+#include "tests/faults/works.h"
+
+namespace zephin::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// What has become of a machine.
+struct Outcome {
+  std::map<std::string, std::string> tree;
+  std::vector<std::string> told;
+
+  /// Whether all of `whole` is there. More may be: what is left of something that failed.
+  bool Has(const Outcome& whole) const {
+    return std::all_of(whole.tree.begin(), whole.tree.end(), [this](const auto& item) {
+      const auto found = tree.find(item.first);
+      return found != tree.end() && found->second == item.second;
+    });
+  }
+};
+
+class Faults : public testing::TestWithParam<Work> {
+ protected:
+  static void Prepare(StubRun& run) {
+    run.desktop.AgreeToAll(PlaceOf(run));
+    fs::create_directories(PlaceOf(run));
+    run.BareWindow();
+    GetParam().prepare(run);
+  }
+  /// Does the work once. No fault of the disk is one of the program: nothing is raised, and the
+  /// work comes to its end.
+  static Outcome Do(StubRun& run) {
+    run.desktop.told.clear();
+    EXPECT_EQ(run.Call([&] { GetParam().act(run); }), -1);
+    EXPECT_EQ(run.desktop.failures, std::vector<std::string>());
+    return {Tree(PlaceOf(run)), run.desktop.told};
+  }
+  static Outcome DoWhole() {
+    StubRun run;
+    Prepare(run);
+    return Do(run);
+  }
+};
+
+/// "mkdir pre" for "mkdir /tmp/.../Place/pre".
+std::string WithoutPlace(const StubRun& run, std::string call) {
+  const std::string place = PlaceOf(run).string() + "/";
+  const std::size_t found = call.find(place);
+  return found == std::string::npos ? call : call.erase(found, place.size());
+}
+
+/// A file system in memory on a folder, which this process alone sees.
+class SmallDisk {
+ public:
+  explicit SmallDisk(std::string folder) : folder_(std::move(folder)) {
+    const bool isOurs = unshare(CLONE_NEWNS) == 0 || unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0;
+    mounted_ = isOurs && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+               mount("tmpfs", folder_.c_str(), "tmpfs", 0, nullptr) == 0;
+  }
+  ~SmallDisk() {
+    if (mounted_) {
+      umount2(folder_.c_str(), MNT_DETACH);
+    }
+  }
+  SmallDisk(const SmallDisk&) = delete;
+  SmallDisk& operator=(const SmallDisk&) = delete;
+
+  bool IsThere() const { return mounted_; }
+  /// Leaves room for so many blocks more than there are.
+  void Leave(std::size_t blocks) {
+    struct statvfs state {};
+    ASSERT_EQ(statvfs(folder_.c_str(), &state), 0);
+    const std::size_t used = state.f_blocks - state.f_bfree;
+    const std::string size = "size=" + std::to_string((used + blocks) * state.f_bsize);
+    ASSERT_EQ(mount(nullptr, folder_.c_str(), nullptr, MS_REMOUNT, size.c_str()), 0);
+  }
+
+ private:
+  std::string folder_;
+  bool mounted_ = false;
+};
+
+TEST_P(Faults, OnASmallDiskTheWorkEndsAndWithMoreRoomTheNextIsWhole) {
+  const Outcome whole = DoWhole();
+  constexpr std::size_t kEnough = 100;
+  std::size_t room = 0;
+  for (bool fits = false; !fits; ++room) {
+    SCOPED_TRACE(std::to_string(room) + " blocks");
+    ASSERT_LT(room, kEnough);
+    StubRun run;
+    fs::create_directory(PlaceOf(run));
+    SmallDisk disk(PlaceOf(run));
+    if (!disk.IsThere()) {
+      GTEST_SKIP() << "no right to mount a file system: " << std::strerror(errno);
+    }
+    Prepare(run);
+    // Of no block at all, the system would make a disk without end.
+    disk.Leave(room + 1);
+    WriteFile(PlaceOf(run) / "filling", "x");
+    const Outcome outcome = Do(run);
+    fits = outcome.Has(whole) && outcome.told.empty();
+    disk.Leave(kEnough);
+    // What stands there is never copied over before an install.
+    fs::remove_all(PlaceOf(run) / "pre");
+    const Outcome next = Do(run);
+    EXPECT_TRUE(next.Has(whole));
+    EXPECT_EQ(next.told, std::vector<std::string>());
+  }
+  EXPECT_GT(room, 1U) << "the disk was never too small";
+}
+
+TEST_P(Faults, WhateverCallFailsTheWorkEndsAndTellsWhatIsMissing) {
+  const Outcome whole = DoWhole();
+  EXPECT_EQ(whole.told, std::vector<std::string>());
+  std::set<std::string> silent;
+  for (const Failing which : {Failing::One, Failing::Growing}) {
+    for (int number = 1;; ++number) {
+      StubRun run;
+      Prepare(run);
+      const auto failing =
+          std::make_unique<FailingCalls>(which, number, which == Failing::One ? EIO : ENOSPC);
+      const Outcome outcome = Do(run);
+      const std::string call = WithoutPlace(run, FailingCalls::First());
+      if (call.empty()) {
+        EXPECT_GT(number, 2) << "the calls aren't led to where they fail";
+        break;
+      }
+      SCOPED_TRACE(call +
+                   (which == Failing::One ? ", once" : ", and all that take room behind it"));
+      EXPECT_FALSE(outcome.tree.contains("Tool.zip") && GetParam().name != "Split");
+      if (which == Failing::One && !outcome.Has(whole) && outcome.told.empty()) {
+        silent.insert(call);
+      }
+    }
+  }
+  EXPECT_EQ(silent, GetParam().silent);
+}
+
+INSTANTIATE_TEST_SUITE_P(Works, Faults, testing::ValuesIn(Works()),
+                         [](const auto& tested) { return tested.param.name; });
+
+}  // namespace
+}  // namespace zephin::test
