@@ -24,7 +24,7 @@ class ZephinStubWindow : public Window {
   String fMessage;                  ///< The main window's text.
   String fPicturePixelStr;          ///< Pixel string of the picture at the top left.
   String fURLActual;                ///< Target of the link.
-  std::int64_t fLogoWidth = 0;      ///< Of the pixel string, in pixels; so are the five below.
+  std::int64_t fLogoWidth = 0;      ///< Of a pixel string, in pixels, as all widths and heights.
   std::int64_t fLogoHeight = 0;
   std::int64_t fPictureWidth = 0;
   std::int64_t fPictureHeight = 0;
@@ -36,7 +36,7 @@ class ZephinStubWindow : public Window {
   /// The bare name of the folder to install; its full path once the place is known (with "Patch"
   /// behind it in a patch), and empty when the user gave no place.
   String fTargetFolder;
-  String fExecuteBeforeName;   ///< Program run before the window is set up; rewritten likewise.
+  String fExecuteBeforeName;   ///< Program run first of all; rewritten by SpecialPath.
   String fBackgroundPixelStr;  ///< Pixel string of the window's backdrop.
   std::int64_t fBackgroundHeight = 0;
   std::int64_t fBackgroundWidth = 0;
@@ -71,7 +71,6 @@ class ZephinStubWindow : public Window {
   virtual Ref<Label> CopyrightLabel() const { return Named<Label>("CopyrightLabel"); }
   virtual Ref<PushButton> InfoBtn() const { return Named<PushButton>("InfoBtn"); }
 
-  // app/
   virtual void QuitBtn_Action(PushButton& button);
   virtual void InstallBtn_Action(PushButton& button);
   /// Opens the publisher's address. Always false: the window stays as it is.
@@ -87,11 +86,14 @@ class ZephinStubWindow : public Window {
   virtual void ZipFileProcess(const String& zipPath, const Ref<FolderItem>& zipItem);
   /// Reads the setup record into the fields. False if there is none; the fields stay as they were.
   [[nodiscard]] virtual bool ReadData();
+  /// All between the window's making and its showing: the record, the gates, the before-program,
+  /// texts and pictures. Ends the run if one of them says so.
   virtual void DoStartup();
   /// The install, from the first page to the end of the process; returns if the user refuses.
   virtual void OKBtnClicked();
   /// The publisher's wording if it isn't empty, else the program's.
   virtual String CustomLabel(const String& builtIn, const String& custom) const;
+  /// Shows the publisher's page about the product.
   virtual void InfoBtnClicked();
   /// Asks for the folder to install into, opening at `defaultPath`. Its path without a trailing
   /// separator; empty if it can't be written (after a message) and for the root; on a cancel empty
@@ -121,6 +123,7 @@ class ZephinStubWindow : public Window {
                                 const String& installedPath);
   /// Starts the after-program, if there is one, and deletes the archive, however long that takes.
   virtual void ZipFileDelete(const String& zipPath, const Ref<FolderItem>& launchItem);
+  /// Tells in the window that the install is going on, painted before it returns.
   virtual void ShowInstallinProgress();
   /// The form of CombineSplitSetup that writes nothing until every piece has been read. Unused.
   virtual void CombineSplitSetupX(const String& firstPartPath, const String& zipPath);

@@ -61,14 +61,14 @@ String UserInterface() {
   return {make_setup::PictureTriple(picture), Encoding::None};
 }
 
-/// No two neighbours alike, as in a photograph.
+/// Digits alone, without a run, as a photograph gives them.
 String Photograph() {
-  make_setup::PixelRows picture{kWidth, kHeight, std::string(3UL * kWidth * kHeight, '\0')};
+  std::string digits(6UL * kWidth * kHeight, '\0');
   std::mt19937 random(2);
-  for (char& byte : picture.rgb) {
-    byte = static_cast<char>(random());
+  for (char& digit : digits) {
+    digit = "0123456789ABCDEF"[random() % 16];
   }
-  return {make_setup::PictureTriple(picture), Encoding::None};
+  return {std::move(digits), Encoding::None};
 }
 
 String PixelsOf(const String& triple) {

@@ -41,7 +41,7 @@ void TChoiceDlg::CreateControls() {
 
 void TChoiceDlg::_CreateControls0() {
   for (int i = 0; i < kSelectionRows; ++i) {
-    const Ref<RadioButton> row = Add<RadioButton>(kChoiceRow, RowPlace(i), i);
+    const auto row = Add<zephin::ChoiceRadio>(kChoiceRow, RowPlace(i), i);
     row->SetCaption("Untitled");
     row->SetTabIndex(i);
     row->SetLockedEdges(kTopLeft);
@@ -57,8 +57,8 @@ void TChoiceDlg::_CreateControls0() {
   goOn->Action = [this](PushButton& button) { ContinueBtn_Action(button); };
 }
 
-Ref<RadioButton> TChoiceDlg::ChoiceRadio(int index) const {
-  return Named<RadioButton>(kChoiceRow, index);
+Ref<ChoiceRadio> TChoiceDlg::ChoiceRadio(int index) const {
+  return Named<zephin::ChoiceRadio>(kChoiceRow, index);
 }
 
 void TChoiceDlg::QuitBtn_Action(PushButton& /*button*/) {
@@ -89,15 +89,15 @@ void TOptionsDlg::_CreateControls0() {
   goOn->SetTabIndex(1);
   goOn->Action = [this](PushButton& button) { ContinueBtn_Action(button); };
   for (int i = 0; i < kSelectionRows; ++i) {
-    const Ref<CheckBox> row = Add<CheckBox>(kOptionRow, RowPlace(i), i);
+    const auto row = Add<zephin::OptionCheckBox>(kOptionRow, RowPlace(i), i);
     row->SetCaption("Untitled");
     row->SetTabIndex(i + 2);
     row->SetLockedEdges(kTopLeft);
   }
 }
 
-Ref<CheckBox> TOptionsDlg::OptionCheckBox(int index) const {
-  return Named<CheckBox>(kOptionRow, index);
+Ref<OptionCheckBox> TOptionsDlg::OptionCheckBox(int index) const {
+  return Named<zephin::OptionCheckBox>(kOptionRow, index);
 }
 
 void TOptionsDlg::QuitBtn_Action(PushButton& /*button*/) {

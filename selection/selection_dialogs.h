@@ -11,6 +11,18 @@ namespace zephin {
 /// How many rows either dialog has.
 inline constexpr int kSelectionRows = 10;
 
+/// A row of the choice dialog.
+class ChoiceRadio final : public RadioButton {
+ public:
+  using RadioButton::RadioButton;
+};
+
+/// A row of the option dialog.
+class OptionCheckBox final : public CheckBox {
+ public:
+  using CheckBox::CheckBox;
+};
+
 /// Picks one of up to ten choices.
 class TChoiceDlg : public Window {
  public:
@@ -24,7 +36,7 @@ class TChoiceDlg : public Window {
 
  public:
   /// Row `index`, from 0; nil past the last.
-  virtual Ref<RadioButton> ChoiceRadio(int index) const;
+  virtual Ref<zephin::ChoiceRadio> ChoiceRadio(int index) const;
   virtual Ref<PushButton> QuitBtn() const { return Named<PushButton>("QuitBtn"); }
   virtual Ref<PushButton> ContinueBtn() const { return Named<PushButton>("ContinueBtn"); }
   virtual void QuitBtn_Action(PushButton& button);
@@ -46,7 +58,7 @@ class TOptionsDlg : public Window {
   virtual Ref<PushButton> QuitBtn() const { return Named<PushButton>("QuitBtn"); }
   virtual Ref<PushButton> ContinueBtn() const { return Named<PushButton>("ContinueBtn"); }
   /// Row `index`, from 0; nil past the last.
-  virtual Ref<CheckBox> OptionCheckBox(int index) const;
+  virtual Ref<zephin::OptionCheckBox> OptionCheckBox(int index) const;
   virtual void QuitBtn_Action(PushButton& button);
   virtual void ContinueBtn_Action(PushButton& button);
 };

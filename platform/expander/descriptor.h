@@ -32,7 +32,8 @@ class Descriptor {
   // Closes it and gives 0 or the system's error code: a disk may tell of a lost write only here.
   [[nodiscard]] int Close() {
     const int number = std::exchange(number_, -1);
-    return number >= 0 && ::close(number) != 0 ? errno : 0;
+    // An interruption has closed it, too.
+    return number >= 0 && ::close(number) != 0 && errno != EINTR ? errno : 0;
   }
 
  private:

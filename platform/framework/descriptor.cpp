@@ -37,7 +37,9 @@ int WriteAll(const Descriptor& target, const char* bytes, std::size_t count) {
     if (written > 0) {
       bytes += written;
       count -= static_cast<std::size_t>(written);
-    } else if (written < 0 && errno != EINTR) {
+    } else if (written == 0) {
+      return ENOSPC;
+    } else if (errno != EINTR) {
       return errno;
     }
   }

@@ -31,7 +31,9 @@ class Desktop {
   virtual ~Desktop() = default;
 
   // Windows. A window that was never shown may be named in any of these.
+  /// Shows the window at its place, with the keyboard focus; one that is shown stays as it is.
   virtual void ShowWindow(Window& window) = 0;
+  /// Hides the window, and lets a `RunModal` of it return.
   virtual void HideWindow(Window& window) = 0;
   /// Shows the window above all others of the program and returns when it has been hidden. The
   /// program's other windows take no input meanwhile.
@@ -58,11 +60,16 @@ class Desktop {
   // The session.
   /// The clipboard's text; empty if it holds none.
   virtual String ClipboardText() = 0;
+  /// An empty text leaves an empty text, not what was there before.
   virtual void SetClipboardText(const String& text) = 0;
   /// See `FolderItem::Launch`.
   virtual void LaunchItem(const FolderItem& item, bool activate) = 0;
+  /// Opens an address in the user's browser. One that is empty, or that a program would take for an
+  /// option of its own, opens nothing.
   virtual void OpenAddress(const String& address) = 0;
+  /// Brings the program's windows before those of other programs.
   virtual void BringToFront() = 0;
+  /// Over all windows of the program, until the next call.
   virtual void SetMouseCursor(MouseCursor cursor) = 0;
 
   // Time and events.

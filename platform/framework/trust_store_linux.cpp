@@ -9,7 +9,7 @@ namespace zephin {
 std::string SystemTrustStore() {
   // What the programs of a session agree on where its administrator has moved the store.
   const char* moved = std::getenv("SSL_CERT_FILE");
-  if (moved != nullptr && *moved != '\0') {
+  if (moved != nullptr && access(moved, R_OK) == 0) {
     return moved;
   }
   for (const char* place : {

@@ -75,6 +75,17 @@ TEST_F(Conflict, LengthInCharactersPicksTheSizeAndTheEndTakesItBack) {
   }
 }
 
+TEST_F(Conflict, ButtonsCloseUpToTheRightOfThoseThatAreHidden) {
+  const auto leftsWithout = [](auto hide) {
+    const Ref<MessageModal> window = MakeWindow<MessageModal>();
+    hide(*window)->SetVisible(false);
+    ViewConst::MessageModalStartSize(*window, Utf8(std::string(300, 'x')));
+    return std::vector{window->Btn1()->Left(), window->Btn2()->Left(), window->Btn3()->Left()};
+  };
+  EXPECT_EQ(leftsWithout([](MessageModal& w) { return w.Btn2(); }), (std::vector{380, 380, 472}));
+  EXPECT_EQ(leftsWithout([](MessageModal& w) { return w.Btn3(); }), (std::vector{472, 472, 472}));
+}
+
 TEST_F(Conflict, QuestionIsFittedAndAnsweredByItsCaptions) {
   Expect("Confirmation", "Go on?", kTiny, "Btn2");
   EXPECT_TRUE(GlobalsVk::YesNoDlg("Go on?"));

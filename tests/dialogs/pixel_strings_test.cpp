@@ -5,6 +5,7 @@
 
 #include <random>
 
+#include "dialogs/message_modal.h"
 #include "platform/framework/exceptions.h"
 #include "tests/support/stub_run.h"
 
@@ -105,7 +106,11 @@ TEST_F(PixelStrings, WhatIsNoPictureIsToldWithoutTakingItsMemory) {
   };
   const std::int64_t before = PeakMegabytes();
   for (const auto& [width, height, digits] : rows) {
-    run.desktop.ExpectWindow("Error Message", "Btn3");
+    run.desktop.ExpectWindow("Error Message", [](Window& shown) {
+      EXPECT_EQ(dynamic_cast<MessageModal&>(shown).MessageText()->Text().Bytes(),
+                "INSUFFICIENT RAM.\n\nUnable to process picture due to RAM shortage.");
+      ScriptedDesktop::Press(shown, "Btn3");
+    });
     EXPECT_TRUE(PixelStringToPicture(width, height, Utf8(digits)).IsNil()) << digits;
   }
   // The most that a string may stand for is still no failure.

@@ -60,15 +60,16 @@ TEST_F(ExpandFolder, ReplacesAnExistingFolderAsTheUserSays) {
   window.fPromptToReplace = true;
   for (const bool agrees : {false, true}) {
     WriteFile(chosen / "Tool/old", "o");
-    window.fLabels = Split("|||No!|||||||||Sure?||||||||||||||", "|");
+    window.fLabels = Split("|||No!|Yes!||||||Really?||Sure?||||||||||||||", "|");
     window.fTargetFolder = "Tool";
     run.desktop.milliseconds = 0;
     run.desktop.ExpectFolderDialog(chosen);
-    run.desktop.ExpectWindow("Confirmation", [this, agrees](Window& shown) {
+    run.desktop.ExpectWindow("Really?", [this, agrees](Window& shown) {
       auto& dialog = dynamic_cast<YesNoDialog&>(shown);
       EXPECT_EQ(dialog.ConfirmLabel1()->Text().Bytes(), "Destination folder already exists.");
       EXPECT_EQ(dialog.ConfirmLabel2()->Text().Bytes(), "Sure?");
       EXPECT_EQ(dialog.CancelBtn()->Caption().Bytes(), "No!");
+      EXPECT_EQ(dialog.OKBtn()->Caption().Bytes(), "Yes!");
       EXPECT_EQ(dialog.ConfirmLabel3()->Text().Bytes(), (chosen / "Tool").string());
       // Not said before the deletion.
       EXPECT_EQ(window.MessageLabel()->Text().Bytes(), "");
@@ -194,12 +195,52 @@ TEST_F(ExpandFolder, RelocationLeavesTheRestToTheCopy) {
   EXPECT_TRUE(fs::exists(run.scratch / "payload"));
 }
 
+TEST_F(ExpandFolder, PatchGoesThroughAFolderBesideTheInstalledOneWithoutAQuestion) {
+  WriteFile(run.scratch / "patch/new", "2");
+  run.SetPayload(run.scratch / "patch", "ToolPatch");
+  WriteFile(chosen / "Tool/new", "1");
+  WriteFile(chosen / "Tool/old", "o");
+  WriteFile(chosen / "ToolPatch/stale", "s");
+  window.fInstallationPatch = true;
+  window.fPromptToReplace = true;
+  // The list is obeyed when the patch's own folder has gone again.
+  window.fPostCopy =
+      Utf8("new=" + (run.Home() / "new").string() + "|delete=" + chosen.string() + "/Tool/old");
+  run.desktop.ExpectFolderDialog(chosen);
+  run.desktop.ExpectMessage("Install Error\n\nMissing File: new");
+  window.ExpandFolder();
+  EXPECT_EQ(Tree(chosen), (Expected{{"Tool", "/"}, {"Tool/new", "2"}}));
+  EXPECT_EQ(run.desktop.launched, std::vector<std::string>{zip});
+  EXPECT_EQ(window.fTargetFolder.Bytes(), (chosen / "ToolPatch").string());
+}
+
 TEST_F(ExpandFolder, PatchNeedsAnInstalledFolder) {
   window.fInstallationPatch = true;
   run.desktop.ExpectFolderDialog(chosen);
   run.desktop.ExpectMessage("Patch Failed.  No installation folder exists.");
   window.ExpandFolder();
   EXPECT_TRUE(fs::is_empty(chosen));
+}
+
+// What the copy that a split setup leaves in the temporary folder would do.
+TEST(ExpandFolderOfACopy, PiecesGoBeforeAPayloadInOneFile) {
+  StubRun run;
+  run.machine.temporaryFolder = run.Disk();
+  ZephinStubWindow& window = run.BareWindow();
+  window.fTargetFolder = "Tool";
+  WriteFile(run.scratch / "payload/new", "n");
+  run.SetPayload(run.scratch / "payload", "Tool");
+  const std::string payload = ReadFile(run.Resources() / "Data2");
+  WriteFile(run.Resources() / "Data2", "no archive");
+  WriteFile(run.Resources() / "Data#1", payload.substr(0, 50));
+  fs::create_directory(run.scratch / "Disc");
+  WriteFile(run.scratch / "Disc/Data#2", payload.substr(50, 50));
+  WriteFile(run.scratch / "Disc/Data#End", payload.substr(100));
+  run.desktop.clipboard = (run.scratch / "Disc").string() + "/";
+  fs::create_directory(run.scratch / "Chosen");
+  run.desktop.ExpectFolderDialog(run.scratch / "Chosen");
+  window.ExpandFolder();
+  EXPECT_EQ(Tree(run.scratch / "Chosen"), (Expected{{"Tool", "/"}, {"Tool/new", "n"}}));
 }
 
 }  // namespace

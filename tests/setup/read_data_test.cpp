@@ -121,6 +121,9 @@ TEST_F(ReadData, PagesAreMacRomanOrHexWithLineFeeds) {
       {"<html>plain bytes", "<html>plain bytes", Encoding::MacRoman},
       {"$HTML$A903", "\u03A9", Encoding::UTF8},
       {"$html$41004", "A", Encoding::UTF8},
+      // One unit that is none doesn't cost the page.
+      {"$HTML$410042", "A", Encoding::UTF8},
+      {"$HTML$00D841003DD800DE00DC", "\uFFFDA\U0001F600\uFFFD", Encoding::UTF8},
       // Six characters go from the start, wherever the marker stands.
       {"4100$HTML$4200", "\u74E6B", Encoding::UTF8},
       {"\u65E5\u672C\u8A9E\u65E5\u672C\u8A9E4100$HTML$00", "A\uE651t", Encoding::UTF8},

@@ -66,6 +66,27 @@ TEST_F(Files, CopyMeetsWhatStandsAtTheDestination) {
   }
 }
 
+TEST_F(Files, RenameReplacesAFileAndSaysYesToAMoveThatFails) {
+  // From, to, the answer and what then stands at the place.
+  const std::vector<std::array<const char*, 4>> rows{
+      {"file", "FILE", "no", "none"},  {"none", "file", "no", "old"},
+      {"file", "other", "yes", "old"}, {"file", "empty", "yes", "old"},
+      {"alias", "other", "yes", "/"},  {"file", "full", "yes", "/"},
+  };
+  for (const auto& [from, to, answer, content] : rows) {
+    Reset();
+    EXPECT_EQ(ViewConst::RenameFile(At(from), At(to)) ? "yes" : "no", std::string(answer)) << to;
+    const fs::path place = base / to;
+    EXPECT_EQ(!fs::exists(place)        ? "none"
+              : fs::is_directory(place) ? "/"
+                                        : ReadFile(place),
+              content)
+        << to;
+  }
+  EXPECT_FALSE(ViewConst::RenameFile(At("file"), "relative"));
+  EXPECT_TRUE(fs::exists(base / "full/old"));
+}
+
 TEST_F(Files, CopyFailsWithoutASourceAPlaceOrRoom) {
   Reset();
   const auto before = Tree(base);

@@ -67,7 +67,12 @@ fs::path StageNewTree(const PatchSource& patch, const fs::path& oldTree, const f
   }
   for (const TreeItem& item : ListTree(patch.overlay)) {
     const fs::path to = PlaceBelow(scratch, item.path);
-    if (item.kind == ItemKind::Folder) {
+    const bool isFolder = item.kind == ItemKind::Folder;
+    if (fs::exists(fs::symlink_status(to)) &&
+        fs::is_directory(fs::symlink_status(to)) != isFolder) {
+      throw SetupError("overlay: " + Quoted(item.path) + " is an item of another kind before");
+    }
+    if (isFolder) {
       fs::create_directories(to);
     } else {
       fs::remove(to);
@@ -80,7 +85,12 @@ fs::path StageNewTree(const PatchSource& patch, const fs::path& oldTree, const f
 fs::path StagePatch(const PatchSource& patch, const fs::path& scratch) {
   fs::path oldTree = patch.oldFolder;
   if (fs::exists(oldTree / "setup.json")) {
-    oldTree = StagePayload(ReadSetup(oldTree, {}), scratch / "old");
+    const Setup old = ReadSetup(oldTree, {});
+    if (old.patch) {
+      throw SetupError("old: " + Quoted(oldTree.string()) +
+                       " is a patch itself, so it doesn't tell what is installed");
+    }
+    oldTree = StagePayload(old, scratch / "old");
   }
   MakePatchTree(oldTree, StageNewTree(patch, oldTree, scratch / "new"), scratch / "patch");
   return scratch / "patch";

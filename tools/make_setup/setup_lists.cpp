@@ -57,7 +57,7 @@ Selection ReadEntry(Fields& entry, Download download, const fs::path& folder, Se
     return selection;
   }
   const std::string name = selection.source.substr(selection.source.rfind('/') + 1);
-  if (name.empty()) {
+  if (name.empty() || TextEquals(Utf8(name), ".zip")) {
     throw SetupError("source: an address must end in the name of a file");
   }
   if (entry.Has("content")) {
