@@ -4,12 +4,11 @@ import os
 import subprocess
 
 import case
+import walk_by_keys
+from hearing import faults_in
 from walkthrough import Walk
 
 _SAMPLES = os.path.join(case.ROOT, "samples")
-
-# What a user acts on or reads, by the roles that a screen reader tells.
-_TOLD = {"push button", "link", "label", "text", "check box", "radio button", "progress bar", "image"}
 
 
 class ListeningWalk(Walk):
@@ -24,9 +23,7 @@ class ListeningWalk(Walk):
         controls = [node for node in window.below() if "showing" in node.states]
         self.heard.setdefault(window.name, set()).update(
             (node.role, node.name) for node in controls)
-        for node in controls:
-            if node.role in _TOLD and not node.name.strip():
-                self.faults.append(f"{node.role} without a name in {window.tree()}")
+        self.faults += faults_in(window)
         case.wait_until(lambda: self.has_focus_in(window), "a focus", 30, window.tree)
 
     def has_focus_in(self, window):
@@ -37,12 +34,15 @@ class ListeningWalk(Walk):
 
 
 class Tour(case.InstallerTest):
-    def walk(self, sample, **values):
+    def make(self, sample, **values):
         bundle = os.path.join(self.folder, f"{sample}.app")
         settings = [word for name, value in values.items() for word in ("--set", f"{name}={value}")]
         subprocess.run([case.MAKE_SETUP, *settings, os.path.join(_SAMPLES, sample), case.STUB,
                         bundle], check=True)
-        run = self.open(bundle)
+        return bundle
+
+    def walk(self, sample, **values):
+        run = self.open(self.make(sample, **values))
         walk = ListeningWalk(self.screen, run, None, self.target)
         self.assertEqual(walk.run(), 0)
         self.assertEqual(walk.faults, [])
@@ -69,6 +69,17 @@ class Tour(case.InstallerTest):
         self.assertNotEqual(patched["Read me.txt"], installed["Read me.txt"])
         self.assertEqual(patched["Library"], installed["Library"])
         self.assertEqual(os.listdir(self.target), ["Juniper Notes"])
+
+    def test_tour_by_keys_alone(self):
+        run = self.open(self.make("tour"))
+        titles = walk_by_keys.Walk(self.screen, run.process, self.folder,
+                                   {"Where shall Juniper Notes live?": self.target}).run()
+        self.assertEqual(titles, ["Install", "Juniper Notes 2.1", "Before you install",
+                                  "The Juniper Notes agreement", "Pick a theme", "Add what you like",
+                                  "Where shall Juniper Notes live?",
+                                  "What is new in Juniper Notes 2.1"])
+        self.assert_ends(run)
+        self.assertIn("current.theme", self.installed("Juniper Notes")["Themes"])
 
 
 if __name__ == "__main__":
