@@ -7,14 +7,16 @@
 /// or a file can't be hidden, the install goes on.
 namespace zephin::ViewConst {
 
-/// Gives all users all rights on the item at `path`, by a shell command that waits. A folder's own
-/// mode changes, not that of what it holds. A path that gives no item is silent.
+/// Lets all users read and write the item at `path`, and enter it if it is a folder: mode 777 for a
+/// folder, 666 for a file, which can't be run as a program then. By a shell command that waits.
+/// A folder's own mode changes, not that of what it holds. A path that gives no item is silent.
 void AllUsersFullAccess(const String& path);
 
-/// The same for an item in hand, which may be nil. An alias means what it points to.
+/// Adds all rights of all users (ugo+rwx) to those of an item, which may be nil. An alias means what
+/// it points to.
 void AllUsersFullAccessOnMac(const Ref<FolderItem>& item);
 
-/// The same for an item of a tree that is being deleted, where an alias must not pass the rights on
+/// Adds them to an item of a tree that is being deleted, where an alias must not pass the rights on
 /// to a target that stays. By system call: a shell command for each item of a tree of 20,000 would
 /// take half a minute. The item must not be nil.
 void AllUsersFullAccessInTree(const Ref<FolderItem>& item);
