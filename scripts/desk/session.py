@@ -6,6 +6,7 @@ first bus that it has met. Any number of processes may have one at the same time
 """
 
 import os
+import re
 import shutil
 import signal
 import subprocess
@@ -65,11 +66,14 @@ class Session:
         launcher = next((path for path in _LAUNCHER if os.path.exists(path)), _LAUNCHER[0])
         self._run(launcher, "--launch-immediately")
         wait_until(_accessibility_is_up, "the accessibility bus")
-        self._run("openbox", "--sm-disable")
+        self._start_window_manager()
         self.display = xdisplay.Display()
         check = self.display.intern_atom("_NET_SUPPORTING_WM_CHECK")
         root = self.display.screen().root
         wait_until(lambda: root.get_full_property(check, X.AnyPropertyType), "the window manager")
+
+    def _start_window_manager(self):
+        self._run("openbox", "--sm-disable")
 
     def add_screen(self):
         """Starts an X server and gives its name. `kill_screen` takes one away."""
@@ -136,6 +140,25 @@ class Session:
                 server.wait()
         processes.end_descendants()
         shutil.rmtree(self.folder, ignore_errors=True)
+
+
+class WaylandSession(Session):
+    """A desktop of Wayland, which shows windows of X by a server of its own. It has no mouse and no
+    keyboard, and gives no pictures."""
+
+    def _start_window_manager(self):
+        pass  # The compositor is that, too.
+
+    def add_screen(self):
+        os.environ["WAYLAND_DISPLAY"] = "wayland-1"
+        os.environ["XDG_SESSION_TYPE"] = "wayland"
+        self._run("weston", "--backend=headless-backend.so", "--xwayland", "--no-config",
+                  "--idle-time=0", "--socket=" + os.environ["WAYLAND_DISPLAY"])
+        return wait_until(self._named_screen, "the compositor's X server", 30, self.logs)
+
+    def _named_screen(self):
+        found = re.search(r"xserver listening on display (:\d+)", self.logs())
+        return found and found[1]
 
 
 def _accessibility_is_up():

@@ -183,11 +183,11 @@ def _too_long(*_):
     raise Failure(f"the tests of this file took longer than {_LIMIT} s")
 
 
-def main():
-    """Runs the tests of the calling file on a desktop of their own."""
+def main(kind=Session):
+    """Runs the tests of the calling file on a desktop of their own, of that kind."""
     signal.signal(signal.SIGALRM, _too_long)
     signal.alarm(_LIMIT)
-    with Session() as session:
+    with kind() as session:
         InstallerTest.session = session
         InstallerTest.screen = Screen(session.display)
         runner = unittest.TextTestRunner(verbosity=2, resultclass=_Result)
