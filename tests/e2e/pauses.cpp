@@ -108,6 +108,7 @@ extern "C" int g_main_context_iteration(void* context, int mayBlock) {
 }
 
 // In a look, the wait for an event; what is done with the event comes behind it.
+// NOLINTNEXTLINE: the system's own declaration has reserved names
 extern "C" int poll(pollfd* files, nfds_t count, int milliseconds) {
   static auto* const next = Next<int(pollfd*, nfds_t, int)>("poll");
   const int result = next(files, count, milliseconds);

@@ -2,6 +2,7 @@
 bundle stays as it was made."""
 
 import os
+import shlex
 import shutil
 import subprocess
 import sys
@@ -122,6 +123,25 @@ class Places(case.InstallerTest):
         self.assertEqual({path: state[1:] for path, state in after.items()},
                          {path: state[1:] for path, state in before.items()})
         self.assertEqual(os.listdir(run.home), [], "left in the user's home")
+
+    def test_installs_from_a_disk_that_nothing_can_write_to(self):
+        bundle = self.bundle()
+        # Root, too, is refused there, which rights alone don't do.
+        script = ('mount --bind "$1" "$1" && mount -o remount,bind,ro "$1" && ! touch "$1/x" 2>&- '
+                  '&& exec "$2"')
+        own = ["unshare", "--mount", *(() if os.geteuid() == 0 else ("--user", "--map-root-user"))]
+        if subprocess.run([*own, "true"], check=False).returncode:
+            self.skipTest("no right to mount a disk")
+        start = os.path.join(self.folder, "start")
+        command = [*own, "sh", "-c", script, "sh", bundle, case.program_of(bundle)]
+        case.write_tree(self.folder, {"start": f"#!/bin/sh\nexec {shlex.join(command)}\n"})
+        os.chmod(start, 0o755)
+        run = case.Installer(self.screen, start, os.path.join(self.folder, "user"))
+        self.opened.append(run)
+        run.click("Install")
+        self.choose_folder(run)
+        self.assert_ends(run)
+        self.assertEqual(self.installed(), {"read me.txt": b"Hello"})
 
     def test_starts_from_a_path_of_any_letters(self):
         plain = self.bundle()
