@@ -41,6 +41,15 @@ class Tour(case.InstallerTest):
                         bundle], check=True)
         return bundle
 
+    @staticmethod
+    def content(*names):
+        """The bytes of a file; empty if there is none."""
+        path = os.path.join(*names)
+        if not os.path.exists(path):
+            return b""
+        with open(path, "rb") as file:
+            return file.read()
+
     def walk(self, sample, **values):
         run = self.open(self.make(sample, **values))
         walk = ListeningWalk(self.screen, run, None, self.target)
@@ -54,7 +63,7 @@ class Tour(case.InstallerTest):
         # The archive is made with the bundle, and asked for later.
         archive = os.path.join(self.folder, "templates.zip")
         pages["/templates.zip"] = lambda: open(archive, "rb").read()
-        run, heard = self.walk("tour", PORT=address.rpartition(":")[2])
+        run, heard = self.walk("tour", PORT=address.rpartition(":")[2], ASIDE=self.folder)
         self.assertEqual(asked, ["/templates.zip"])
         self.assert_opens(run, f"{address}/thanks.html")
         self.assertIn(("progress bar", "Progress"), heard["Juniper Notes 2.1"])
@@ -62,6 +71,13 @@ class Tour(case.InstallerTest):
         installed = self.installed("Juniper Notes")
         for name in ("Library", "Themes", "Dictionaries", "Templates", "Read me.txt"):
             self.assertIn(name, installed)
+        with open("/etc/os-release", "rb") as system:
+            self.assertEqual(system.read(), self.content(self.folder, "zephin-tour-system.txt"))
+        # The option that adds to the folder comes later.
+        self.assertEqual(os.listdir(os.path.join(self.folder, "zephin-tour/Templates")),
+                         ["Meeting.md"])
+        for name in ("Quick start.md", "juniper.cfg", "welcome.txt"):
+            case.wait_until(lambda name=name: self.content(run.home, "ZephinTour", name), name)
 
         self.walk("patch")
         patched = self.installed("Juniper Notes")
@@ -71,7 +87,7 @@ class Tour(case.InstallerTest):
         self.assertEqual(os.listdir(self.target), ["Juniper Notes"])
 
     def test_tour_by_keys_alone(self):
-        run = self.open(self.make("tour"))
+        run = self.open(self.make("tour", ASIDE=self.folder))
         titles = walk_by_keys.Walk(self.screen, run.process, self.folder,
                                    {"Where shall Juniper Notes live?": self.target}).run()
         self.assertEqual(titles, ["Install", "Juniper Notes 2.1", "Before you install",
