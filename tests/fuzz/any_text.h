@@ -3,9 +3,11 @@
 
 #include <fuzzer/FuzzedDataProvider.h>
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/framework/text.h"
 
@@ -37,22 +39,38 @@ inline constexpr std::array<std::string_view, 22> kPieces = {
     std::string_view("\0", 1),
     "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx"};
 
+/// The pieces that some bytes stand for, of a few kinds only. The largest bytes repeat a stretch
+/// from before: a search goes wrong, if at all, where a text resembles itself.
+inline std::string TextOfPieces(const std::string& bytes, Encoding encoding, std::size_t first,
+                                std::size_t kinds) {
+  constexpr std::size_t kMost = 400;
+  constexpr std::size_t kStretch = 8;
+  std::vector<std::size_t> numbers;
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    const std::size_t begin = byte < 0xC0 ? numbers.size() : byte % (numbers.size() + 1);
+    for (std::size_t i = begin; i < std::min(begin + kStretch, numbers.size()); ++i) {
+      numbers.push_back(numbers[i]);
+    }
+    numbers.push_back((first + byte % kinds) % kPieces.size());
+    if (numbers.size() > kMost) {
+      break;
+    }
+  }
+  std::string text;
+  for (const std::size_t number : numbers) {
+    text += ConvertEncoding(Utf8(std::string(kPieces[number])), encoding).View();
+  }
+  return text;
+}
+
 /// A text in any encoding, made of any bytes or of a few kinds of pieces.
 inline String AnyText(FuzzedDataProvider& data, std::size_t most) {
   const auto encoding = static_cast<Encoding>(data.ConsumeIntegralInRange(0, 3));
   const auto kinds = data.ConsumeIntegralInRange<std::size_t>(0, 6);
   const auto first = data.ConsumeIntegralInRange<std::size_t>(0, kPieces.size() - 1);
   const std::string bytes = data.ConsumeRandomLengthString(most);
-  if (kinds == 0) {
-    return {bytes, encoding};
-  }
-  std::string pieces;
-  for (const char byte : bytes) {
-    const std::size_t number = first + static_cast<unsigned char>(byte) % kinds;
-    const std::string_view piece = kPieces[number % kPieces.size()];
-    pieces += ConvertEncoding(Utf8(std::string(piece)), encoding).View();
-  }
-  return {pieces, encoding};
+  return {kinds == 0 ? bytes : TextOfPieces(bytes, encoding, first, kinds), encoding};
 }
 
 }  // namespace zephin::test

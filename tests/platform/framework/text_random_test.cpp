@@ -117,5 +117,24 @@ TEST(RandomTexts, CutAndJoinedNoByteIsLostInAnyBytes) {
   }
 }
 
+TEST(RandomTexts, ConvertedTheyComeBackAndWhatCannotBeConvertedIsLeftAlone) {
+  Dice dice;
+  int converted = 0;
+  for (int round = 0; round < 4000; ++round) {
+    const auto wanted = static_cast<Encoding>(dice.Below(4));
+    const String text = dice.Bytes(static_cast<Encoding>(round % 4), 3);
+    const String there = ConvertEncoding(text, wanted);
+    if (text.DeclaredEncoding() == None || wanted == None || there == text) {
+      ASSERT_EQ(there, text) << round;
+    } else {
+      ++converted;
+      ASSERT_EQ(there.DeclaredEncoding(), wanted) << round;
+      ASSERT_EQ(Len(there), Len(text)) << round;
+      ASSERT_EQ(ConvertEncoding(there, text.DeclaredEncoding()), text) << round;
+    }
+  }
+  EXPECT_GT(converted, 200);
+}
+
 }  // namespace
 }  // namespace zephin
