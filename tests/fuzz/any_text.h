@@ -39,6 +39,22 @@ inline constexpr std::array<std::string_view, 22> kPieces = {
     std::string_view("\0", 1),
     "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx"};
 
+/// A piece in an encoding, or its bytes as they are where that can't hold it.
+inline const std::string& PieceIn(Encoding encoding, std::size_t number) {
+  using Pieces = std::array<std::string, kPieces.size()>;
+  static const std::array<Pieces, 4> kTable = [] {
+    std::array<Pieces, 4> table;
+    for (std::size_t i = 0; i < table.size(); ++i) {
+      for (std::size_t j = 0; j < kPieces.size(); ++j) {
+        const String piece = Utf8(std::string(kPieces[j]));
+        table[i][j] = ConvertEncoding(piece, static_cast<Encoding>(i)).Bytes();
+      }
+    }
+    return table;
+  }();
+  return kTable[static_cast<std::size_t>(encoding)][number];
+}
+
 /// The pieces that some bytes stand for, of a few kinds only. The largest bytes repeat a stretch
 /// from before: a search goes wrong, if at all, where a text resembles itself.
 inline std::string TextOfPieces(const std::string& bytes, Encoding encoding, std::size_t first,
@@ -59,7 +75,7 @@ inline std::string TextOfPieces(const std::string& bytes, Encoding encoding, std
   }
   std::string text;
   for (const std::size_t number : numbers) {
-    text += ConvertEncoding(Utf8(std::string(kPieces[number])), encoding).View();
+    text += PieceIn(encoding, number);
   }
   return text;
 }
