@@ -5,8 +5,6 @@
 namespace zephin::test {
 namespace {
 
-constexpr std::uint32_t kRaw = 0x110000;
-
 std::uint32_t ByteOf(std::string_view bytes, std::size_t at) {
   return static_cast<unsigned char>(bytes[at]);
 }

@@ -12,6 +12,9 @@
 /// library to. No attention is paid to speed.
 namespace zephin::test {
 
+/// Numbers from here on stand for bytes that are no text.
+inline constexpr std::uint32_t kRaw = 0x110000;
+
 /// A character, numbered as encodings.h does it, and where it ends in its text.
 struct PlainCharacter {
   std::uint32_t code;

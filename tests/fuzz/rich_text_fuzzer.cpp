@@ -31,7 +31,7 @@ unsigned ValueOf(char c) {
   return digit >= '0' && digit <= '9' ? digit - '0' : digit >= 'A' ? digit - 'A' + 10U : digit;
 }
 
-/// The bytes of the digits as UTF-8 if they are UTF-16, else as they are.
+/// The UTF-16 of the digits as UTF-8, half a unit dropped, what is no character marked as lost.
 std::string FromDigits(const std::string& digits) {
   std::string bytes;
   for (std::size_t i = 0; i + 1 < digits.size(); i += 2) {
@@ -39,10 +39,10 @@ std::string FromDigits(const std::string& digits) {
   }
   std::string text;
   for (const PlainCharacter& character : PlainCharacters(bytes, Encoding::UTF16)) {
-    if (!IsScalar(character.code)) {
-      return bytes;
+    constexpr std::uint32_t kLost = 0xFFFD;
+    if (character.code < kRaw) {
+      text += PlainUtf8(IsScalar(character.code) ? character.code : kLost);
     }
-    text += PlainUtf8(character.code);
   }
   return text;
 }
