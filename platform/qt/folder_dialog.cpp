@@ -5,6 +5,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QTreeView>
 
 #include "platform/qt/qt_string.h"
@@ -42,6 +43,20 @@ QString NearestFolder(const FolderItem& folder) {
   return path.isEmpty() ? QDir::rootPath() : path;
 }
 
+/// The folder that the user has accepted; empty if there is none.
+QString AcceptedFolder(const QFileDialog& dialog) {
+  // The field says what was typed or picked. While a path is being typed, the list selects each
+  // folder on the way, and gives the first of them for the one that was meant.
+  const auto* field = dialog.findChild<QLineEdit*>(QLatin1String("fileNameEdit"));
+  if (field != nullptr && !field->text().isEmpty()) {
+    const QFileInfo named(dialog.directory(), field->text());
+    if (named.isDir()) {
+      return named.absoluteFilePath();
+    }
+  }
+  return dialog.selectedFiles().value(0);
+}
+
 }  // namespace
 
 Ref<FolderItem> RunFolderDialog(const SelectFolderDialog& model, QWidget* over) {
@@ -58,10 +73,11 @@ Ref<FolderItem> RunFolderDialog(const SelectFolderDialog& model, QWidget* over) 
     dialog.setDirectory(NearestFolder(*model.InitialDirectory()));
   }
   Simplify(dialog);
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+  const QString accepted = dialog.exec() == QDialog::Accepted ? AcceptedFolder(dialog) : "";
+  if (accepted.isEmpty()) {
     return nullptr;
   }
-  const QString path = QDir(dialog.selectedFiles().constFirst()).absolutePath();
+  const QString path = QDir(accepted).absolutePath();
   return MakeRef<FolderItem>(QFile::encodeName(QDir::cleanPath(path)).toStdString());
 }
 
