@@ -16,7 +16,6 @@ import sys
 
 import elf
 import hollow
-import icu_data
 
 FROM_SYSTEM = {"libc.so.6", "libm.so.6", "libdl.so.2", "libpthread.so.0", "librt.so.1",
                "libresolv.so.2", "ld-linux-x86-64.so.2", "ld-linux-aarch64.so.1",
@@ -24,12 +23,14 @@ FROM_SYSTEM = {"libc.so.6", "libm.so.6", "libdl.so.2", "libpthread.so.0", "librt
 
 # Linked, but never used here: OpenGL by windows that are drawn without it; by downloads over HTTP the
 # other protocols, the proof of identity by Kerberos and the suffixes for cookies; by a client of
-# a message bus the library of services; a kind of checksum.
+# a message bus the library of services; a kind of checksum. Of the Unicode library's 35 MB only the
+# order of names in the folder dialog is used, for which a few lines stand in.
 NEVER_USED = {"libEGL.so.1", "libOpenGL.so.0", "libGLX.so.0",
               "libldap-2.5.so.0", "liblber-2.5.so.0", "librtmp.so.1", "libssh2.so.1",
               "libgssapi_krb5.so.2", "libpsl.so.5",
               "libsystemd.so.0",
-              "libb2.so.1"}
+              "libb2.so.1",
+              "libicui18n.so.72", "libicuuc.so.72"}
 
 # The display, and letters that take several keys.
 PLUGINS = ("platforms/libqxcb.so",
@@ -82,18 +83,10 @@ def look_in(frameworks, program):
                    check=True)
 
 
-def copy_library(path, to):
-    if os.path.basename(to).startswith("libicudata."):
-        icu_data.make(path, to)
-    else:
-        shutil.copyfile(path, to)
-
-
 def check_tools():
     if not os.path.exists(FONT):
         sys.exit(f"{FONT} (of Debian's package fonts-dejavu-core) is not there.")
-    for tool, package in (("patchelf", "patchelf"), (icu_data.TOOL, "icu-devtools"),
-                          ("cc", "gcc"), ("strip", "binutils")):
+    for tool, package in (("patchelf", "patchelf"), ("cc", "gcc"), ("strip", "binutils")):
         if not shutil.which(tool):
             sys.exit(f"{tool} (of Debian's package {package}) is not there. Without it, configure "
                      "with -DZEPHIN_BUNDLE_LIBRARIES=OFF; the bundle then runs on this machine.")
@@ -108,7 +101,7 @@ def main(bundle, qt_plugins):
     plugins = {name: os.path.join(qt_plugins, name) for name in PLUGINS}
     whole, empty = closure(programs + list(plugins.values()))
     for name, path in whole.items():
-        copy_library(path, os.path.join(frameworks, name))
+        shutil.copyfile(path, os.path.join(frameworks, name))
     for name, path in empty.items():
         hollow.make(path, [*whole.values(), *programs], os.path.join(frameworks, name))
     for name, path in plugins.items():

@@ -85,9 +85,16 @@ class Settings(case.InstallerTest):
         for name in names:
             os.mkdir(os.path.join(self.folder, name))
         for language, order in (("sv_SE.UTF-8", ["Apple", "file 9", "file 10", "Zebra", "Ägg"]),
-                                ("de_DE.UTF-8", ["Ägg", "Apple", "file 9", "file 10", "Zebra"])):
+                                ("de_DE.UTF-8", ["Ägg", "Apple", "file 9", "file 10", "Zebra"]),
+                                # One that the system doesn't have.
+                                ("pl_PL.UTF-8", ["Apple", "file 9", "file 10", "Zebra", "Ägg"])):
             with self.subTest(language):
-                run = self.open(settings={"LC_ALL": language, "LANG": language})
+                locales = os.path.join(self.folder, "user", "locales")
+                os.makedirs(locales, exist_ok=True)
+                if not language.startswith("pl"):
+                    subprocess.run(["localedef", "-i", language.partition(".")[0], "-f", "UTF-8",
+                                    os.path.join(locales, language)], check=True)
+                run = self.open(settings={"LC_ALL": language, "LANG": language, "LOCPATH": locales})
                 run.click("Install")
 
                 def listed():
