@@ -75,7 +75,7 @@ function(zephin_fuzzer name)
   set(found ${CMAKE_CURRENT_BINARY_DIR}/found_${name})
   file(MAKE_DIRECTORY ${found})
   add_test(NAME ${name}
-    COMMAND ${name} -max_total_time=30 -timeout=20 -rss_limit_mb=1024 -print_final_stats=1
+    COMMAND ${name} -max_total_time=30 -timeout=60 -rss_limit_mb=1024 -print_final_stats=1
       ${ARG_OPTIONS} ${found} ${CMAKE_CURRENT_SOURCE_DIR}/corpus/${name})
-  set_tests_properties(${name} PROPERTIES LABELS fuzz TIMEOUT 120)
+  set_tests_properties(${name} PROPERTIES LABELS fuzz TIMEOUT 180)
 endfunction()
