@@ -6,6 +6,8 @@ namespace {
 constexpr const char* kChoiceRow = "ChoiceRadio";
 constexpr const char* kOptionRow = "OptionCheckBox";
 constexpr Locks kTopLeft{.left = true, .top = true};
+constexpr Bounds kQuitPlace{148, 343, 80, 20};
+constexpr Bounds kContinuePlace{240, 343, 80, 20};
 
 Bounds RowPlace(int row) {
   constexpr int kFirstTop = 14;
@@ -29,6 +31,19 @@ void End(Dialog& dialog, const char* word) {
   dialog.Hide();
 }
 
+/// Captions and handlers of the buttons, which come at `firstTab` and behind it in the tab order.
+template <class Dialog>
+void SetUpButtons(Dialog& dialog, int firstTab, const Ref<PushButton>& quit,
+                  const Ref<PushButton>& goOn) {
+  quit->SetCaption("Quit");
+  quit->SetTabIndex(firstTab);
+  quit->Action = [&dialog](PushButton& button) { dialog.QuitBtn_Action(button); };
+  goOn->SetCaption("Continue");
+  goOn->SetDefault(true);
+  goOn->SetTabIndex(firstTab + 1);
+  goOn->Action = [&dialog](PushButton& button) { dialog.ContinueBtn_Action(button); };
+}
+
 }  // namespace
 
 void TChoiceDlg::Layout() {
@@ -46,15 +61,8 @@ void TChoiceDlg::_CreateControls0() {
     row->SetTabIndex(i);
     row->SetLockedEdges(kTopLeft);
   }
-  const Ref<PushButton> quit = Add<PushButton>("QuitBtn", {148, 343, 80, 20});
-  quit->SetCaption("Quit");
-  quit->SetTabIndex(10);
-  quit->Action = [this](PushButton& button) { QuitBtn_Action(button); };
-  const Ref<PushButton> goOn = Add<PushButton>("ContinueBtn", {240, 343, 80, 20});
-  goOn->SetCaption("Continue");
-  goOn->SetDefault(true);
-  goOn->SetTabIndex(11);
-  goOn->Action = [this](PushButton& button) { ContinueBtn_Action(button); };
+  SetUpButtons(*this, 10, Add<PushButton>("QuitBtn", kQuitPlace),
+               Add<PushButton>("ContinueBtn", kContinuePlace));
 }
 
 Ref<ChoiceRadio> TChoiceDlg::ChoiceRadio(int index) const {
@@ -79,15 +87,8 @@ void TOptionsDlg::CreateControls() {
 
 void TOptionsDlg::_CreateControls0() {
   // The buttons come first in the tab order here, and last in the choice dialog.
-  const Ref<PushButton> quit = Add<PushButton>("QuitBtn", {148, 343, 80, 20});
-  quit->SetCaption("Quit");
-  quit->SetTabIndex(0);
-  quit->Action = [this](PushButton& button) { QuitBtn_Action(button); };
-  const Ref<PushButton> goOn = Add<PushButton>("ContinueBtn", {240, 343, 80, 20});
-  goOn->SetCaption("Continue");
-  goOn->SetDefault(true);
-  goOn->SetTabIndex(1);
-  goOn->Action = [this](PushButton& button) { ContinueBtn_Action(button); };
+  SetUpButtons(*this, 0, Add<PushButton>("QuitBtn", kQuitPlace),
+               Add<PushButton>("ContinueBtn", kContinuePlace));
   for (int i = 0; i < kSelectionRows; ++i) {
     const auto row = Add<zephin::OptionCheckBox>(kOptionRow, RowPlace(i), i);
     row->SetCaption("Untitled");

@@ -5,24 +5,19 @@
 
 #include <cstddef>
 #include <memory>
-#include <new>
 
 namespace zephin::expander {
 
 class Block {
  public:
   explicit Block(std::size_t size)
-      : bytes_(static_cast<char*>(::operator new(size))), size_(size) {}
+      : bytes_(std::make_unique_for_overwrite<char[]>(size)), size_(size) {}
 
   char* Data() const { return bytes_.get(); }
   std::size_t Size() const { return size_; }
 
  private:
-  struct Release {
-    void operator()(char* bytes) const { ::operator delete(bytes); }
-  };
-
-  std::unique_ptr<char, Release> bytes_;
+  std::unique_ptr<char[]> bytes_;
   std::size_t size_;
 };
 

@@ -21,6 +21,11 @@ namespace {
 
 constexpr std::size_t kBlock = 1U << 20U;
 
+struct EndAtExit {
+  Relay& relay;
+  ~EndAtExit() { relay.End(); }
+};
+
 // One thread's tools, and the way of one file from the archive to the disk.
 class FileWriter {
  public:
@@ -137,7 +142,7 @@ int FileWriter::WriteThroughRelay(const Entry& entry, EntryStream& stream, Outpu
   }
   Relay relay(kBlocks, kBlock);
   int writeCode = 0;
-  std::thread writer([&] {
+  std::jthread writer([&] {
     while (const auto data = relay.Full()) {
       writeCode = file.Write(data->data(), data->size());
       if (writeCode != 0) {
@@ -147,6 +152,8 @@ int FileWriter::WriteThroughRelay(const Entry& entry, EntryStream& stream, Outpu
       relay.GiveBack();
     }
   });
+  // Also if the reading raises: the writer waits for it.
+  const EndAtExit end{relay};
   std::optional<std::size_t> size = 0;
   bool ended = false;
   while (!ended && Wanted(file)) {

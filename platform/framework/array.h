@@ -18,7 +18,6 @@ class Array {
 
   std::int64_t Count() const { return static_cast<std::int64_t>(entries_.size()); }
   /// Index of the last entry; -1 for an empty list.
-  std::int64_t LastIndex() const { return Count() - 1; }
   void Append(T entry) { entries_.push_back(std::move(entry)); }
 
   const T& operator()(std::int64_t index) const {

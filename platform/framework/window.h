@@ -68,7 +68,6 @@ class Window {
   void SetBackdrop(Ref<Picture> picture) { Set(backdrop_, std::move(picture)); }
   const Ref<MenuBar>& Menus() const { return menuBar_; }
   void SetMenuBar(Ref<MenuBar> menuBar) { Set(menuBar_, std::move(menuBar)); }
-  bool MenuBarVisible() const { return menuBarVisible_; }
   void SetMenuBarVisible(bool visible) { Set(menuBarVisible_, visible); }
 
   bool Visible() const { return visible_; }

@@ -66,21 +66,17 @@ QtDesktop::QtDesktop(int argc, char** argv)
   application_->installEventFilter(keys_.get());
 }
 
-QtDesktop::~QtDesktop() {
-  for (const auto& [model, peer] : peers_) {
-    delete peer;
-  }
-}
+QtDesktop::~QtDesktop() = default;
 
 WindowPeer* QtDesktop::Find(const Window& window) const {
   const auto found = peers_.find(&window);
-  return found == peers_.end() ? nullptr : found->second;
+  return found == peers_.end() ? nullptr : found->second.get();
 }
 
 WindowPeer& QtDesktop::FindOrMake(Window& window) {
-  WindowPeer*& peer = peers_[&window];
+  auto& peer = peers_[&window];
   if (peer == nullptr) {
-    peer = new WindowPeer(window);
+    peer = std::make_unique<WindowPeer>(window);
   }
   return *peer;
 }
@@ -91,7 +87,7 @@ QWidget* QtDesktop::TopWindow() const {
   }
   for (const auto& [model, peer] : peers_) {
     if (peer->isVisible()) {
-      return peer;
+      return peer.get();
     }
   }
   return nullptr;
@@ -168,11 +164,10 @@ void QtDesktop::ControlChanged(Control& control) {
 }
 
 void QtDesktop::ForgetWindow(Window& window) {
-  if (WindowPeer* peer = Find(window)) {
-    peers_.erase(&window);
-    peer->Forget();
+  if (auto found = peers_.extract(&window)) {
+    found.mapped()->Forget();
     // One of its handlers may be what lets the window go.
-    peer->deleteLater();
+    found.mapped().release()->deleteLater();
   }
 }
 

@@ -72,7 +72,7 @@ class QtDesktop final : public Desktop {
   std::unique_ptr<QApplication> application_;
   std::unique_ptr<KeyFilter> keys_;
   std::unique_ptr<SessionClipboard> clipboard_;
-  std::map<const Window*, WindowPeer*> peers_;
+  std::map<const Window*, std::unique_ptr<WindowPeer>> peers_;
 };
 
 }  // namespace zephin

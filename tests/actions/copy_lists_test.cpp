@@ -40,9 +40,9 @@ Changes Compare(const std::map<std::string, std::string>& before,
 }
 
 /// A machine on which "Tool" has been installed.
-class Machine1 : public StubRun {
+class InstalledMachine : public StubRun {
  public:
-  Machine1() {
+  InstalledMachine() {
     WriteFile(scratch / "Tool/Readme.txt", "read");
     WriteFile(scratch / "Tool/Docs/a", "a");
     WriteFile(scratch / "Tool/Docs/sub/b", "b");
@@ -66,7 +66,7 @@ template <class Method>
 void Check(const std::vector<Row>& rows, Method method) {
   for (const Row& row : rows) {
     SCOPED_TRACE(row.list);
-    Machine1 run;
+    InstalledMachine run;
     run.SetList(row.list);
     for (const std::string& detail : row.messages) {
       run.desktop.ExpectMessage("Install Error\n\n" + detail);
@@ -155,7 +155,7 @@ TEST(PostInstallCopy, DeletesQuietlyAndTellsOfEntriesThatMeanNothing) {
 }
 
 TEST(PostInstallCopy, FileInTheWayOfAFolderChainIsToldBeforeTheFailedCopy) {
-  Machine1 run;
+  InstalledMachine run;
   run.SetList("Readme.txt=@/there/file/deep/new|Docs/a=@/there/a");
   run.desktop.ExpectWindow("Error Message", "Btn3");
   run.desktop.ExpectMessage("Install Error\n\n" + kReadFailed);
@@ -165,7 +165,7 @@ TEST(PostInstallCopy, FileInTheWayOfAFolderChainIsToldBeforeTheFailedCopy) {
 }
 
 TEST(PostInstallCopy, LinkMeansItsTargetForRightsAndItselfForDeletion) {
-  Machine1 run;
+  InstalledMachine run;
   const auto setRights = [&run](fs::perms rights) {
     fs::permissions(run.scratch / "there/folder", rights);
   };
