@@ -23,13 +23,17 @@ FROM_SYSTEM = {"libc.so.6", "libm.so.6", "libdl.so.2", "libpthread.so.0", "librt
 
 # Linked, but never used here: OpenGL by windows that are drawn without it; by downloads over HTTP the
 # other protocols, the proof of identity by Kerberos and the suffixes for cookies; by a client of
-# a message bus the library of services; a kind of checksum. Of the Unicode library's 35 MB only the
-# order of names in the folder dialog is used, for which a few lines stand in.
+# a message bus the library of services; a kind of checksum; a kind of compression for data that the
+# toolkit and servers could hold. Of the Unicode library's 35 MB only the order of names in the folder
+# dialog is used, and of the library of international domain names one function: for both a few
+# lines stand in.
 NEVER_USED = {"libEGL.so.1", "libOpenGL.so.0", "libGLX.so.0",
               "libldap-2.5.so.0", "liblber-2.5.so.0", "librtmp.so.1", "libssh2.so.1",
               "libgssapi_krb5.so.2", "libpsl.so.5",
               "libsystemd.so.0",
               "libb2.so.1",
+              "libzstd.so.1",
+              "libidn2.so.0",
               "libicui18n.so.72", "libicuuc.so.72"}
 
 # The display, and letters that take several keys.

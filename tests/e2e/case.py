@@ -132,14 +132,17 @@ class InstallerTest(unittest.TestCase):
         wait_until(lambda: len(run.opened()) >= len(addresses), f"{addresses} to be opened")
         self.assertEqual(run.opened(), list(addresses))
 
-    def serve(self, pages):
+    def serve(self, pages, hosts=None):
         """Serves bytes by their paths, or what gives them, on loopback. Gives the address, without a slash at its end,
-        and the list of the paths that are asked for, which grows."""
+        and the list of the paths that are asked for, which grows. So does `hosts`, by the names under
+        which the server is asked."""
         asked = []
 
         class Handler(http.server.BaseHTTPRequestHandler):
             def do_GET(self):
                 asked.append(self.path)
+                if hosts is not None:
+                    hosts.append(self.headers["Host"].partition(":")[0])
                 body = pages.get(self.path)
                 body = body() if callable(body) else body
                 self.send_response(200 if body is not None else 404)

@@ -150,6 +150,21 @@ class Places(case.InstallerTest):
         self.assert_ends(run)
         self.assertEqual(self.installed(), {"read me.txt": b"Hello"})
 
+    def test_downloads_from_a_host_of_other_letters_than_asciis(self):
+        pages, hosts = {}, []
+        address, _ = self.serve(pages, hosts)
+        host = address.replace("127.0.0.1", "bücher.localhost")  # Which is this machine by its end.
+        run = self.open(files={"songs": {"a": os.urandom(20000)}}, fInstallOptions=[
+            {"caption": "Songs", "source": host + "/a.zip", "content": "songs"}])
+        pages["/a.zip"] = lambda: open(os.path.join(self.folder, "a.zip"), "rb").read()
+        run.press("Install")
+        run.press("Songs")
+        run.press("Continue", within=run.window("Select Options"))
+        self.choose_folder(run)
+        self.assert_ends(run)
+        self.assertEqual(hosts, ["xn--bcher-kva.localhost"])
+        self.assertIn("a", self.installed())
+
     def test_starts_from_a_path_of_any_letters(self):
         plain = self.bundle()
         for name in ("it's $(x) \"a\" : ; \\ é 日本", "line\nfeed"):
