@@ -99,6 +99,8 @@ class Alive(case.InstallerTest):
         run.press("Install")
         self.choose_folder(run)
         self.assert_alive(lambda: run.find("Progress", "progress bar", seconds=300), run)
+        self.assertFalse(os.path.exists(os.path.join(installed, "large")))
+        self.assertIn("Tool.zip", os.listdir(self.target))
         bar = run.find("Progress", "progress bar")
         self.assert_alive(lambda: wait_until(lambda: bar.value[0] > 300, "the bar to fill"), run)
         run.press("Quit")

@@ -3,7 +3,6 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
-#include <poll.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -12,6 +11,8 @@
 #include <cstdint>
 #include <cstdlib>
 #include <ctime>
+
+struct pollfd;
 
 namespace {
 
@@ -108,9 +109,8 @@ extern "C" int g_main_context_iteration(void* context, int mayBlock) {
 }
 
 // In a look, the wait for an event; what is done with the event comes behind it.
-// NOLINTNEXTLINE: the system's own declaration has reserved names
-extern "C" int poll(pollfd* files, nfds_t count, int milliseconds) {
-  static auto* const next = Next<int(pollfd*, nfds_t, int)>("poll");
+extern "C" int poll(pollfd* files, unsigned long count, int milliseconds) {
+  static auto* const next = Next<int(pollfd*, unsigned long, int)>("poll");
   const int result = next(files, count, milliseconds);
   if (Watched() && pollIsDue) {
     pollIsDue = false;
