@@ -37,6 +37,18 @@ def fingerprint(root, command, files, checks):
     return state.hexdigest()
 
 
+def rules_for(root, folder):
+    """The files that say which checks there are in a folder: those of the folders above it, too."""
+    found, place = b"", os.path.join(root, folder)
+    while place.startswith(root):
+        path = os.path.join(place, ".clang-tidy")
+        if os.path.exists(path):
+            with open(path, "rb") as rules:
+                found += rules.read()
+        place = os.path.dirname(place)
+    return found
+
+
 def main(root, build, folder):
     with open(os.path.join(build, "compile_commands.json"), encoding="utf-8") as commands:
         entries = [entry for entry in json.load(commands)
@@ -49,8 +61,7 @@ def main(root, build, folder):
         entry["object"] = words[words.index("-o") + 1]
     included = included_by(build, [entry["object"] for entry in entries])
     version = subprocess.run(["clang-tidy", "--version"], check=True, stdout=subprocess.PIPE).stdout
-    with open(os.path.join(root, ".clang-tidy"), "rb") as rules:
-        checks = version + rules.read()
+    checks = version + rules_for(root, folder)
     stamps = os.path.join(build, "tidy")
     os.makedirs(stamps, exist_ok=True)
     failed = 0
