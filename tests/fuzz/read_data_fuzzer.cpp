@@ -63,7 +63,7 @@ constexpr std::array kPages{
 class Bundle {
  public:
   Bundle() {
-    std::string pattern = "/dev/shm/record-fuzzer-XXXXXX";
+    std::string pattern = "/dev/shm/read-data-fuzzer-XXXXXX";
     Require(mkdtemp(pattern.data()) != nullptr);
     root_ = pattern;
     fs::create_directories(Contents() / "MacOS");
