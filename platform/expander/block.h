@@ -11,13 +11,14 @@ namespace zephin::expander {
 class Block {
  public:
   explicit Block(std::size_t size)
-      : bytes_(std::make_unique_for_overwrite<char[]>(size)), size_(size) {}
+      : bytes_(std::make_unique_for_overwrite<char[]>(size)),  // NOLINT(modernize-avoid-c-arrays)
+        size_(size) {}
 
   char* Data() const { return bytes_.get(); }
   std::size_t Size() const { return size_; }
 
  private:
-  std::unique_ptr<char[]> bytes_;
+  std::unique_ptr<char[]> bytes_;  // NOLINT(modernize-avoid-c-arrays): of a length known late
   std::size_t size_;
 };
 
