@@ -89,9 +89,10 @@ TEST_F(Launcher, StartedProgramIsNoChildAndInheritsNothing) {
               "#!/bin/sh\n"
               "while read key value; do case $key in Sig[BI]*) sig=$sig$value;; esac; done"
               " </proc/$$/status\n"
-              "state=$(cd /proc/$$; echo fd/*; readlink fd/0 fd/1 fd/2 cwd\n"
+              "state=$(cd /proc/$$; readlink fd/0 fd/1 fd/2 cwd\n"
               "echo $sig; echo $PPID $(ps -o sid= -p $$))\n"
-              "printf '<%s>\\n%s\\n' \"$2\" \"$state\" >\"$1\"\n");
+              "pipe=$1 name=$2; cd /proc/$$; set -- fd/*\n"
+              "printf '<%s>\\n%s\\n%s\\n' \"$name\" \"$*\" \"$state\" >\"$pipe\"\n");
   mkfifo((scratch / "pipe").c_str(), 0600);
   const int leak = dup2(STDERR_FILENO, 9);
   sigset_t some;
@@ -109,7 +110,7 @@ TEST_F(Launcher, StartedProgramIsNoChildAndInheritsNothing) {
   close(leak);
 
   const std::string report = ReadFile(scratch / "pipe");
-  // Descriptor 10 is the script, 3 the pipe of "$(...)".
+  // Descriptor 10 is the script, 3 the folder that "fd/*" is read from.
   const std::string expected = "<" + name +
                                ">\nfd/0 fd/1 fd/10 fd/2 fd/3\n"
                                "/dev/null\n/dev/null\n/dev/null\n/\n" +
