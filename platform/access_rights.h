@@ -12,8 +12,8 @@ namespace zephin::ViewConst {
 /// A folder's own mode changes, not that of what it holds. A path that gives no item is silent.
 void AllUsersFullAccess(const String& path);
 
-/// Adds all rights of all users (ugo+rwx) to those of an item, which may be nil. An alias means what
-/// it points to.
+/// Adds all rights of all users (ugo+rwx) to those of an item, which may be nil. An alias means
+/// what it points to.
 void AllUsersFullAccessOnMac(const Ref<FolderItem>& item);
 
 /// Adds them to an item of a tree that is being deleted, where an alias must not pass the rights on

@@ -13,8 +13,8 @@ class Picture {
   /// In pixels.
   static constexpr std::int64_t kLongestSide = 32767;
 
-  /// `depth` must be 32. A side below 0 or above kLongestSide raises OutOfMemoryException before memory
-  /// is taken; sides of 0 make an empty picture.
+  /// `depth` must be 32. A side below 0 or above kLongestSide raises OutOfMemoryException before
+  /// memory is taken; sides of 0 make an empty picture.
   Picture(std::int64_t width, std::int64_t height, int depth);
 
   int Width() const { return width_; }

@@ -22,7 +22,7 @@ class ScrambledFile : public testing::Test {
 };
 
 TEST_F(ScrambledFile, IsMadeAnewWholeInBothDirections) {
-  constexpr std::size_t kBlock = 256 * 1024;
+  constexpr std::size_t kBlock = std::size_t{256} * 1024;
   for (const std::size_t size : {0UL, 1UL, 255UL, kBlock - 1, kBlock, 2 * kBlock + 1}) {
     std::string plain;
     for (std::size_t i = 0; i < size; ++i) {

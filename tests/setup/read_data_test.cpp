@@ -106,7 +106,7 @@ TEST_F(ReadData, HalfARecordRaises) {
     fs::permissions(run.Resources() / name, fs::perms::none);
     {
       const PlainUser user(run.scratch.Path());
-      EXPECT_THROW(w.ReadData(), NilObjectException) << name;
+      EXPECT_THROW((void)w.ReadData(), NilObjectException) << name;
     }
     fs::permissions(run.Resources() / name, fs::perms(0600));
   }
