@@ -16,6 +16,8 @@ namespace {
 using GlobalsVk::MyGetFolderItem;
 
 constexpr std::size_t kBlock = std::size_t{256} * 1024;
+/// What is read before its room is given back.
+constexpr std::uint64_t kStretch = 64 * kBlock;
 
 using ChangeBytes = void (*)(std::span<char> block, std::uint64_t position);
 
@@ -31,8 +33,17 @@ void CopyChanged(BinaryStream& from, BinaryStream& to, ChangeBytes change) {
     change(part, position);
     to.WriteFrom(part);
     position += part.size();
+    if (position % kStretch == 0) {
+      from.ForgetWhatWasRead();
+    }
     RuntimeBackgroundTask();
   }
+}
+
+/// Opened to be written, too, if that may be, so that its room can be given back.
+Ref<BinaryStream> OpenToRead(const Ref<FolderItem>& item) {
+  const Ref<BinaryStream> stream = item->OpenAsBinaryFile(true);
+  return stream.IsNil() ? item->OpenAsBinaryFile(false) : stream;
 }
 
 /// The file could not be deleted, so that making it anew empties the one that is being read: it has
@@ -55,7 +66,7 @@ void RewriteInMemory(BinaryStream& from, const Ref<FolderItem>& item, bool encry
 
 void EncryptDecryptFileEnd(const String& path, bool encrypt) {
   Ref<FolderItem> item = MyGetFolderItem(path);
-  const Ref<BinaryStream> from = item.IsNil() ? nullptr : item->OpenAsBinaryFile(false);
+  const Ref<BinaryStream> from = item.IsNil() ? nullptr : OpenToRead(item);
   if (from.IsNil()) {
     return;
   }
@@ -65,7 +76,8 @@ void EncryptDecryptFileEnd(const String& path, bool encrypt) {
     RewriteInMemory(*from, item, encrypt);
     return;
   }
-  // The old file goes on behind its open stream, so that it never has to be in memory whole.
+  // The old file goes on behind its open stream, so that it never has to be in memory whole, and
+  // gives its room to the new one, so that the disk never has to hold both.
   const Ref<BinaryStream> to = item->CreateBinaryFile("");
   if (!to.IsNil()) {
     CopyChanged(*from, *to, encrypt ? ScrambleBytes : UnscrambleBytes);

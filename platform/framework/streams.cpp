@@ -12,6 +12,7 @@
 #include "platform/framework/application.h"
 #include "platform/framework/folder_item.h"
 #include "platform/framework/path_bytes.h"
+#include "platform/framework/system_calls.h"
 
 namespace zephin {
 namespace {
@@ -85,6 +86,14 @@ std::size_t BinaryStream::ReadInto(std::span<char> block) {
     }
   }
   return got;
+}
+
+void BinaryStream::ForgetWhatWasRead() {
+  const std::int64_t here = lseek(descriptor_.Number(), 0, SEEK_CUR);
+  if (here > forgotten_) {
+    GiveBackRoom(descriptor_, forgotten_, here - forgotten_);
+    forgotten_ = here;
+  }
 }
 
 void BinaryStream::Write(const String& bytes) {

@@ -31,6 +31,9 @@ class BinaryStream {
   String Read(std::int64_t count);
   /// The same into a block of the caller's; the number of bytes read.
   std::size_t ReadInto(std::span<char> block);
+  /// What has been read will not be read again: if the file has been deleted since it was opened to
+  /// be written, and the system can do so, the disk gets its room back. Silent.
+  void ForgetWhatWasRead();
   /// Writes all bytes, or sets `Failed`. `WriteFrom` writes a block of the caller's.
   void Write(const String& bytes);
   void WriteFrom(std::span<const char> block);
@@ -43,6 +46,7 @@ class BinaryStream {
 
  private:
   Descriptor descriptor_;
+  std::int64_t forgotten_ = 0;  ///< Bytes from the file's beginning.
   bool failed_ = false;
 };
 

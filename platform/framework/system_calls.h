@@ -22,6 +22,10 @@ void ChangeRights(const char* path, unsigned rights);
 /// and where it can't or doesn't.
 std::int64_t CopyBySystem(const Descriptor& source, const Descriptor& target, std::int64_t count);
 
+/// Gives the disk the room of `count` bytes from `position` on of a file that has no name any more;
+/// does nothing to one that somebody may still open, and where the file system can't. Silent.
+void GiveBackRoom(const Descriptor& file, std::int64_t position, std::int64_t count);
+
 }  // namespace zephin
 
 #endif  // PLATFORM_FRAMEWORK_SYSTEM_CALLS_H_

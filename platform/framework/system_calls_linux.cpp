@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <tuple>
 
 #include "platform/framework/descriptor.h"
 #include "platform/framework/system_calls.h"
@@ -40,6 +41,14 @@ std::int64_t CopyBySystem(const Descriptor& source, const Descriptor& target, st
                              static_cast<std::size_t>(count), 0);
   } while (copied < 0 && errno == EINTR);
   return copied < 0 ? 0 : copied;
+}
+
+void GiveBackRoom(const Descriptor& file, std::int64_t position, std::int64_t count) {
+  struct stat state {};
+  if (fstat(file.Number(), &state) == 0 && state.st_nlink == 0) {
+    std::ignore =
+        fallocate(file.Number(), FALLOC_FL_PUNCH_HOLE | FALLOC_FL_KEEP_SIZE, position, count);
+  }
 }
 
 }  // namespace zephin

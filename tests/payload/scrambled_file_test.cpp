@@ -45,6 +45,19 @@ TEST_F(ScrambledFile, IsMadeAnewWholeInBothDirections) {
   EXPECT_FALSE(fs::exists(file));
 }
 
+// The room of what has been read is given back, but never that of a file with another name.
+TEST_F(ScrambledFile, LargeOneIsWholeAndItsOtherNamesKeepTheirs) {
+  std::string scrambled(33'000'001, 'b');
+  WriteFile(file, scrambled);
+  fs::create_hard_link(file, run.scratch / "other");
+  for (const bool again : {false, true}) {
+    Unscramble();
+    UnscrambleBytes(scrambled, 0);
+    EXPECT_TRUE(ReadFile(file) == scrambled) << again;
+  }
+  EXPECT_TRUE(ReadFile(run.scratch / "other") == std::string(33'000'001, 'b'));
+}
+
 TEST_F(ScrambledFile, OneThatCanNotBeDeletedIsWrittenOver) {
   WriteFile(file, std::string(100'001, 'b'));
   fs::permissions(file.parent_path(), fs::perms(0555));
