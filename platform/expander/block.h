@@ -10,15 +10,17 @@ namespace zephin::expander {
 
 class Block {
  public:
+  // NOLINTBEGIN(modernize-avoid-c-arrays): std::array needs its length now, a vector clears its
+  // bytes.
   explicit Block(std::size_t size)
-      : bytes_(std::make_unique_for_overwrite<char[]>(size)),  // NOLINT(modernize-avoid-c-arrays)
-        size_(size) {}
+      : bytes_(std::make_unique_for_overwrite<char[]>(size)), size_(size) {}
 
   char* Data() const { return bytes_.get(); }
   std::size_t Size() const { return size_; }
 
  private:
-  std::unique_ptr<char[]> bytes_;  // NOLINT(modernize-avoid-c-arrays): of a length known late
+  std::unique_ptr<char[]> bytes_;
+  // NOLINTEND(modernize-avoid-c-arrays)
   std::size_t size_;
 };
 

@@ -104,7 +104,8 @@ class Converter {
 
  private:
   bool IsOpen() const {
-    return handle_ != reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr): so told
+    // The number -1 in place of a pointer is how iconv_open tells of its failure.
+    return handle_ != reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
   }
 
   iconv_t handle_;

@@ -18,7 +18,7 @@ struct CloseFolder {
 };
 
 struct FreeText {
-  void operator()(char* text) const { std::free(text); }  // NOLINT: realpath's own
+  void operator()(char* text) const { std::free(text); }
 };
 
 /// Where the link at `path` leads; `path` itself if there is none or it leads nowhere.

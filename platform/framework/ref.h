@@ -14,11 +14,10 @@ template <class T>
 class Ref {
  public:
   Ref() = default;
-  Ref(std::nullptr_t) {}  // NOLINT(google-explicit-constructor)
+  Ref(std::nullptr_t) {}
   explicit Ref(std::shared_ptr<T> object) : object_(std::move(object)) {}
   template <class U>
-  requires std::is_convertible_v<U*, T*> Ref(const Ref<U>& other)
-      : object_(other.Shared()) {}  // NOLINT(google-explicit-constructor)
+  requires std::is_convertible_v<U*, T*> Ref(const Ref<U>& other) : object_(other.Shared()) {}
 
   bool IsNil() const { return object_ == nullptr; }
   explicit operator bool() const { return !IsNil(); }

@@ -20,7 +20,7 @@ class String {
  public:
   String() = default;
   /// A literal of this program's own source, which is UTF-8. Must not be null.
-  String(const char* utf8) : bytes_(utf8) {}  // NOLINT(google-explicit-constructor)
+  String(const char* utf8) : bytes_(utf8) {}
   String(std::string bytes, Encoding encoding) : bytes_(std::move(bytes)), encoding_(encoding) {}
 
   const std::string& Bytes() const& { return bytes_; }

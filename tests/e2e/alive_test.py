@@ -8,7 +8,6 @@ import http.server
 import io
 import os
 import struct
-import threading
 import time
 import zipfile
 
@@ -164,11 +163,7 @@ class Alive(case.InstallerTest):
             def log_message(self, *_):
                 pass
 
-        server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
-        threading.Thread(target=server.serve_forever, daemon=True).start()
-        self.addCleanup(server.server_close)
-        self.addCleanup(server.shutdown)
-        return f"http://127.0.0.1:{server.server_address[1]}"
+        return self.start_server(Handler)
 
 
 if __name__ == "__main__":

@@ -152,11 +152,15 @@ class InstallerTest(unittest.TestCase):
             def log_message(self, *_):
                 pass
 
-        server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
+        return self.start_server(Handler), asked
+
+    def start_server(self, handler):
+        """Starts a server on loopback. Gives its address, without a slash at its end."""
+        server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), handler)
         threading.Thread(target=server.serve_forever, daemon=True).start()
         self.addCleanup(server.server_close)
         self.addCleanup(server.shutdown)
-        return f"http://127.0.0.1:{server.server_address[1]}", asked
+        return f"http://127.0.0.1:{server.server_address[1]}"
 
 
 class _Result(unittest.TextTestResult):

@@ -70,7 +70,8 @@ void EndPause() {
 
 template <class Function>
 Function* Next(const char* name) {
-  return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));  // NOLINT: what dlsym gives
+  // The linker gives functions as void*.
+  return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));  // NOLINT
 }
 
 [[gnu::constructor]] void Start() {

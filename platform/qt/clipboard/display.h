@@ -12,7 +12,7 @@
 namespace zephin {
 
 struct FreeReply {
-  void operator()(void* reply) const { std::free(reply); }  // NOLINT(cppcoreguidelines-no-malloc)
+  void operator()(void* reply) const { std::free(reply); }
 };
 /// What the display library hands out; null where it failed.
 template <class T>
