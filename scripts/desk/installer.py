@@ -87,6 +87,13 @@ class Installer:
         return wait_until(lambda: next((w for w in self.windows() if w.name == title), None),
                           f"a window {title!r}", seconds, self.described)
 
+    def x_window(self, title):
+        """Waits for the X window of that title: the accessibility tree has a window before the
+        window manager does."""
+        return wait_until(
+            lambda: [w for w, name in self.screen.windows(self.process.pid) if name == title],
+            f"the window manager to have {title!r}", 30, self.described)[0]
+
     def controls(self, name=None, role=None, within=None):
         """The controls on the screen with that name and role, in all windows or below `within`."""
         roots = [within] if within else self.windows()
@@ -163,8 +170,7 @@ class Installer:
 
     def ask_to_close(self, title):
         """What a press of a window's close button does, also where it has none."""
-        window = next(w for w, name in self.screen.windows(self.process.pid) if name == title)
-        self.screen.ask_to_close(window)
+        self.screen.ask_to_close(self.x_window(title))
 
     # How it went.
 

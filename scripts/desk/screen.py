@@ -135,6 +135,11 @@ class Screen:
                 png.write(struct.pack(">I", len(data)) + kind + data
                           + struct.pack(">I", zlib.crc32(kind + data)))
 
+    def colours(self, x, y, width, height):
+        """The colours of a part of the screen, each (red, green, blue)."""
+        return {tuple(row[i:i + 3]) for row in self.rows(x, y, width, height)
+                for i in range(0, len(row), 3)}
+
     def rows(self, x, y, width, height):
         """The rows of a part of the screen, three bytes a point: red, green, blue."""
         # Four bytes a point: blue, green, red, unused.

@@ -34,10 +34,6 @@ class Look(case.InstallerTest):
         return self.open(settings=settings, files={"about.txt": "About"}, fInfo="about.txt",
                          fURLActual="tool.example", fURLDisplayed="Visit us", fCopyright="(c) Us")
 
-    def colours(self, area):
-        return {tuple(row[i:i + 3]) for row in self.screen.rows(*area)
-                for i in range(0, len(row), 3)}
-
     def test_main_window_is_laid_out_point_for_point(self):
         run = self.open_with_link()
         left, top, width, height = run.window("Install").area
@@ -58,8 +54,8 @@ class Look(case.InstallerTest):
             run = self.open_with_link(settings)
             area = run.window("Install").area
             run.wait_for_focus("Quit")
-            wait_until(lambda area=area: BLUE in self.colours(area), "the link in blue")
-            self.assertEqual(self.colours((area[0] + 2, area[1] + 2, 8, 8)), {WHITE})
+            wait_until(lambda area=area: BLUE in self.screen.colours(*area), "the link in blue")
+            self.assertEqual(self.screen.colours(area[0] + 2, area[1] + 2, 8, 8), {WHITE})
             plain = plain or self.screen.rows(*area)
             wait_until(lambda area=area: self.screen.rows(*area) == plain,
                             "the same window, point for point")

@@ -124,8 +124,7 @@ class Texts(case.InstallerTest):
         run.click("Install")
         page = run.window("License Agreement")
         wait_until(lambda: page.area[2:] == (690, 410), "the page at its own size")
-        window = next(w for w, name in self.screen.windows(run.process.pid)
-                      if name == "License Agreement")
+        window = run.x_window("License Agreement")
         self.screen.resize(window, 790, 510)
         wait_until(lambda: page.area[2:] == (790, 510), "the page to grow")
         left, top = page.area[:2]

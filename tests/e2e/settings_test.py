@@ -69,14 +69,14 @@ class Settings(case.InstallerTest):
         for factor in (1.25, 1.5, 2):
             with self.subTest(factor):
                 run = self.start(bundle, {"QT_SCALE_FACTOR": str(factor)})
-                window = next(w for w, title in self.screen.windows(run.process.pid)
-                              if title == "Install")
+                run.place_at_rest(run.find("Install", "push button"))
+                window = run.x_window("Install")
                 size = window.get_geometry()
                 self.assertLessEqual(abs(size.width - 396 * factor), 1)
                 self.assertLessEqual(abs(size.height - 238 * factor), 1)
                 corner = window.translate_coords(window.query_tree().root, 0, 0)
-                row = self.screen.rows(-corner.x + 4, -corner.y + 4, 20, 1)[0]
-                self.assertEqual(set(zip(row[0::3], row[1::3], row[2::3])), {WHITE})
+                place = (-corner.x + 4, -corner.y + 4, 20, 1)
+                wait_until(lambda place=place: self.screen.colours(*place) == {WHITE}, "white")
                 self.stop(run)
 
     def test_folders_are_in_the_order_of_the_users_language(self):
