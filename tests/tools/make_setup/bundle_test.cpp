@@ -1,13 +1,14 @@
 #include "tools/make_setup/bundle.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
-#include <csignal>
+#include <array>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
+#include "setup/scrambling_bytes.h"
+#include "tests/support/limits.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/tools/make_setup/trees.h"
 #include "tools/make_setup/payload.h"
@@ -18,25 +19,117 @@ namespace {
 namespace fs = std::filesystem;
 using nlohmann::json;
 
+constexpr const char* kSmallest = R"({"fTargetFolder": "Tool", "payload": "payload"})";
+
+constexpr const char* kWhole = R"({
+  "defaults": {"HOST": "h", "NAME": "n"},
+  "fTimeStamp": "|~$|", "fApplicationFolder": true, "fPromptToReplace": true,
+  "fCenterMessage": true, "fEncryptionLen": 77,
+  "helpers": ["helper.sh"], "fExecuteAfterName": "helper.sh",
+  "fExecuteBeforeName": "UserAccount/before",
+  "fAgreement": "a.txt", "fInfo": {"file": "b.txt", "form": "hex"},
+  "fPreInstallNotes": "c.txt", "fPostInstallNotes": "d.txt",
+  "fMessage": ["#|on ${HOST}", "${NAME}${NAME}|"], "fCopyright": "\u00A9", "fWindowTitle": "title",
+  "fURLActual": "actual", "fURLDisplayed": "$|~", "fCompletionURL": "done",
+  "fLabels": {"install": "Go"}, "fMinOS": "MacOS10.9", "fMinRAM": "1GB",
+  "fTargetFolder": "Tool", "payload": "payload", "fInstallationPatch": true,
+  "fInstallChoices": [{"caption": "C", "source": "options/one/", "folder": "F", "tip": "T"}],
+  "fInstallOptions": [
+    {"caption": "O", "source": "options/one"},
+    {"caption": "D", "source": "http://${HOST}/d.zip", "content": "options/large"}],
+  "fPostCopy": [
+    {"copy": "a/b", "to": "UserAccount/b"},
+    {"copy": "a", "to": "/x/a", "ifFolder": "userACCOUNT/f"},
+    {"copy": "a", "to": "/x/a;b", "ifNothingThere": true},
+    {"delete": "/x"}, {"allUsersFullAccess": "UserAccount/x"},
+    {"preInstallDelete": "/y"}, {"preInstallCopy": "/y", "to": "/z"}]
+})";
+
+/// A smallest setup with a fault, and what is told of it.
+struct BadSetup {
+  const char* list;    ///< The list whose one entry has these fields; empty: the setup has them.
+  const char* fields;  ///< Without the braces.
+  const char* told;    ///< Behind the name of the file.
+};
+
+constexpr auto kBadSetups = std::to_array<BadSetup>({
+    {"", R"("fTargetFolder": "")", "fTargetFolder: is needed"},
+    {"", R"("fTargetFolder": "..")", "fTargetFolder: "},
+    {"", R"("fTargetFolder": "a/b")", "fTargetFolder: "},
+    {"", R"("fTargetFolder": "__MACOSX")", "payload: "},
+    {"", R"("fMesage": "x")", "fMesage: no such field"},
+    {"", R"("fMessage": "a|#")", "fMessage: "},
+    {"", R"("fTimeStamp": "$|~")", "fTimeStamp: "},
+    {"", R"("fMessage": "${NONE}")", "${NONE}"},
+    {"", R"("fMessage": "${NONE")", "${NONE"},
+    {"", R"("fPromptToReplace": "1")", "fPromptToReplace: "},
+    {"", R"("fMinRAM": "3GB")", "fMinRAM: "},
+    {"", R"("fLabels": {"instal": "x"})", "fLabels: instal"},
+    {"", R"("fLabels": {"quit": "a|b"})", "fLabels: caption 1 holds"},
+    {"", R"("fAgreement": "none.txt")", "fAgreement: "},
+    {"", R"("fAgreement": {"file": "a.txt", "form": "HEX"})", "fAgreement: form"},
+    {"", R"("fLogoPixelStr": "a.txt")", "fLogoPixelStr: "},
+    {"", R"("fExecuteBeforeName": "helper.sh")", "fExecuteBeforeName: "},
+    {"", R"("helpers": ["."])", "helpers: "},
+    {"", R"("helpers": ["payload/../helper.sh", "helper.sh"])", "helpers: "},
+    {"", R"("pieceSize": 1000000)", "pieceSize: "},
+    {"", R"("pieceSize": 1, "generate": [{"path": "n", "kind": "noise", "bytes": 999}])", "Size: "},
+    {"", R"("patch": {"old": "payload", "new": "none"})", "patch: takes the place"},
+    {"generate", R"("path": "file", "kind": "noise")", "generate: "},
+    {"generate", R"("path": "link/x", "kind": "noise")", "generate: "},
+    {"",
+     R"("fInstallOptions": [{"caption": "O", "source": "options/one"},
+                              {"caption": "o", "source": "options/one"}])",
+     "fInstallOptions: entry 2: caption"},
+    {"",
+     R"("fInstallOptions": [{"caption": "O", "source": "options/one"},
+                              {"caption": "P", "source": "other/one"}])",
+     "fInstallOptions: entry 2: "},
+    {"fInstallOptions", R"("caption": "a,b", "source": "options/one")", "entry 1: "},
+    {"fInstallOptions", R"("caption": "H", "source": "options/one", "folder": "../x")", "folder"},
+    {"fInstallOptions", R"("caption": "H", "source": "options/http")", "taken for an address"},
+    {"fInstallOptions", R"("caption": "H", "source": "HTTP://h/x", "content": "options/one")",
+     "too small for a download"},
+    {"fInstallChoices", R"("caption": "H", "source": "http://h/x")", "entry 1: source"},
+    // Commands that the stub would read otherwise.
+    {"fPostCopy", R"("copy": "a")", "entry 1: to"},
+    {"fPostCopy", R"("copy": "a=b", "to": "/x")", "entry 1: "},
+    {"fPostCopy", R"("copy": "preinstallCopy", "to": "/x")", "entry 1: "},
+    {"fPostCopy", R"("copy": "a", "to": "[/x]/y")", "entry 1: "},
+    {"fPostCopy", R"("copy": "a", "to": "/x}y", "ifNothingThere": true)", "entry 1: "},
+    {"fPostCopy", R"("copy": "a", "to": "/x", "ifFolder": "/f]g")", "entry 1: "},
+    {"fPostCopy", R"("delete": "/a", "to": "/b")", "entry 1: to"},
+    {"fPostCopy", R"("delete": "relative")", "entry 1: "},
+    {"fPostCopy", R"("preInstallDelete": "UserAccount/x")", "entry 1: "},
+    {"fPostCopy", R"("preInstallCopy": "/a", "to": "/x;y")", "entry 1: "},
+});
+
 /// A setup's folder, a stub and a folder for what is made, with one item in it that must stay.
 class MakeBundleTest : public testing::Test {
  protected:
   void SetUp() override {
     MakeTree(setup_,
-             "payload/file=content page.txt=Page helper.sh+=helper options/one/x=x "
-             "other/one/x=x options/http/x=x");
+             "payload/file=content payload/link->.. a.txt=A b.txt=B c.txt=C d.txt=D "
+             "helper.sh+=helper options/one/x=x other/one/x=x options/http/x=x");
     Generate({"options/large/noise", 12000, 1}, setup_);
     MakeTree(stub_, "Contents/MacOS/Setup+=stub Contents/Info.plist=plist");
     MakeTree(made_, "kept=kept");
   }
 
-  void Make(const json& document, const std::map<std::string, std::string>& values = {}) {
-    test::WriteFile(setup_ / "setup.json", document.dump());
+  void Make(const std::string& text, const std::map<std::string, std::string>& values = {}) {
+    test::WriteFile(setup_ / "setup.json", text);
     MakeBundle(setup_, stub_, made_ / "My.app", values);
   }
 
-  [[nodiscard]] static json Smallest() {
-    return {{"fTargetFolder", "Tool"}, {"payload", "payload"}};
+  /// Makes the smallest setup with these fields changed, which fails and changes nothing.
+  void ExpectRefused(const json& changes, const std::string& told) {
+    const auto before = test::Tree(made_);
+    json document = json::parse(kSmallest);
+    document.update(changes);
+    const std::string refusal = Refusal([&] { Make(document.dump()); });
+    EXPECT_NE(refusal.find("setup.json: "), std::string::npos) << document << refusal;
+    EXPECT_NE(refusal.find(told), std::string::npos) << document << refusal;
+    EXPECT_EQ(test::Tree(made_), before) << document;
   }
 
   test::ScratchFolder folder_;
@@ -46,25 +139,17 @@ class MakeBundleTest : public testing::Test {
 };
 
 TEST_F(MakeBundleTest, HoldsTheStubTheRecordAndWhatTheRecordNames) {
-  json document = Smallest();
-  document["defaults"] = {{"HOST", "h"}, {"NAME", "n"}};
-  document["fMessage"] = {"on ${HOST}", "${NAME}${NAME}"};
-  document["fAgreement"] = "page.txt";
-  document["fInfo"] = {{"file", "page.txt"}, {"form", "hex"}};
-  document["fLabels"] = {{"install", "Go"}};
-  document["helpers"] = {"helper.sh"};
-  document["fExecuteAfterName"] = "helper.sh";
-  document["fInstallChoices"] = {{{"caption", "C"}, {"source", "options/one/"}, {"folder", "F"}}};
-  document["fInstallOptions"] = {
-      {{"caption", "O"}, {"source", "options/one"}},
-      {{"caption", "D"}, {"source", "http://${HOST}/d.zip"}, {"content", "options/large"}}};
-  document["fPostCopy"] = {{{"delete", "/tmp/x"}}};
-  Make(document, {{"HOST", "example"}});
+  Make(kWhole, {{"HOST", "example"}});
   const fs::path resources = made_ / "My.app/Contents/Resources";
+  std::string outer = test::ReadFile(resources / "Data");
+  UnscrambleBytes(outer, 0);
+  EXPECT_EQ(outer, "|~$|$|~1$|~helper.sh$|~$|~$|~$|~1$|~UserAccount/before$|~$|~77$|~1$|~");
   EXPECT_EQ(test::ReadFile(resources / "TextData"),
-            "Page|#|on example\nnn|#||#||#|$HTML$5000610067006500|#|||Go" + std::string(24, '|') +
-                "|#|Tool|#||#||#||#||#||#|0|#||#||#||#||#||#||#||#||#|C,one.zip,F,|#|"
-                "O,one.zip,Tool,|D,http://example/d.zip,Tool,|#||#||#||#||#||#|delete=/tmp/x");
+            "A|#|#|on example\nnn||#|actual|#|$|~|#|$HTML$4200|#|||Go" + std::string(24, '|') +
+                "|#|Tool|#|\xC2\xA9|#|title|#||#||#||#|1|#||#||#||#||#||#||#||#||#|C,one.zip,F,T"
+                "|#|O,one.zip,Tool,|D,http://example/d.zip,Tool,|#|MacOS10.9|#|1GB|#|done|#|C|#|D"
+                "|#|a/b=UserAccount/b|a=[userACCOUNT/f]/x/a|a={/x/a;b}|delete=/x|"
+                "allusersfullaccess=UserAccount/x|preinstalldelete=/y|preinstallcopy=/y;/z");
   for (const fs::path& path : {resources / "Data2", resources / "one.zip", made_ / "d.zip"}) {
     EXPECT_TRUE(test::ReadFile(path).starts_with('P') && fs::remove(path)) << path;
   }
@@ -77,77 +162,26 @@ TEST_F(MakeBundleTest, HoldsTheStubTheRecordAndWhatTheRecordNames) {
 }
 
 TEST_F(MakeBundleTest, BadSetupIsToldByFieldAndChangesNothing) {
-  Make(Smallest());
-  const auto before = test::Tree(made_);
-  struct Row {
-    json change;
-    const char* place;
-  };
-  const json option{{"caption", "O"}, {"source", "options/one"}};
-  std::vector<json> eleven(11, option);
-  for (std::size_t i = 0; i < eleven.size(); ++i) {
-    eleven[i]["caption"] = std::to_string(i);
+  Make(kSmallest);
+  for (const BadSetup& row : kBadSetups) {
+    const json fields = json::parse(std::string("{") + row.fields + "}");
+    const bool isList = *row.list != '\0';
+    ExpectRefused(isList ? json{{row.list, json::array({fields})}} : fields, row.told);
   }
-  const auto withOption = [&option](const char* field, const json& value) {
-    json entry = option;
-    entry[field] = value;
-    return json{{"fInstallOptions", {option, entry}}};
-  };
-  const std::vector<Row> rows{
-      {{{"fTargetFolder", ""}}, "fTargetFolder"},
-      {{{"fTargetFolder", ".."}}, "fTargetFolder"},
-      {{{"fTargetFolder", "a/b"}}, "fTargetFolder"},
-      {{{"fTargetFolder", std::string(241, 'x')}}, "fTargetFolder"},
-      {{{"fTargetFolder", "__MACOSX"}}, "payload"},
-      {{{"fMesage", "x"}}, "fMesage"},
-      {{{"fMessage", 5}}, "fMessage"},
-      {{{"fMessage", "a|#|b"}}, "fMessage"},
-      {{{"fMessage", "${NONE}"}}, "${NONE}"},
-      {{{"fMessage", "${NONE"}}, "${NONE"},
-      {{{"fPromptToReplace", "1"}}, "fPromptToReplace"},
-      {{{"fMinRAM", "3GB"}}, "fMinRAM"},
-      {{{"fLabels", {{"instal", "x"}}}}, "fLabels: instal"},
-      {{{"fAgreement", "none.txt"}}, "fAgreement: "},
-      {{{"fAgreement", {{"file", "page.txt"}, {"form", "HEX"}}}}, "fAgreement: form"},
-      {{{"fLogoPixelStr", "page.txt"}}, "fLogoPixelStr: "},
-      {{{"fExecuteBeforeName", "helper.sh"}}, "fExecuteBeforeName: "},
-      {{{"helpers", {"."}}}, "helpers: "},
-      {{{"helpers", {"payload/../helper.sh", "helper.sh"}}}, "helpers: "},
-      {{{"payload", "none"}}, "payload: "},
-      {{{"pieceSize", 1000000}}, "pieceSize: "},
-      {{{"generate", {{{"path", "file"}, {"kind", "noise"}}}}}, "generate: "},
-      {{{"patch", {{"old", "payload"}, {"new", "none"}}}}, "patch: takes the place"},
-      {withOption("caption", "o"), "fInstallOptions: entry 2: caption"},
-      {withOption("caption", "a,b"), "fInstallOptions: entry 2: "},
-      {withOption("source", "other/one"), "fInstallOptions: entry 2: "},
-      {withOption("folder", "../x"), "fInstallOptions: entry 2: "},
-      {{{"fInstallOptions", eleven}}, "fInstallOptions: has more than ten"},
-      {{{"fInstallOptions", {{{"caption", "H"}, {"source", "options/http"}}}}}, "address"},
-      {{{"fInstallOptions", {{{"caption", "H"}, {"source", "http://h/"}}}}}, "entry 1: source"},
-      {{{"fInstallChoices", {{{"caption", "H"}, {"source", "http://h/x"}}}}}, "fInstallChoices: "},
-      {{{"fInstallOptions",
-         {{{"caption", "S"}, {"source", "HTTP://h/x"}, {"content", "options/one"}}}}},
-       "too small for a download"},
-      {{{"fPostCopy", {{{"copy", "a"}}}}}, "fPostCopy: entry 1: to"},
-      {{{"fPostCopy", {{{"delete", "/a"}, {"to", "/b"}}}}}, "fPostCopy: entry 1: to"},
-  };
-  for (const Row& row : rows) {
-    json document = Smallest();
-    document.update(row.change);
-    const std::string refusal = Refusal([&] { Make(document); });
-    EXPECT_NE(refusal.find("setup.json: "), std::string::npos) << row.change << refusal;
-    EXPECT_NE(refusal.find(row.place), std::string::npos) << row.change << refusal;
-    EXPECT_EQ(test::Tree(made_), before) << row.change;
+  ExpectRefused({{"fTargetFolder", std::string(241, 'x')}}, "fTargetFolder: ");
+  json eleven;
+  for (int i = 0; i < 11; ++i) {
+    eleven.push_back({{"caption", std::to_string(i)}, {"source", "options/one"}});
   }
-  EXPECT_NE(Refusal([&] { Make(Smallest(), {{"PORT", "1"}}); }).find("PORT"), std::string::npos);
+  ExpectRefused({{"fInstallOptions", eleven}}, "fInstallOptions: has more than ten");
+  EXPECT_NE(Refusal([&] { Make(kSmallest, {{"PORT", "1"}}); }).find("PORT"), std::string::npos);
   for (const std::string& text : {std::string(), std::string("[]"), std::string(99999, '[')}) {
-    test::WriteFile(setup_ / "setup.json", text);
-    EXPECT_NE(Refusal([&] { MakeBundle(setup_, stub_, made_ / "My.app", {}); }), "");
+    EXPECT_NE(Refusal([&] { Make(text); }), "");
   }
 }
 
 TEST_F(MakeBundleTest, PlaceThatMustNotBeReplacedIsRefused) {
-  test::WriteFile(setup_ / "setup.json", Smallest().dump());
+  test::WriteFile(setup_ / "setup.json", kSmallest);
   MakeTree(folder_ / "Precious.app", "Contents/letters=x");
   const auto before = test::Tree(folder_.Path());
   const std::vector<std::pair<fs::path, fs::path>> rows{{stub_, made_ / "My"},
@@ -165,10 +199,8 @@ TEST_F(MakeBundleTest, PlaceThatMustNotBeReplacedIsRefused) {
 
 TEST_F(MakeBundleTest, PiecesOfAnEarlierSplitPayloadGo) {
   MakeTree(made_, "Data#2=old Data#9=old Data#End=old Data#x=x");
-  json document = Smallest();
-  document["generate"] = {{{"path", "n"}, {"kind", "noise"}, {"bytes", 5000}}};
-  document["pieceSize"] = 2500;
-  Make(document);
+  Make(R"({"fTargetFolder": "Tool", "payload": "payload", "pieceSize": 2500,
+           "generate": [{"path": "n", "kind": "noise", "bytes": 5000}]})");
   auto tree = test::Tree(made_);
   EXPECT_EQ(tree["My.app/Contents/Resources/Data#1"].size() + tree["Data#2"].size(), 5000);
   EXPECT_TRUE(tree.contains("Data#End") && tree.contains("Data#x"));
@@ -177,43 +209,36 @@ TEST_F(MakeBundleTest, PiecesOfAnEarlierSplitPayloadGo) {
 
 TEST_F(MakeBundleTest, PatchIsMadeFromAnotherSetupAndTheChangesToIt) {
   MakeTree(folder_ / "update", "changes/new=n changes/deep/file=changed");
-  MakeTree(setup_, "payload/deep/file=f payload/gone=g payload/link->.");
-  json document = Smallest();
-  document["generate"] = {{{"path", "big"}, {"kind", "noise"}, {"bytes", 5000}}};
-  test::WriteFile(setup_ / "setup.json", document.dump());
-  const auto make = [&](const json& removed) {
-    const json patch{{"old", "../setup"}, {"overlay", "changes"}, {"remove", removed}};
+  MakeTree(setup_, "payload/deep/file=f payload/gone=g");
+  test::WriteFile(setup_ / "setup.json",
+                  R"({"fTargetFolder": "Tool", "payload": "payload",
+                      "generate": [{"path": "big", "kind": "noise", "bytes": 5000}]})");
+  const auto make = [&](const std::string& removed) {
     test::WriteFile(folder_ / "update/setup.json",
-                    json{{"fTargetFolder", "Tool"}, {"patch", patch}}.dump());
+                    R"({"fTargetFolder": "Tool", "patch": {"old": "../setup",
+                        "overlay": "changes", "remove": [")" +
+                        removed + "\"]}}");
     MakeBundle(folder_ / "update", stub_, made_ / "Update.app", {});
   };
-  for (const char* path : {"none", "../setup.json", "link/gone"}) {
-    EXPECT_NE(Refusal([&] { make({path}); }).find("patch: "), std::string::npos) << path;
+  for (const char* path : {"none", "../setup.json", "link/a.txt"}) {
+    EXPECT_NE(Refusal([&] { make(path); }).find("patch: "), std::string::npos) << path;
   }
-  make({"gone"});
+  make("gone");
   EXPECT_LT(fs::file_size(made_ / "Update.app/Contents/Resources/Data2"), 2000);
   EXPECT_EQ(test::Tree(setup_ / "payload").at("gone"), "g");
 }
 
 TEST_F(MakeBundleTest, DiskThatFillsUpLeavesEverythingAsItWas) {
-  Make(Smallest());
+  Make(kSmallest);
   const auto before = test::Tree(made_);
-  json document = Smallest();
-  document["fMessage"] = "another one";
-  document["generate"] = {{{"path", "n"}, {"kind", "noise"}, {"bytes", 50000}}};
-  rlimit limit{};
-  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
-  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-  for (const rlim_t most : {100U, 2000U, 50000U}) {
-    const rlimit small{most, limit.rlim_max};
-    test::WriteFile(setup_ / "setup.json", document.dump());
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    const std::string refusal = Refusal([&] { MakeBundle(setup_, stub_, made_ / "My.app", {}); });
-    setrlimit(RLIMIT_FSIZE, &limit);
-    EXPECT_NE(refusal, "") << most;
-    EXPECT_EQ(test::Tree(made_), before) << most;
+  test::WriteFile(setup_ / "setup.json",
+                  R"({"fTargetFolder": "Other", "payload": "payload",
+                      "generate": [{"path": "n", "kind": "noise", "bytes": 50000}]})");
+  for (const std::size_t room : {100U, 2000U, 50000U}) {
+    const test::FullDisk full(room);
+    EXPECT_NE(Refusal([&] { MakeBundle(setup_, stub_, made_ / "My.app", {}); }), "") << room;
+    EXPECT_EQ(test::Tree(made_), before) << room;
   }
-  (void)std::signal(SIGXFSZ, handler);
 }
 
 }  // namespace
