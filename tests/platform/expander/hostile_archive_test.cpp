@@ -3,198 +3,173 @@
 // folder has changed.
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "platform/expander/expander.h"
-#include "tests/platform/expander/scratch.h"
 #include "tests/platform/expander/zip_writer.h"
+#include "tests/support/scratch_folder.h"
 
-namespace zephin::expander::test {
+namespace zephin::test {
 namespace {
+
+using expander::ExpandInto;
+using Files = std::map<std::string, std::string>;
 
 const ZipEntry kGood{.name = "good.txt", .data = "good"};
 
-struct HostileCase {
-  std::string name;
-  // Archive without the good file, which is put in front.
+struct Hostile {
+  // Behind the good file.
   std::vector<ZipEntry> entries;
   // What the line on standard error must hold.
   const char* why;
   std::uint64_t faults = 1;
   // What is left beside the good file.
-  Listing left = {};
+  Files left = {};
   ZipLayout layout = {};
 };
 
-ZipEntry Named(const std::string& name) {
-  return {.name = name, .data = "bad"};
+void ExpectContained(const Hostile& row) {
+  SCOPED_TRACE("the last entry is " + row.entries.back().name);
+  const ScratchFolder scratch;
+  const std::string zip = scratch / "a.zip";
+  std::vector<ZipEntry> entries{kGood};
+  entries.insert(entries.end(), row.entries.begin(), row.entries.end());
+  WriteFile(zip, MakeZip(entries, row.layout));
+  WriteFile(scratch / "sentinel", "outside");
+
+  const expander::Result result = ExpandInto(zip, scratch / "target");
+
+  EXPECT_EQ(result.faults, row.faults);
+  EXPECT_NE(result.Line().find(row.why), std::string::npos) << result.Line();
+  std::filesystem::remove(zip);
+  Files expected = row.left;
+  expected.insert({{"sentinel", "outside"}, {"target", "/"}, {"target/good.txt", "good"}});
+  EXPECT_EQ(Tree(scratch.Path()), expected);
+  EXPECT_FALSE(std::filesystem::exists("/tmp/expander-sentinel"));
 }
 
-ZipEntry OfMode(std::uint32_t mode, const std::string& data = "bad") {
-  return {.name = "bad", .data = data, .mode = mode};
-}
-
-constexpr std::uint32_t kLink = 0120777;
-constexpr std::uint32_t kFolder = 0040755;
-
-std::vector<HostileCase> HostileCases() {
+TEST(HostileArchive, NameThatLeadsOutOrStandsForNothingIsRefused) {
   const char* const outside = "the name leads out of the folder";
   const char* const absolute = "the name is absolute";
-  const char* const disagrees = "its own header says otherwise";
-  const char* const shares = "shares bytes";
-  const char* const damaged = "its data are damaged";
-  const char* const stated = "states a size";
-  std::vector<HostileCase> rows = {
-      {"ParentName", {Named("../sentinel")}, outside},
-      {"ParentInTheMiddle", {Named("a/../../sentinel")}, outside},
-      {"ParentAtTheEnd", {Named("a/..")}, outside},
-      {"ParentFolder", {{.name = "../", .mode = kFolder}}, outside},
-      {"BackslashParent", {Named(R"(..\sentinel)")}, outside},
-      {"BackslashParentInside", {Named(R"(a\..\..\sentinel)")}, outside},
-      {"AbsoluteName", {Named("/tmp/expander-sentinel")}, absolute},
-      {"AbsoluteBackslash", {Named(R"(\sentinel)")}, absolute},
-      {"AbsoluteDrive", {Named(R"(C:\sentinel)")}, absolute},
-      {"NulInName", {Named(std::string("a\0b", 3))}, "NUL"},
-      {"EmptyName", {Named("")}, "empty"},
-      {"EndlessName", {Named(std::string(5000, 'n'))}, "longer than a path"},
-      {"NameChangedByExtraField",
-       {{.name = "plain", .data = "bad", .extra = UnicodeNameField("plain", "../sentinel")}},
-       outside},
-      {"FileThroughLink",
-       {{.name = "l", .data = "..", .mode = kLink}, Named("l/sentinel")},
-       "where a folder must be",
-       1,
-       {{"l", "folder"}, {"l/sentinel", "file bad"}}},
-      {"LinkThroughLink",
-       {{.name = "l", .data = "..", .mode = kLink}, {.name = "l/m", .data = "x", .mode = kLink}},
-       "where a folder must be",
-       1,
-       {{"l", "folder"}, {"l/m", "link x"}}},
-      {"FileWhereFolderMustBe",
-       {Named("a"), Named("a/b")},
-       "where a folder must be",
-       1,
-       {{"a", "folder"}, {"a/b", "file bad"}}},
-      {"CharacterDevice", {OfMode(0020666)}, "device"},
-      {"BlockDevice", {OfMode(0060666)}, "device"},
-      {"Pipe", {OfMode(0010666)}, "device"},
-      {"Socket", {OfMode(0140666)}, "device"},
-      {"FolderWithData", {{.name = "bad/", .data = "x", .mode = kFolder}}, "holds data"},
-      {"LinkTargetTooLong", {OfMode(kLink, std::string(4096, 't'))}, "longer than a path"},
-      {"LinkTargetEmpty", {OfMode(kLink, "")}, "empty"},
-      {"LinkTargetWithNul", {OfMode(kLink, std::string("a\0b", 3))}, "NUL"},
-      {"Encrypted", {{.name = "bad", .data = "x", .flags = 1}}, "encrypted"},
-      {"UnknownMethod", {{.name = "bad", .data = "x", .method = 9}}, "method"},
-      {"LocalName", {{.name = "bad", .data = "x", .localName = "../"}}, disagrees},
-      {"LocalNameOfSameLength", {{.name = "bad", .data = "x", .localName = "bed"}}, disagrees},
-      {"LocalMethod", {{.name = "bad", .data = "x", .localMethod = 8}}, disagrees},
-      {"LocalCrc", {{.name = "bad", .data = "x", .localCrc = 1}}, disagrees},
-      {"LocalSize", {{.name = "bad", .data = "x", .localSize = 2}}, disagrees},
-      {"SizeBeyondReason",
-       {{.name = "bad", .data = "x", .deflate = true, .zip64 = true, .size = 1ULL << 40U}},
-       stated},
-      {"StoredSizesDiffer", {{.name = "bad", .data = "x", .size = 2}}, stated},
-      {"OutsideOfTheArchive", {{.name = "bad", .data = "x", .offset = 1U << 20U}}, "outside"},
-      {"LongerThanTheArchive",
-       {{.name = "bad", .data = "x", .size = 9999, .packedSize = 9999}},
-       "outside"},
-      {"SameBytesTwice",
-       {{.name = "one", .data = "x"}, {.name = "two", .data = "x", .offset = 42}},
-       shares,
-       2},
-      {"EntryInsideAnother",
-       {{.name = "one", .data = MakeZip({{.name = "two", .data = "x"}})},
-        {.name = "two", .data = "x", .offset = 75}},
-       shares,
-       2},
-      {"TableCutShort", {Named("last")}, "breaks off", 1, {}, {.tableCut = 3}},
-      {"TooFewTold", {Named("more")}, "breaks off", 1, {{"more", "file bad"}}, {.count = 1}},
-      {"SeveralFaultsOneLine",
-       {Named("../a"), Named("/b"), Named("\n")},
-       "(and 1 more)",
-       2,
-       {{"\n", "file bad"}}},
-      {"NoLineFeedInTheLine", {Named("../a\nb")}, R"(../a\x0ab: )"},
+  const std::vector<std::pair<std::string, const char*>> rows = {
+      {"../sentinel", outside},
+      {"a/../../sentinel", outside},
+      {"a/..", outside},
+      {"../", outside},
+      {R"(..\sentinel)", outside},
+      {R"(a\..\..\sentinel)", outside},
+      {"/tmp/expander-sentinel", absolute},
+      {R"(\sentinel)", absolute},
+      {R"(C:\sentinel)", absolute},
+      {std::string("a\0b", 3), "NUL"},
+      {"", "empty"},
+      {std::string(5000, 'n'), "longer than a path"},
+      {"../a\nb", R"(../a\x0ab: )"},
   };
-  // Data that are wrong, for each of the ways that data take: at once, in blocks, by two threads.
+  for (const auto& [name, why] : rows) {
+    ExpectContained({{{.name = name, .data = "bad"}}, why});
+  }
+}
+
+TEST(HostileArchive, EntryThatIsNoneOrContradictsItselfIsRefused) {
+  const char* const disagrees = "its own header says otherwise";
+  const char* const stated = "states a size";
+  const std::vector<std::pair<ZipEntry, const char*>> rows = {
+      {{.name = "other", .extra = UnicodeNameField("other", "../sentinel")}, "leads out"},
+      {{.name = "character device", .mode = 0020666}, "device"},
+      {{.name = "block device", .mode = 0060666}, "device"},
+      {{.name = "pipe", .mode = 0010666}, "device"},
+      {{.name = "socket", .mode = 0140666}, "device"},
+      {{.name = "folder/", .data = "x", .mode = kFolder}, "holds data"},
+      {{.name = "long", .data = std::string(4096, 't'), .mode = kLink}, "longer than a path"},
+      {{.name = "to nothing", .mode = kLink}, "empty"},
+      {{.name = "to NUL", .data = std::string("a\0b", 3), .mode = kLink}, "NUL"},
+      {{.name = "encrypted", .data = "x", .flags = 1}, "encrypted"},
+      {{.name = "unknown", .data = "x", .method = 9}, "method"},
+      {{.name = "shorter", .data = "x", .local = {kLocalNameSize, "\3"}}, disagrees},
+      {{.name = "name", .data = "x", .local = {kLocalName, "f"}}, disagrees},
+      {{.name = "method", .data = "x", .local = {kLocalMethod, "\x8"}}, disagrees},
+      {{.name = "crc", .data = "x", .local = {kLocalCrc, "\1"}}, disagrees},
+      {{.name = "size", .data = "x", .local = {kLocalSize, "\2"}}, disagrees},
+      {{.name = "huge", .data = "x", .deflate = true, .zip64 = true, .size = 1ULL << 40U}, stated},
+      {{.name = "stored", .data = "x", .size = 2}, stated},
+      {{.name = "behind the end", .data = "x", .offset = 1U << 20U}, "outside"},
+      {{.name = "too long", .data = "x", .size = 9999, .packedSize = 9999}, "outside"},
+  };
+  for (const auto& [entry, why] : rows) {
+    ExpectContained({{entry}, why});
+  }
+}
+
+TEST(HostileArchive, EntriesThatAreInEachOthersWayAreRefused) {
+  const ZipEntry link{.name = "l", .data = "..", .mode = kLink};
+  const ZipEntry file{.name = "l", .data = "x"};
+  const ZipEntry fileBelow{.name = "l/x", .data = "bad"};
+  const ZipEntry linkBelow{.name = "l/x", .data = "to", .mode = kLink};
+  const ZipEntry inside{.name = "in", .data = "x", .offset = 73};
+  const ZipEntry around{.name = "a", .data = MakeZip({inside})};
+  const ZipEntry above{.name = "../a"};
+  const ZipEntry lineFeed{.name = "\n", .data = "bad"};
+  const char* const inTheWay = "where a folder must be";
+  const std::vector<Hostile> rows = {
+      {{link, fileBelow}, inTheWay, 1, {{"target/l", "/"}, {"target/l/x", "bad"}}},
+      {{link, linkBelow}, inTheWay, 1, {{"target/l", "/"}, {"target/l/x", "-> to"}}},
+      {{file, fileBelow}, inTheWay, 1, {{"target/l", "/"}, {"target/l/x", "bad"}}},
+      {{file, {.name = "same", .data = "x", .offset = 42}}, "shares bytes", 2},
+      {{around, inside}, "shares bytes", 2},
+      {{file}, "breaks off", 1, {}, {.tableCut = 3}},
+      {{file}, "breaks off", 1, {{"target/l", "x"}}, {.count = 1}},
+      {{above, above, lineFeed}, "(and 1 more)", 2, {{"target/\n", "bad"}}},
+  };
+  for (const Hostile& row : rows) {
+    ExpectContained(row);
+  }
+}
+
+// For each of the ways that data take: at once, in blocks, by two threads.
+TEST(HostileArchive, DataThatAreWrongLeaveNoFile) {
+  const char* const otherSize = "its data are";
+  const std::uint32_t wrong = 1;
   for (const std::size_t size : {10UL, 300'000UL, 5'000'000UL}) {
     const std::string data = Noise(size);
-    const std::string way = "Of" + std::to_string(size);
-    const std::uint32_t wrong = 1;
-    rows.push_back({"WrongCrcStored" + way, {{.name = "bad", .data = data, .crc = wrong}}, "CRC"});
-    rows.push_back({"WrongCrcDeflated" + way,
-                    {{.name = "bad", .data = data, .deflate = true, .crc = wrong}},
-                    "CRC"});
-    rows.push_back(
-        {"NoDeflateStream" + way,
-         {{.name = "bad", .data = data, .deflate = true, .packed = std::string(size, '\xFF')}},
-         damaged});
-    rows.push_back({"DataAreLonger" + way,
-                    {{.name = "bad", .data = data, .deflate = true, .size = size - 1}},
-                    "its data are"});
-    rows.push_back({"DataAreShorter" + way,
-                    {{.name = "bad", .data = data, .deflate = true, .size = size + 1}},
-                    "its data are"});
-    rows.push_back({"StreamBreaksOff" + way,
-                    {{.name = "bad",
-                      .data = data,
-                      .deflate = true,
-                      .packed = std::string("\1\xFF\xFF\0\0", 5) + data}},
-                    "its data are"});
-  }
-  return rows;
-}
-
-TEST(HostileArchive, IsContainedAndToldOf) {
-  for (const auto& row : HostileCases()) {
-    SCOPED_TRACE(row.name);
-    const Scratch scratch;
-    (void)scratch.Write("sentinel", "outside");
-    std::vector<ZipEntry> entries = row.entries;
-    entries.insert(entries.begin(), kGood);
-    const std::string zip = scratch.Write("a.zip", MakeZip(entries, row.layout));
-
-    const Result result = ExpandInto(zip, scratch.Path("target"));
-
-    EXPECT_EQ(result.faults, row.faults);
-    EXPECT_NE(result.Line().find(row.why), std::string::npos) << result.Line();
-    Listing expected = row.left;
-    expected["good.txt"] = "file good";
-    EXPECT_EQ(List(scratch.Path("target")), expected);
-    EXPECT_EQ(ReadFile(scratch.Path("sentinel")), "outside");
-    EXPECT_FALSE(std::filesystem::exists("/tmp/expander-sentinel"));
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch.Path("")), {}), 3);
+    const std::string none(size, '\xFF');
+    const std::string endless = Bytes({{1, 1}, {0xFFFF, 4}}) + data;
+    const std::vector<std::pair<ZipEntry, const char*>> rows = {
+        {{.name = "stored", .data = data, .crc = wrong}, "CRC"},
+        {{.name = "deflated", .data = data, .deflate = true, .crc = wrong}, "CRC"},
+        {{.name = "none", .data = data, .deflate = true, .packed = none}, "damaged"},
+        {{.name = "longer", .data = data, .deflate = true, .size = size - 1}, otherSize},
+        {{.name = "shorter", .data = data, .deflate = true, .size = size + 1}, otherSize},
+        {{.name = "broken off", .data = data, .deflate = true, .packed = endless}, otherSize},
+    };
+    for (const auto& [entry, why] : rows) {
+      ExpectContained({{entry}, why});
+    }
   }
 }
 
-// Wherever a real archive breaks off, what is left is whole files only and the status tells.
-TEST(TruncatedArchive, LeavesNothingThatPassesForTheWhole) {
-  const std::string whole = MakeZip({kGood, {.name = "b", .data = Noise(100), .deflate = true}});
-  const Scratch scratch;
-  for (std::size_t size = 0; size < whole.size(); ++size) {
-    const std::string zip = scratch.Write("a.zip", whole.substr(0, size));
-    EXPECT_EQ(ExpandInto(zip, scratch.Path("target")).faults, 1) << size;
-  }
-  EXPECT_TRUE(std::filesystem::is_empty(scratch.Path("target")));
-}
-
-// A byte changed anywhere in the data or headers gives an error or the very same tree.
-TEST(DamagedArchive, NeverGivesAnotherTreeWithStatusZero) {
+// Wherever an archive breaks off, nothing passes for the whole. A byte changed anywhere in its data
+// or headers gives an error or the very same tree.
+TEST(HostileArchive, BrokenOneNeverGivesAnotherTreeWithStatusZero) {
   const std::string whole =
       MakeZip({{.name = "d/b", .data = std::string(300, 'b'), .deflate = true},
                {.name = "l", .data = "d/b", .mode = kLink}});
-  const Listing expected = {{"d", "folder"}, {"d/b", "file 300 bytes"}, {"l", "link d/b"}};
-  const std::size_t table = whole.find("PK\1\2");
-  const Scratch scratch;
-  for (std::size_t i = 0; i < table; ++i) {
+  const Files expected{{"d", "/"}, {"d/b", std::string(300, 'b')}, {"l", "-> d/b"}};
+  const ScratchFolder scratch;
+  const std::string zip = scratch / "a.zip";
+  for (std::size_t size = 0; size < whole.size(); ++size) {
+    WriteFile(zip, whole.substr(0, size));
+    EXPECT_EQ(ExpandInto(zip, scratch / "none").faults, 1) << size;
+  }
+  EXPECT_EQ(Tree(scratch / "none"), Files());
+  for (std::size_t i = 0; i < whole.find("PK\1\2"); ++i) {
     std::string damaged = whole;
     damaged[i] = static_cast<char>(damaged[i] ^ 0x55);
-    const std::string target = scratch.Path("target" + std::to_string(i));
-    if (ExpandInto(scratch.Write("a.zip", damaged), target).Complete()) {
-      EXPECT_EQ(List(target), expected) << "byte " << i;
+    WriteFile(zip, damaged);
+    const std::string target = scratch / std::to_string(i);
+    if (ExpandInto(zip, target).Complete()) {
+      EXPECT_EQ(Tree(target), expected) << "byte " << i;
     }
   }
 }
 
 }  // namespace
-}  // namespace zephin::expander::test
+}  // namespace zephin::test

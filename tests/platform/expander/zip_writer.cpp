@@ -3,10 +3,15 @@
 #include <libdeflate.h>
 
 #include <memory>
-#include <stdexcept>
 
-namespace zephin::expander::test {
+namespace zephin::test {
 namespace {
+
+constexpr std::uint32_t kAllBits = 0xFFFFFFFF;
+
+std::uint32_t Crc(const std::string& data) {
+  return libdeflate_crc32(0, data.data(), data.size());
+}
 
 std::string Deflate(const std::string& data) {
   const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> compressor(
@@ -17,111 +22,94 @@ std::string Deflate(const std::string& data) {
   return packed;
 }
 
-// What both headers of an entry are made from.
+// CRC and sizes, in this order in each of the three places where they stand.
 struct Facts {
-  std::string packed;
-  std::uint32_t crc = 0;
-  std::uint64_t size = 0;
+  std::uint64_t crc = 0;
   std::uint64_t packedSize = 0;
-  std::uint64_t offset = 0;
-  std::uint16_t method = 0;
-  std::uint16_t flags = 0;
+  std::uint64_t size = 0;
+
+  std::string In32Bits(bool zip64) const {
+    return Bytes({{crc, 4}, {zip64 ? kAllBits : packedSize, 4}, {zip64 ? kAllBits : size, 4}});
+  }
 };
 
-Facts Collect(const ZipEntry& entry) {
-  Facts facts;
-  facts.packed = entry.packed.value_or(entry.deflate ? Deflate(entry.data) : entry.data);
-  facts.crc = entry.crc.value_or(libdeflate_crc32(0, entry.data.data(), entry.data.size()));
-  facts.size = entry.size.value_or(entry.data.size());
-  facts.packedSize = entry.packedSize.value_or(facts.packed.size());
-  facts.method = entry.method.value_or(entry.deflate ? 8 : 0);
-  facts.flags = static_cast<std::uint16_t>(entry.flags | (entry.descriptor ? 8U : 0U));
-  return facts;
-}
-
-std::string Sizes(std::uint32_t crc, std::uint64_t packedSize, std::uint64_t size, bool zip64) {
-  constexpr std::uint64_t kAllBits = 0xFFFFFFFF;
-  return LittleEndian(crc, 4) + LittleEndian(zip64 ? kAllBits : packedSize, 4) +
-         LittleEndian(zip64 ? kAllBits : size, 4);
+// What the headers of an entry have in common.
+std::string Header(const ZipEntry& entry, const Facts& facts, std::size_t extraSize) {
+  return Bytes({{20, 2},
+                {entry.flags | (entry.descriptor ? 8U : 0U), 2},
+                {entry.method.value_or(entry.deflate ? 8 : 0), 2},
+                {kZipTime, 4}}) +
+         facts.In32Bits(entry.zip64) + Bytes({{entry.name.size(), 2}, {extraSize, 2}});
 }
 
 std::string LocalHeader(const ZipEntry& entry, const Facts& facts) {
-  const std::string name = entry.localName.value_or(entry.name);
   const std::string extra =
-      entry.zip64 ? ExtraField(1, LittleEndian(facts.size, 8) + LittleEndian(facts.packedSize, 8))
-                  : std::string();
-  return "PK\3\4" + LittleEndian(20, 2) + LittleEndian(facts.flags, 2) +
-         LittleEndian(entry.localMethod.value_or(facts.method), 2) + LittleEndian(entry.time, 4) +
-         (entry.descriptor ? Sizes(0, 0, 0, false)
-                           : Sizes(entry.localCrc.value_or(facts.crc), facts.packedSize,
-                                   entry.localSize.value_or(facts.size), entry.zip64)) +
-         LittleEndian(name.size(), 2) + LittleEndian(extra.size(), 2) + name + extra;
+      entry.zip64 ? ExtraField(1, Bytes({{facts.size, 8}, {facts.packedSize, 8}})) : "";
+  std::string header = "PK\3\4" + Header(entry, entry.descriptor ? Facts() : facts, extra.size()) +
+                       entry.name + extra;
+  const auto& [place, lie] = entry.local;
+  return header.replace(place, lie.size(), lie);
 }
 
-std::string Record(const ZipEntry& entry, const Facts& facts) {
+std::string Record(const ZipEntry& entry, const Facts& facts, std::uint64_t offset) {
   std::string extra = entry.extra;
   if (entry.zip64) {
-    extra += ExtraField(1, LittleEndian(facts.size, 8) + LittleEndian(facts.packedSize, 8) +
-                               LittleEndian(facts.offset, 8));
+    extra += ExtraField(1, Bytes({{facts.size, 8}, {facts.packedSize, 8}, {offset, 8}}));
   }
-  return "PK\1\2" + LittleEndian(20U | static_cast<std::uint32_t>(entry.host) << 8U, 2) +
-         LittleEndian(20, 2) + LittleEndian(facts.flags, 2) + LittleEndian(facts.method, 2) +
-         LittleEndian(entry.time, 4) + Sizes(facts.crc, facts.packedSize, facts.size, entry.zip64) +
-         LittleEndian(entry.name.size(), 2) + LittleEndian(extra.size(), 2) + LittleEndian(0, 6) +
-         LittleEndian(static_cast<std::uint64_t>(entry.mode) << 16U, 4) +
-         LittleEndian(entry.zip64 ? 0xFFFFFFFF : facts.offset, 4) + entry.name + extra;
+  return "PK\1\2" + Bytes({{20, 1}, {entry.host, 1}}) + Header(entry, facts, extra.size()) +
+         Bytes({{0, 8}, {entry.mode, 2}, {entry.zip64 ? kAllBits : offset, 4}}) + entry.name +
+         extra;
 }
 
 std::string EndRecords(const ZipLayout& layout, std::uint64_t count, std::uint64_t offset,
                        std::uint64_t size) {
   std::string end;
   if (layout.zip64End) {
-    end = "PK\6\6" + LittleEndian(44, 8) + LittleEndian(0, 12) + LittleEndian(count, 8) +
-          LittleEndian(count, 8) + LittleEndian(size, 8) + LittleEndian(offset, 8) + "PK\6\7" +
-          LittleEndian(0, 4) + LittleEndian(offset + size, 8) + LittleEndian(1, 4);
-    count = 0xFFFF;
-    size = offset = 0xFFFFFFFF;
+    end = "PK\6\6" + Bytes({{44, 8}, {0, 12}, {count, 8}, {count, 8}, {size, 8}, {offset, 8}}) +
+          "PK\6\7" + Bytes({{0, 4}, {offset + size, 8}, {1, 4}});
+    count = size = offset = kAllBits;
   }
-  return end + "PK\5\6" + LittleEndian(0, 4) + LittleEndian(count, 2) + LittleEndian(count, 2) +
-         LittleEndian(size, 4) + LittleEndian(offset, 4) + LittleEndian(0, 2);
+  return end + "PK\5\6" + Bytes({{0, 4}, {count, 2}, {count, 2}, {size, 4}, {offset, 4}, {0, 2}});
 }
 
 }  // namespace
 
-std::string LittleEndian(std::uint64_t number, int width) {
+std::string Bytes(std::initializer_list<std::pair<std::uint64_t, int>> numbers) {
   std::string bytes;
-  for (int i = 0; i < width; ++i) {
-    bytes += static_cast<char>(i < 8 ? number >> (8U * static_cast<unsigned>(i)) & 0xFFU : 0U);
+  for (auto [number, width] : numbers) {
+    for (; width > 0; --width, number >>= 8U) {
+      bytes += static_cast<char>(number & 0xFFU);
+    }
   }
   return bytes;
 }
 
 std::string ExtraField(std::uint16_t tag, const std::string& body) {
-  return LittleEndian(tag, 2) + LittleEndian(body.size(), 2) + body;
+  return Bytes({{tag, 2}, {body.size(), 2}}) + body;
 }
 
 std::string UnicodeNameField(const std::string& storedName, const std::string& name) {
-  return ExtraField(
-      0x7075,
-      "\1" + LittleEndian(libdeflate_crc32(0, storedName.data(), storedName.size()), 4) + name);
+  return ExtraField(0x7075, Bytes({{1, 1}, {Crc(storedName), 4}}) + name);
 }
 
 std::string MakeZip(const std::vector<ZipEntry>& entries, const ZipLayout& layout) {
   std::string data;
   std::string table;
   for (const ZipEntry& entry : entries) {
-    Facts facts = Collect(entry);
-    facts.offset = entry.offset.value_or(data.size());
-    data += LocalHeader(entry, facts);
-    data += facts.packed;
+    const std::string packed =
+        entry.packed.value_or(entry.deflate ? Deflate(entry.data) : entry.data);
+    const Facts facts{entry.crc.value_or(Crc(entry.data)), entry.packedSize.value_or(packed.size()),
+                      entry.size.value_or(entry.data.size())};
+    table += Record(entry, facts, entry.offset.value_or(data.size()));
+    data += LocalHeader(entry, facts) + packed;
     if (entry.descriptor) {
-      data += "PK\7\x8" + Sizes(facts.crc, facts.packedSize, facts.size, false);
+      data += "PK\7\x8" + facts.In32Bits(false);
     }
-    table += Record(entry, facts);
   }
   table.resize(table.size() - layout.tableCut);
   return layout.prefix + data + table +
-         EndRecords(layout, layout.count.value_or(entries.size()), data.size(), table.size());
+         EndRecords(layout, layout.count.value_or(entries.size()), data.size() + layout.gap,
+                    table.size());
 }
 
-}  // namespace zephin::expander::test
+}  // namespace zephin::test

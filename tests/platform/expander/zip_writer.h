@@ -3,11 +3,16 @@
 #define TESTS_PLATFORM_EXPANDER_ZIP_WRITER_H_
 
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
-namespace zephin::expander::test {
+namespace zephin::test {
+
+constexpr std::uint32_t kFolder = 0040755;
+constexpr std::uint32_t kLink = 0120777;
 
 struct ZipEntry {
   std::string name = {};
@@ -21,8 +26,7 @@ struct ZipEntry {
   bool zip64 = false;
   std::uint16_t flags = 0;
   std::uint8_t host = 3;
-  std::uint32_t time = 0x58690000;  // 2024-03-09, 0:00
-  std::string extra = {};           // of the central directory
+  std::string extra = {};  // of the central directory
   // Lies: what the record says in place of the truth.
   std::optional<std::uint16_t> method = {};
   std::optional<std::uint32_t> crc = {};
@@ -30,12 +34,16 @@ struct ZipEntry {
   std::optional<std::uint64_t> packedSize = {};
   std::optional<std::uint64_t> offset = {};
   std::optional<std::string> packed = {};
-  // Lies of the local header alone.
-  std::optional<std::string> localName = {};
-  std::optional<std::uint16_t> localMethod = {};
-  std::optional<std::uint32_t> localCrc = {};
-  std::optional<std::uint32_t> localSize = {};
+  // A place in the local header, and what stands there in place of the truth.
+  std::pair<std::size_t, std::string> local = {};
 };
+
+// Places in a local header, in bytes.
+constexpr std::size_t kLocalMethod = 8;
+constexpr std::size_t kLocalCrc = 14;
+constexpr std::size_t kLocalSize = 22;
+constexpr std::size_t kLocalNameSize = 26;
+constexpr std::size_t kLocalName = 30;
 
 struct ZipLayout {
   std::string prefix = {};
@@ -44,7 +52,12 @@ struct ZipLayout {
   std::optional<std::uint64_t> count = {};
   // Bytes that the table of contents is cut short by.
   std::uint32_t tableCut = 0;
+  // Bytes that belong in front of the table of contents and aren't written.
+  std::uint64_t gap = 0;
 };
+
+// 2024-03-09, 0:00: the day and hour of every entry.
+constexpr std::uint32_t kZipTime = 0x58690000;
 
 // The archive's bytes.
 std::string MakeZip(const std::vector<ZipEntry>& entries, const ZipLayout& layout = {});
@@ -55,9 +68,9 @@ std::string ExtraField(std::uint16_t tag, const std::string& body);
 // The field that replaces a name, made for `storedName`.
 std::string UnicodeNameField(const std::string& storedName, const std::string& name);
 
-// A number in `width` bytes, low byte first.
-std::string LittleEndian(std::uint64_t number, int width);
+// Numbers, each in so many bytes, low byte first.
+std::string Bytes(std::initializer_list<std::pair<std::uint64_t, int>> numbers);
 
-}  // namespace zephin::expander::test
+}  // namespace zephin::test
 
 #endif  // TESTS_PLATFORM_EXPANDER_ZIP_WRITER_H_

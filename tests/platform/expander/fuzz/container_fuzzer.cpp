@@ -6,7 +6,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <utility>
 #include <vector>
 
@@ -14,15 +13,12 @@
 #include "platform/expander/entry_stream.h"
 #include "platform/expander/file_jobs.h"
 #include "platform/expander/plan.h"
+#include "tests/fuzz/fuzzing.h"
 
 namespace zephin::expander {
 namespace {
 
-void Require(bool condition) {
-  if (!condition) {
-    std::abort();
-  }
-}
+using test::Require;
 
 void ReadData(const Entry& entry, Unpacker& unpacker) {
   std::vector<char> block(EntryStream::kSmall);
