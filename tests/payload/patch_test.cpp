@@ -47,11 +47,9 @@ TEST_F(Patch, EachKindOfItemDoesItsWorkOnTheInstalledFolder) {
     std::string failure = {};
   };
   const std::vector<Row> rows{
-      {"", "a=1", "a=1"},
       // Files replace, are added, and bring the folders that they need.
       {"a=2 b=3", "a=1", "a=2 b=3"},
       {"empty/deep/ x/y/c=3", "", "x/ x/y/ x/y/c=3"},
-      {"x/c=3", "x/a=1", "x/ x/a=1 x/c=3"},
       {"a=2", "a/b=1", "a=2"},
       {"a/b=2", "a=1", "a=1", "a/b"},
       // The marker may stand anywhere, in any letter case; its first occurrence counts.
@@ -102,20 +100,6 @@ TEST_F(Patch, MissingPatchFolderIsTold) {
   run.desktop.ExpectMessage("Patch Not Found\n\nPatch folder not created at specified location.");
   Apply();
   EXPECT_EQ(run.desktop.milliseconds, 0);
-}
-
-TEST_F(Patch, OnAFullDiskEachFileThatFailsIsToldAndTheRestGoesOn) {
-  ExpectFailure("a");
-  ExpectFailure("c");
-  const std::string large(5000, 'x');
-  const FullDisk full(1000);
-  {
-    const FullDisk roomForThePatch(10'000);
-    MakeTree(patch, "a=" + large + " b=2 c=" + large);
-  }
-  MakeTree(installed, "a=1 b=1");
-  Apply();
-  EXPECT_EQ(TreeWords(installed), "b=2");
 }
 
 TEST_F(Patch, RemovalOfThePatchFolderIsTriedEveryTwoSecondsUntilItWorksOrTheUserQuits) {

@@ -1,7 +1,6 @@
 #include "payload/scrambled_file.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "setup/scrambling_bytes.h"
 #include "tests/support/limits.h"
@@ -68,30 +67,6 @@ TEST_F(ScrambledFile, OneThatCanNotBeDeletedIsWrittenOver) {
   const std::string plain = ReadFile(file);
   EXPECT_EQ(plain.size(), 100'001U);
   EXPECT_EQ(plain.substr(99'998), "bab");
-}
-
-TEST_F(ScrambledFile, OneThatCanNotBeMadeAnewIsGone) {
-  WriteFile(file, "ab");
-  // Once as usual: what looks after this program at run time may need files of its own the first
-  // time.
-  Unscramble();
-  rlimit before{};
-  getrlimit(RLIMIT_NOFILE, &before);
-  const int next = dup(STDERR_FILENO);
-  close(next);
-  // Room for the file that is read, none for the one to be written.
-  const rlimit tight{static_cast<rlim_t>(next) + 1, before.rlim_max};
-  setrlimit(RLIMIT_NOFILE, &tight);
-  Unscramble();
-  setrlimit(RLIMIT_NOFILE, &before);
-  EXPECT_FALSE(fs::exists(file));
-}
-
-TEST_F(ScrambledFile, OnAFullDiskItEndsWhereTheDiskDoes) {
-  WriteFile(file, std::string(1'000'000, 'x'));
-  const FullDisk full(600'000);
-  Unscramble();
-  EXPECT_EQ(fs::file_size(file), 600'000U);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "dialogs/message_modal.h"
+#include "platform/framework/text.h"
 #include "tests/support/limits.h"
 #include "tests/support/stub_run.h"
 
@@ -96,10 +97,7 @@ TEST_P(SplitSetup, PiecesAreTakenInTheOrderOfTheirNumbersUntilTheLast) {
 }
 
 TEST_P(SplitSetup, NextDiscIsAskedForUntilItIsThere) {
-  std::string large(2'500'000, '\0');
-  for (std::size_t i = 0; i < large.size(); ++i) {
-    large[i] = static_cast<char>(i % 251);
-  }
+  const std::string large = Noise(2'500'000);
   AddPiece("2", large);
   ExpectQuestion(yes);  // Nothing has been put in.
   ExpectQuestion(yes, [this] {
@@ -122,19 +120,14 @@ TEST_P(SplitSetup, NoToTheQuestionEndsTheRun) {
 TEST_P(SplitSetup, ForeignClipboardIsOnlyAskedAboutInThePublishersWords) {
   const std::string builtIn =
       "Insert next CD.  When you see the CD icon, click YES to continue or NO to quit.";
-  for (const auto& [clipboard, custom] : {std::pair{"", ""}, {"CD/", "Next disc?"}}) {
+  for (const auto& [clipboard, text] : {std::pair{"", builtIn}, {"CD/", "Next disc?"}}) {
     run.desktop.clipboard = clipboard;
-    Array<String> labels;
-    for (int i = 0; i < 27; ++i) {
-      labels.Append(i == 16 ? custom : "");
-    }
-    window->fLabels = labels;
-    const std::string text = *custom == '\0' ? builtIn : custom;
-    run.desktop.ExpectWindow("Confirmation", [this, text](Window& asked) {
+    run.desktop.ExpectWindow("Confirmation", [this, text = text](Window& asked) {
       EXPECT_EQ(dynamic_cast<MessageModal&>(asked).MessageText()->Text().Bytes(), text);
       ScriptedDesktop::Press(asked, no);
     });
     EXPECT_EQ(Join(), 0);
+    window->fLabels = Split("||||||||||||||||Next disc?||||||||||", "|");
   }
 }
 
