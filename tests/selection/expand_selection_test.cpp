@@ -144,15 +144,6 @@ TEST_F(ExpandSelection, OptionFromAnAddressIsFetchedUnderItsOwnLineAndMergedWith
   EXPECT_EQ(window.MessageLabel()->Text().Bytes(), "Please Wait");
 }
 
-TEST_F(ExpandSelection, DownloadThatFailsIsToldTwice) {
-  Install("");
-  const std::string address = "http://127.0.0.1:" + std::to_string(UnusedPort()) + "/pack.zip";
-  run.desktop.ExpectMessage("Setup file download failed.");
-  run.desktop.ExpectMessage("Install failed for option Pack");
-  PlaceOptions("Pack," + address + ",Extras", "Pack");
-  EXPECT_EQ(TreeWords(tool), "");
-}
-
 TEST_F(ExpandSelection, NotesAndAddressComeLastAndOnlyAfterAnInstall) {
   window.fPostInstallNotes = "Thanks";
   window.fCompletionURL = "example.com/done";
