@@ -14,44 +14,42 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class Shells : public OnDisk {
- protected:
-  static int Run(const String& command) {
-    Shell shell;
-    shell.Execute(command);
-    return shell.ErrorCode();
-  }
-};
+using Shells = OnDisk;
+
+int StatusOf(const String& command) {
+  Shell shell;
+  shell.Execute(command);
+  return shell.ErrorCode();
+}
 
 TEST_F(Shells, GiveTheStatusOfTheCommand) {
   const std::vector<std::pair<const char*, int>> rows = {
-      {"true", 0},
       {"exit 3", 3},
       {"false; true", 0},
       {"kill -9 $$", 137},
       {"none-of-these", 127},
       {"test ! -t 0 && ! read x", 0},
-      // It has none, and ditto is not known.
+      // Without a folder of helpers.
       {"ditto -xk a b", 127},
   };
   for (const auto& [command, status] : rows) {
-    EXPECT_EQ(Run(command), status) << command;
+    EXPECT_EQ(StatusOf(command), status) << command;
   }
-  EXPECT_NE(Run("echo 'no end"), 0);
+  EXPECT_NE(StatusOf("echo 'no end"), 0);
   // Half a command is never run.
-  EXPECT_EQ(Run(Utf8(std::string("true\0x", 6))), 127);
+  EXPECT_EQ(StatusOf(Utf8(std::string("true\0x", 6))), 127);
 }
 
 TEST_F(Shells, StatusIsKnownWhereTheEndOfChildrenIsIgnored) {
   const auto before = std::signal(SIGCHLD, SIG_IGN);
-  EXPECT_EQ(Run("exit 3"), 3);
+  EXPECT_EQ(StatusOf("exit 3"), 3);
   EXPECT_EQ(std::signal(SIGCHLD, before), SIG_IGN) << "left as it was";
 }
 
 TEST_F(Shells, WaitForTheCommandAndNotForWhatItLeavesBehind) {
   mkfifo((base / "pipe").c_str(), 0600);
   // What is left behind keeps all standard descriptors until the pipe is written.
-  EXPECT_EQ(Run("read x <" + At("pipe")->ShellPath() + " & exit 4"), 4);
+  EXPECT_EQ(StatusOf("read x <" + At("pipe")->ShellPath() + " & exit 4"), 4);
   WriteFile(base / "pipe", "go on\n");
 }
 
@@ -61,9 +59,10 @@ TEST_F(Shells, HandDownNoDescriptorAndNoBlockedSignal) {
   sigset_t before;
   sigfillset(&all);
   sigprocmask(SIG_BLOCK, &all, &before);
-  const int status = Run(Utf8("test ! -e /proc/$$/fd/" + std::to_string(leak) +
-                              " && while read key value; do case $key in SigBlk:) blocked=$value;;"
-                              " esac; done </proc/$$/status && test $blocked -eq 0"));
+  const int status =
+      StatusOf(Utf8("test ! -e /proc/$$/fd/" + std::to_string(leak) +
+                    " && while read key value; do case $key in SigBlk:) blocked=$value;;"
+                    " esac; done </proc/$$/status && test $blocked -eq 0"));
   sigprocmask(SIG_SETMASK, &before, nullptr);
   close(leak);
   EXPECT_EQ(status, 0);
@@ -79,9 +78,7 @@ TEST(ShellHelpers, DittoIsThatOfTheHelpersFolderWhateverItsName) {
   QuietDesktop desktop;
   const Application application(desktop, machine);
   const FolderItem out(scratch / "o ut");
-  Shell shell;
-  shell.Execute("ditto -xk " + out.ShellPath() + " 'x  y'");
-  EXPECT_EQ(shell.ErrorCode(), 5);
+  EXPECT_EQ(StatusOf("ditto -xk " + out.ShellPath() + " 'x  y'"), 5);
   EXPECT_EQ(ReadFile(scratch / "o ut"), "<-xk><" + out.NativePath().Bytes() + "><x  y>");
 }
 
