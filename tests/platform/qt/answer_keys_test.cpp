@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <functional>
+#include <tuple>
 #include <vector>
 
 #include "platform/framework/controls.h"
@@ -28,22 +29,17 @@ class KeysWindow final : public Window {
   }
 
   void CreateControls() override {
-    AddButton("Quit");
-    AddButton("Cancel");
-    AddButton("OK");
+    for (const char* name : {"Quit", "Cancel", "OK"}) {
+      Add<PushButton>(name, {0, 200, 80, 20})->Action = [this](PushButton& each) {
+        pressed += each.Name() + " ";
+      };
+    }
     Button("OK")->SetDefault(true);
     Button("Cancel")->SetCancel(true);
     Add<TextArea>("Area", {0, 0, 90, 90})->SetReadOnly(true);
     Add<TextField>("Field", {100, 0, 90, 20});
     Add<HTMLViewer>("Page", {0, 100, 90, 90});
     Add<RadioButton>("Radio", {100, 100, 90, 20});
-  }
-
-  void AddButton(const char* name) {
-    const Ref<PushButton> button = Add<PushButton>(name, {0, 200, 80, 20});
-    button->SetCaption(name);
-    button->SetTabIndex(0);
-    button->Action = [this](PushButton& each) { pressed += each.Name() + " "; };
   }
 };
 
@@ -81,27 +77,23 @@ TEST_F(AnswerKeys, ReturnAndEscapeAnswerWhateverHasTheFocus) {
 }
 
 TEST_F(AnswerKeys, ButtonsThatCannotBePressedAreNotAnswered) {
-  struct Row {
-    const char* what;
-    std::function<void(KeysWindow&)> change;
-    const char* byReturn;
-    const char* byEscape;
+  using Change = std::function<void(KeysWindow&)>;
+  const std::vector<std::tuple<Change, const char*, const char*>> rows{
+      // what happens to the buttons, what Return presses then, and Escape
+      {[](KeysWindow& w) { w.Button("Cancel")->SetVisible(false); }, "OK ", ""},
+      {[](KeysWindow& w) { w.Button("Cancel")->SetEnabled(false); }, "OK ", ""},
+      {[](KeysWindow& w) { w.Button("Cancel")->SetCancel(false); }, "OK ", ""},
+      {[](KeysWindow& w) { w.Button("OK")->SetCancel(true); }, "OK ", "Cancel "},
+      {[](KeysWindow& w) { w.Button("OK")->SetEnabled(false); }, "", "Cancel "},
   };
-  const std::vector<Row> rows{
-      {"hidden", [](KeysWindow& w) { w.Button("Cancel")->SetVisible(false); }, "OK ", ""},
-      {"disabled", [](KeysWindow& w) { w.Button("Cancel")->SetEnabled(false); }, "OK ", ""},
-      {"none", [](KeysWindow& w) { w.Button("Cancel")->SetCancel(false); }, "OK ", ""},
-      {"two", [](KeysWindow& w) { w.Button("OK")->SetCancel(true); }, "OK ", "Cancel "},
-      {"default", [](KeysWindow& w) { w.Button("OK")->SetEnabled(false); }, "", "Cancel "},
-  };
-  for (const Row& row : rows) {
+  for (const auto& [change, byReturn, byEscape] : rows) {
     window_ = MakeWindow<KeysWindow>();
-    row.change(*window_);
+    change(*window_);
     WindowPeer peer(*window_);
     peer.show();
-    EXPECT_EQ(Type(peer, "Area", Qt::Key_Return), row.byReturn) << row.what;
-    EXPECT_EQ(Type(peer, "Area", Qt::Key_Escape), row.byEscape) << row.what;
-    EXPECT_TRUE(peer.isVisible()) << row.what;
+    EXPECT_EQ(Type(peer, "Area", Qt::Key_Return), byReturn);
+    EXPECT_EQ(Type(peer, "Area", Qt::Key_Escape), byEscape);
+    EXPECT_TRUE(peer.isVisible());
   }
 }
 

@@ -41,40 +41,43 @@ class Languages : public testing::TestWithParam<std::string> {
   }
   String Label(const char* name) const { return Text(said_.at("fLabels").at(name)); }
 
-  /// A caption is whole and its letters, whose marks may reach further than the font says, are in
-  /// the room that its control has for it.
+  /// Whether the widget is one of these. Its caption is whole then and its letters, whose marks may
+  /// reach further than the font says, are in the room that it has for them.
   template <class Captioned>
-  static void ExpectCaptionFits(const Captioned& widget) {
-    const QString& text = widget.Caption();
-    EXPECT_TRUE(widget.IsWhole()) << text.toStdString();
-    const FittedCaption fitted = FitCaption(
-        text, widget.font(), SmallestReadable(widget.font().pixelSize()), widget.RoomForCaption());
-    const QRectF ink = QFontMetricsF(fitted.font).tightBoundingRect(text);
-    EXPECT_LE(ink.width(), widget.RoomForCaption() + 2) << text.toStdString();
-    EXPECT_LE(ink.height(), widget.height() - 2) << text.toStdString();
+  static bool IsFitting(const QWidget* each) {
+    const auto* widget = dynamic_cast<const Captioned*>(each);
+    if (widget == nullptr) {
+      return false;
+    }
+    const QString& text = widget->Caption();
+    EXPECT_TRUE(widget->IsWhole()) << text.toStdString();
+    const int smallest = SmallestReadable(widget->font().pixelSize());
+    const qreal room = widget->RoomForCaption();
+    const QFont font = FitCaption(text, widget->font(), smallest, room).font;
+    const QRectF ink = QFontMetricsF(font).tightBoundingRect(text);
+    EXPECT_LE(ink.width(), room + 2) << text.toStdString();
+    EXPECT_LE(ink.height(), widget->height() - 2) << text.toStdString();
+    return true;
   }
 
-  static void ExpectFits(Window& window) {
+  /// All texts fit when the buttons of these names have the captions of these labels.
+  void ExpectFits(Window& window,
+                  const std::vector<std::pair<const char*, const char*>>& labels = {}) const {
+    for (const auto& [button, label] : labels) {
+      RefCast<PushButton>(window.ControlByName(button))->SetCaption(Label(label));
+    }
     WindowPeer peer(window);
-    int captions = 0;
+    int fitting = 0;
     for (const QWidget* widget : peer.findChildren<QWidget*>()) {
+      const auto* text = dynamic_cast<const TextWidget*>(widget);
       if (widget->isHidden()) {
         continue;
       }
-      ++captions;
-      if (const auto* button = dynamic_cast<const CaptionButton*>(widget)) {
-        ExpectCaptionFits(*button);
-      } else if (const auto* radio = dynamic_cast<const RadioWidget*>(widget)) {
-        ExpectCaptionFits(*radio);
-      } else if (const auto* box = dynamic_cast<const CheckWidget*>(widget)) {
-        ExpectCaptionFits(*box);
-      } else if (const auto* text = dynamic_cast<const TextWidget*>(widget)) {
-        EXPECT_TRUE(text->IsWhole()) << text->Text().toStdString();
-      } else {
-        --captions;
-      }
+      EXPECT_TRUE(text == nullptr || text->IsWhole()) << text->Text().toStdString();
+      fitting += text != nullptr || IsFitting<CaptionButton>(widget) ||
+                 IsFitting<RadioWidget>(widget) || IsFitting<CheckWidget>(widget);
     }
-    EXPECT_GE(captions, 2);
+    EXPECT_GE(fitting, 2);
   }
 
   /// Fills the rows of a dialog and shows no more of them.
@@ -95,54 +98,39 @@ class Languages : public testing::TestWithParam<std::string> {
 };
 
 TEST_P(Languages, MainWindowShowsItsTextsWhole) {
-  window_.QuitBtn()->SetCaption(Label("quit"));
-  window_.InstallBtn()->SetCaption(Label("install"));
-  window_.InfoBtn()->SetCaption(Label("info"));
-  window_.InfoBtn()->SetVisible(true);
   window_.URLLabel()->SetText(Text(said_.at("fURLDisplayed")));
-  window_.URLLabel()->SetVisible(true);
   window_.CopyrightLabel()->SetText(Text(said_.at("fCopyright")));
-  window_.CopyrightLabel()->SetVisible(true);
+  for (const char* name : {"InfoBtn", "URLLabel", "CopyrightLabel"}) {
+    window_.ControlByName(name)->SetVisible(true);
+  }
   for (const String& message :
        {Text(said_.at("fMessage")), Label("installing"), Label("pleaseWait")}) {
     window_.MessageLabel()->SetText(message);
-    ExpectFits(window_);
+    ExpectFits(window_, {{"QuitBtn", "quit"}, {"InstallBtn", "install"}, {"InfoBtn", "info"}});
   }
 }
 
 TEST_P(Languages, DialogsShowTheirTextsWhole) {
-  const auto choices = MakeWindow<TChoiceDlg>();
-  Fill("fInstallChoices", [&](int index) { return choices->ChoiceRadio(index); });
-  ExpectFits(*choices);
   const auto options = MakeWindow<TOptionsDlg>();
   Fill("fInstallOptions", [&](int index) { return options->OptionCheckBox(index); });
   ExpectFits(*options);
-
   const auto replace = MakeWindow<YesNoDialog>();
   replace->ConfirmLabel1()->SetText(Label("replaceFirst"));
   replace->ConfirmLabel2()->SetText(Label("replaceSecond"));
-  replace->CancelBtn()->SetCaption(Label("cancel"));
-  replace->OKBtn()->SetCaption(Label("ok"));
-  ExpectFits(*replace);
+  ExpectFits(*replace, {{"CancelBtn", "cancel"}, {"OKBtn", "ok"}});
   const auto question = MakeWindow<MessageModal>();
   question->MessageText()->SetText(Label("nextDisc"));
   ExpectFits(*question);
-
   for (const char* accept : {"ok", "accept"}) {
-    const auto plain = MakeWindow<LicenseAgreementWindow>();
-    plain->QuitBtn()->SetCaption(Label("quit"));
-    plain->OKBtn()->SetCaption(Label(accept));
-    ExpectFits(*plain);
-    const auto page = MakeWindow<THtmlMessageDlg>();
-    page->QuitBtn()->SetCaption(Label("quit"));
-    page->ContinueBtn()->SetCaption(Label(accept));
-    ExpectFits(*page);
+    ExpectFits(*MakeWindow<LicenseAgreementWindow>(), {{"QuitBtn", "quit"}, {"OKBtn", accept}});
+    ExpectFits(*MakeWindow<THtmlMessageDlg>(), {{"QuitBtn", "quit"}, {"ContinueBtn", accept}});
   }
 }
 
-TEST_P(Languages, RowsBeginWhereTheScriptDoes) {
+TEST_P(Languages, RowsAreWholeAndBeginWhereTheScriptDoes) {
   const auto choices = MakeWindow<TChoiceDlg>();
   Fill("fInstallChoices", [&](int index) { return choices->ChoiceRadio(index); });
+  ExpectFits(*choices);
   // One caption in another script doesn't turn its row round.
   choices->ChoiceRadio(1)->SetCaption("Plain");
   const WindowPeer peer(*choices);

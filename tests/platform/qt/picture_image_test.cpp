@@ -6,16 +6,14 @@ namespace zephin {
 namespace {
 
 TEST(ImageOf, WhiteOfATransparentPictureIsClear) {
-  constexpr std::uint32_t kWhite = 0xFFFFFFFF;
-  constexpr std::uint32_t kAlmostWhite = 0xFFFFFFFE;
   for (const int transparent : {0, 1}) {
     const Ref<Picture> picture = MakeRef<Picture>(2, 1, 32);
-    picture->Pixels()[0] = kWhite;
-    picture->Pixels()[1] = kAlmostWhite;
+    picture->Pixels()[0] = 0xFFFFFFFF;
+    picture->Pixels()[1] = 0xFFFFFFFE;
     picture->SetTransparent(transparent);
     const QImage image = ImageOf(picture, QSize(64, 64));
-    EXPECT_EQ(image.pixel(0, 0), transparent == 1 ? 0 : kWhite);
-    EXPECT_EQ(image.pixel(1, 0), kAlmostWhite);
+    EXPECT_EQ(image.pixel(0, 0), transparent == 1 ? 0 : 0xFFFFFFFF);
+    EXPECT_EQ(image.pixel(1, 0), 0xFFFFFFFE);
   }
 }
 

@@ -10,22 +10,17 @@ namespace zephin {
 namespace {
 
 TEST(ToQString, ShowsEveryEncodingAndUnknownBytes) {
-  struct Row {
-    std::string bytes;
-    Encoding encoding;
-    const char16_t* shown;
-  };
-  const std::vector<Row> rows{
-      {"caf\xC3\xA9", Encoding::UTF8, u"café"},
-      {"caf\x8E", Encoding::MacRoman, u"café"},
-      {"caf\xC3\xA9", Encoding::None, u"café"},
-      {"caf\x8E", Encoding::None, u"café"},
-      {std::string("c\0\x4F\x53", 4), Encoding::UTF16, u"c\u534F"},
+  const std::vector<std::pair<String, const char16_t*>> rows{
+      {{"caf\xC3\xA9", Encoding::UTF8}, u"café"},
+      {{"caf\x8E", Encoding::MacRoman}, u"café"},
+      {{"caf\xC3\xA9", Encoding::None}, u"café"},
+      {{"caf\x8E", Encoding::None}, u"café"},
+      {{std::string("c\0\x4F\x53", 4), Encoding::UTF16}, u"c\u534F"},
       // The bytes that are not text don't take their neighbours with them.
-      {"a\xFF\xFE z", Encoding::UTF8, u"a\uFFFD\uFFFD z"},
+      {{"a\xFF\xFE z", Encoding::UTF8}, u"a\uFFFD\uFFFD z"},
   };
-  for (const Row& row : rows) {
-    EXPECT_EQ(ToQString(String(row.bytes, row.encoding)).toStdU16String(), row.shown) << row.bytes;
+  for (const auto& [text, shown] : rows) {
+    EXPECT_EQ(ToQString(text).toStdU16String(), shown) << text.Bytes();
   }
 }
 
