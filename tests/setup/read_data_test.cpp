@@ -18,6 +18,10 @@ class ReadData : public testing::Test {
     WriteFile(run.Resources() / "TextData", textData);
     return w.ReadData();
   }
+  template <class... Texts>
+  static std::string Joined(const Texts&... texts) {
+    return ((texts.Bytes() + " ") + ...);
+  }
   std::string Labels() const {
     std::string labels;
     for (const String& label : w.fLabels) {
@@ -33,32 +37,12 @@ TEST_F(ReadData, EachPositionGoesToItsField) {
   ASSERT_TRUE(Read("1$|~1$|~3$|~A,40,41$|~5$|~B,60,61$|~1$|~8$|~C,90,91$|~-100.9$|~1$|~12",
                    "1|t|#|2|t|#|3|#|4|#|5|t|#|L0||L2|#|7|#|8|#|9|#|10|#|11|#|12|#|1|#|14|#|15|#|16"
                    "|#|17|#|18|#|19|#|20|#|21|#|22,|t|#|23|#|24|#|25|#|26|#|27|#|28|#|29|t|#|30"));
-  std::string texts;
-  for (const String& field : {w.fTimeStamp,
-                              w.fExecuteAfterName,
-                              w.fLogoPixelStr,
-                              w.fPicturePixelStr,
-                              w.fExecuteBeforeName,
-                              w.fBackgroundPixelStr,
-                              w.fAgreement,
-                              w.fMessage,
-                              w.fURLActual,
-                              w.fURLDisplayed,
-                              w.fInfo,
-                              w.fTargetFolder,
-                              w.fCopyright,
-                              w.fWindowTitle,
-                              w.fInstallChoices,
-                              w.fInstallOptions,
-                              w.fMinOS,
-                              w.fMinRAM,
-                              w.fCompletionURL,
-                              w.fPreInstallNotes,
-                              w.fPostInstallNotes,
-                              w.fPostCopy}) {
-    texts += field.Bytes() + " ";
-  }
-  EXPECT_EQ(texts, "1 3 A B 8 C 1\nt 2|t 3 4 5\nt 7 8 9 22,|t 23 24 25 26 27 28 29|t ");
+  EXPECT_EQ(Joined(w.fTimeStamp, w.fExecuteAfterName, w.fLogoPixelStr, w.fPicturePixelStr,
+                   w.fExecuteBeforeName, w.fBackgroundPixelStr, w.fAgreement, w.fMessage,
+                   w.fURLActual, w.fURLDisplayed, w.fInfo, w.fTargetFolder, w.fCopyright,
+                   w.fWindowTitle, w.fInstallChoices, w.fInstallOptions, w.fMinOS, w.fMinRAM,
+                   w.fCompletionURL, w.fPreInstallNotes, w.fPostInstallNotes, w.fPostCopy),
+            "1 3 A B 8 C 1\nt 2|t 3 4 5\nt 7 8 9 22,|t 23 24 25 26 27 28 29|t ");
   EXPECT_EQ((std::vector{w.fLogoWidth, w.fLogoHeight, w.fPictureWidth, w.fPictureHeight,
                          w.fBackgroundWidth, w.fBackgroundHeight, w.fEncryptionLen}),
             (std::vector<std::int64_t>{40, 41, 60, 61, 90, 91, -100}));
@@ -78,12 +62,10 @@ TEST_F(ReadData, MissingPositionsAreEmptyAndOddOnesAreWhatTheyCanBe) {
 
 TEST_F(ReadData, BytesThatAreNoTextAreKept) {
   ASSERT_TRUE(Read("\xFF\xFE$|~0$|~\x80$|~", "\x8E\xFF|#|m\xE9|\xC3|#||#||#||#|\xC3|\xA9|#|T\xF0"));
-  EXPECT_EQ(w.fTimeStamp.Bytes() + w.fExecuteAfterName.Bytes(), "\xFF\xFE\x80");
-  EXPECT_EQ(w.fAgreement.Bytes(), "\x8E\xFF");
-  EXPECT_EQ(w.fMessage.Bytes(), "m\xE9|\xC3");
+  EXPECT_EQ(Joined(w.fTimeStamp, w.fExecuteAfterName, w.fAgreement, w.fMessage, w.fTargetFolder),
+            "\xFF\xFE \x80 \x8E\xFF m\xE9|\xC3 T\xF0 ");
   EXPECT_EQ(w.fMessage.DeclaredEncoding(), Encoding::UTF8);
   EXPECT_EQ(Labels(), "[\xC3][\xA9]");
-  EXPECT_EQ(w.fTargetFolder.Bytes(), "T\xF0");
 }
 
 TEST_F(ReadData, NothingIsReadWithoutDataAndAliasesAreFollowed) {

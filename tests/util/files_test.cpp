@@ -18,35 +18,34 @@ using ViewConst::CopyFileB;
 class Files : public testing::Test {
  protected:
   Files() { run.BareWindow(); }
-  /// What stands at the places to copy to.
+  /// What is copied, and what stands at the places to copy to.
   void Reset() const {
     fs::remove_all(base);
+    WriteFile(base / "new", "new");
+    WriteFile(base / "folder/new", "");
     WriteFile(base / "file", "old");
     WriteFile(base / "full/old", "");
     fs::create_directory(base / "empty");
     fs::create_symlink("full", base / "alias");
   }
   String At(const std::string& name) const { return Utf8(base / name); }
+  /// The answer, and what then stands at the place: a file's content, or "/" and a folder's names.
+  std::string Outcome(bool answer, const std::string& place) const {
+    std::string outcome = answer ? "yes " : "no ";
+    if (!fs::is_directory(base / place)) {
+      return outcome + (fs::exists(base / place) ? ReadFile(base / place) : "none");
+    }
+    for (const auto& [name, content] : Tree(base / place)) {
+      outcome += "/" + name;
+    }
+    return outcome;
+  }
 
   StubRun run;
   const fs::path base = run.scratch / "files";
 };
 
 TEST_F(Files, CopyMeetsWhatStandsAtTheDestination) {
-  WriteFile(run.scratch / "new", "new");
-  WriteFile(run.scratch / "folder/new", "");
-  // Whether it succeeds, and what then stands there: a file's content or "/" and a folder's names.
-  const auto outcome = [this](auto copy, const char* source, const char* place) {
-    Reset();
-    std::string result = copy(Utf8(run.scratch / source), At(place)) ? "yes " : "no ";
-    if (!fs::is_directory(base / place)) {
-      return result + ReadFile(base / place);
-    }
-    for (const auto& [name, content] : Tree(base / place)) {
-      result += "/" + name;
-    }
-    return result;
-  };
   // From, to, what the tolerant form does and the strict one.
   const std::vector<std::array<const char*, 4>> rows{
       {"new", "none", "yes new", "yes new"},
@@ -61,30 +60,23 @@ TEST_F(Files, CopyMeetsWhatStandsAtTheDestination) {
       {"folder", "full", "yes /new/old", "yes /new"},
   };
   for (const auto& [source, place, tolerant, strict] : rows) {
-    EXPECT_EQ(outcome(CopyFile, source, place), tolerant) << place;
-    EXPECT_EQ(outcome(CopyFileB, source, place), strict) << place;
+    Reset();
+    EXPECT_EQ(Outcome(CopyFile(At(source), At(place)), place), tolerant) << place;
+    Reset();
+    EXPECT_EQ(Outcome(CopyFileB(At(source), At(place)), place), strict) << place;
   }
 }
 
 TEST_F(Files, RenameReplacesAFileAndSaysYesToAMoveThatFails) {
-  // From, to, the answer and what then stands at the place.
-  const std::vector<std::array<const char*, 4>> rows{
-      {"file", "FILE", "no", "none"},  {"none", "file", "no", "old"},
-      {"file", "other", "yes", "old"}, {"file", "empty", "yes", "old"},
-      {"alias", "other", "yes", "/"},  {"file", "full", "yes", "/"},
+  const std::vector<std::array<const char*, 3>> rows{
+      {"file", "FILE", "no none"},  {"none", "file", "no old"},     {"file", "other", "yes old"},
+      {"file", "empty", "yes old"}, {"alias", "other", "yes /old"}, {"file", "full", "yes /old"},
   };
-  for (const auto& [from, to, answer, content] : rows) {
+  for (const auto& [from, to, expected] : rows) {
     Reset();
-    EXPECT_EQ(ViewConst::RenameFile(At(from), At(to)) ? "yes" : "no", std::string(answer)) << to;
-    const fs::path place = base / to;
-    EXPECT_EQ(!fs::exists(place)        ? "none"
-              : fs::is_directory(place) ? "/"
-                                        : ReadFile(place),
-              content)
-        << to;
+    EXPECT_EQ(Outcome(ViewConst::RenameFile(At(from), At(to)), to), expected) << to;
   }
   EXPECT_FALSE(ViewConst::RenameFile(At("file"), "relative"));
-  EXPECT_TRUE(fs::exists(base / "full/old"));
 }
 
 TEST_F(Files, CopyFailsWithoutASourceAPlaceOrRoom) {
@@ -144,19 +136,17 @@ TEST_F(Files, DeletingSparesWhatAliasesPointToAndOpensWhatIsLocked) {
 
 TEST_F(Files, ChainOfFoldersIsMadeUpToWhatIsInTheWay) {
   WriteFile(base / "file", "f");
-  const std::string tooLong(256, 'n');
   const std::vector<std::pair<std::string, std::string>> rows{
-      {"file/x", "FILE ALREADY EXISTS.\n\nA file already exists at this path: "},
-      {tooLong + "/x", "VOLUME NOT FOUND.\n\nThis volume does not exist: "},
+      {"file", "FILE ALREADY EXISTS.\n\nA file already exists at this path: "},
+      {std::string(256, 'n'), "VOLUME NOT FOUND.\n\nThis volume does not exist: "},
   };
-  for (const auto& [path, message] : rows) {
-    ViewConst::ForceDirectories(At(path), false);
-    const std::string text = message + At(path.substr(0, path.find('/'))).Bytes();
-    run.desktop.ExpectWindow("Error Message", [&text](Window& window) {
+  for (const auto& [name, message] : rows) {
+    ViewConst::ForceDirectories(At(name + "/x"), false);
+    run.desktop.ExpectWindow("Error Message", [text = message + At(name).Bytes()](Window& window) {
       EXPECT_EQ(dynamic_cast<MessageModal&>(window).MessageText()->Text().Bytes(), text);
       ScriptedDesktop::Press(window, "Btn3");
     });
-    ViewConst::ForceDirectories(At(path), true);
+    ViewConst::ForceDirectories(At(name + "/x"), true);
   }
   ViewConst::ForceDirectories(At("a/b/"), true);
   ViewConst::ForceDirectories("relative/path", true);

@@ -10,6 +10,8 @@
 namespace zephin::test {
 namespace {
 
+using namespace ViewConst;
+
 TEST(Paths, AreCutAtTheLastSeparatorAndTheLastDotBehindIt) {
   // Folder, name, extension, path with another one, and the folder around the bundle.
   const std::vector<std::pair<const char*, const char*>> rows{
@@ -24,26 +26,21 @@ TEST(Paths, AreCutAtTheLastSeparatorAndTheLastDotBehindIt) {
       {"/\u00E9/\u65E5.\u00E9", "/\u00E9/,\u65E5.\u00E9,.\u00E9,/\u00E9/\u65E5.zip,/\u00E9"},
   };
   for (const auto& [path, parts] : rows) {
-    EXPECT_EQ((ViewConst::ExtractFilePath(path) + "," + ViewConst::ExtractFileName(path) + "," +
-               ViewConst::ExtractFileExt(path) + "," + ViewConst::ChangeFileExt(path, ".zip") +
-               "," + ViewConst::MyExtractFilePath(path))
-                  .Bytes(),
+    EXPECT_EQ(ExtractFilePath(path) + "," + ExtractFileName(path) + "," + ExtractFileExt(path) +
+                  "," + ChangeFileExt(path, ".zip") + "," + MyExtractFilePath(path),
               parts);
   }
 }
 
 TEST(Paths, PartBeforeASeparatorCountsTheSearchThatFindsNone) {
-  const std::vector<std::pair<const char*, std::vector<std::string>>> rows{
-      {"/a/b", {"", "", "/a", "/a/b", ""}},
-      {"/a/", {"", "", "/a", "/a/", ""}},
-      {"a/b", {"", "a", "a/b", ""}},
-      {"", {"", "", ""}},
-  };
-  for (const auto& [path, parts] : rows) {
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-      const auto index = static_cast<std::int64_t>(i);
-      EXPECT_EQ(ViewConst::DirectoryPathExtract(path, index).Bytes(), parts[i]) << path << index;
+  const std::vector<std::pair<const char*, const char*>> rows{
+      {"/a/b", ",,/a,/a/b,"}, {"/a/", ",,/a,/a/,"}, {"a/b", ",a,a/b,,"}, {"", ",,,,"}};
+  for (const auto& [path, expected] : rows) {
+    std::string parts;
+    for (int index = 0; index < 5; ++index) {
+      parts += (index == 0 ? "" : ",") + DirectoryPathExtract(path, index).Bytes();
     }
+    EXPECT_EQ(parts, expected) << path;
   }
 }
 
@@ -57,7 +54,7 @@ TEST(Paths, OnlyAFolderThatIsThereEndsInASeparatorAndRelativeOnesNeverResolve) {
   };
   for (const auto& [path, absolute] : rows) {
     const auto item = GlobalsVk::MyGetFolderItem(Utf8(path));
-    EXPECT_EQ(ViewConst::MyAbsolutePath(item).Bytes(), absolute) << path;
+    EXPECT_EQ(MyAbsolutePath(item).Bytes(), absolute) << path;
   }
 }
 
@@ -67,7 +64,7 @@ TEST(Text, FindFieldGivesTheFirstMatchInAnyLetterCase) {
   const std::vector<std::tuple<const char*, const char*, int>> rows{
       {"a,b,B", "B", 2}, {"a,b", "c", 0}, {"a,,b", "", 2}, {"", "", 1}, {"\u00C9", "\u00E9", 1}};
   for (const auto& [source, value, index] : rows) {
-    EXPECT_EQ(ViewConst::FindField(source, ",", value), index) << source << " " << value;
+    EXPECT_EQ(FindField(source, ",", value), index) << source << " " << value;
   }
 }
 
@@ -84,11 +81,11 @@ TEST(Text, ReplaceSwapsBytesByWayOfMacRoman) {
       {"\u00E9\r\n", "", "\n", "\x8E\r\n", Encoding::MacRoman},
   };
   for (const auto& [text, ch1, ch2, replaced, encoding] : rows) {
-    const String result = ViewConst::ReplaceCh1WithCh2(text, ch1, ch2);
+    const String result = ReplaceCh1WithCh2(text, ch1, ch2);
     EXPECT_EQ(result.Bytes(), replaced);
     EXPECT_EQ(result.DeclaredEncoding(), encoding) << replaced;
   }
-  EXPECT_EQ(ViewConst::LineEndingEncoding("\u65E5").DeclaredEncoding(), Encoding::UTF8);
+  EXPECT_EQ(LineEndingEncoding("\u65E5").DeclaredEncoding(), Encoding::UTF8);
 }
 
 }  // namespace
