@@ -10,14 +10,14 @@ namespace fs = std::filesystem;
 using Number = std::optional<std::int64_t>;
 
 /// Whether a machine meets the two keywords, with these messages if it doesn't.
-bool Meets(Number memory, Number major, Number minor, const char* system, const char* ram,
-           const std::vector<std::string>& messages) {
+bool Meets(Number memory, Number major, Number minor, const std::string& system,
+           const std::string& ram, const std::vector<std::string>& messages) {
   StubRun run;
   run.machine.memory = memory;
   run.machine.systemMajor = major;
   run.machine.systemMinor = minor;
-  run.BareWindow().fMinOS = system;
-  run.BareWindow().fMinRAM = ram;
+  run.BareWindow().fMinOS = Utf8(system);
+  run.BareWindow().fMinRAM = Utf8(ram);
   for (const std::string& message : messages) {
     run.desktop.ExpectMessage(message + " is required.");
   }
@@ -25,14 +25,10 @@ bool Meets(Number memory, Number major, Number minor, const char* system, const 
 }
 
 TEST(RequirementGates, EachKeywordRefusesWhatIsStrictlyBelow) {
-  for (const auto& [word, least, name] : {std::tuple{"MacOS10.7", 7, "10.7"},
-                                          {"macos10.8", 8, "10.8"},
-                                          {"MacOS10.9", 9, "10.9"},
-                                          {"MacOS10.10", 10, "10.10"},
-                                          {"MacOS10.11", 11, "10.11"},
-                                          {"MacOS10.12", 12, "10.12"},
-                                          {"MacOS10.13", 13, "10.13"}}) {
-    const std::string message = std::string("Mac OS X ") + name + " or later";
+  for (std::int64_t least = 7; least <= 13; ++least) {
+    const std::string name = "10." + std::to_string(least);
+    const std::string word = (least == 8 ? "macos" : "MacOS") + name;
+    const std::string message = "Mac OS X " + name + " or later";
     EXPECT_TRUE(Meets(0, 9, least, word, "", {})) << word;
     EXPECT_FALSE(Meets(0, 11, least - 1, word, "64GB", {message})) << word;
     EXPECT_FALSE(Meets(0, std::nullopt, 15, word, "", {message})) << word;

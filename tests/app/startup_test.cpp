@@ -85,20 +85,11 @@ TEST_F(Startup, GatesStandInTheirOrder) {
   EXPECT_TRUE(run.desktop.failures.empty());
 }
 
-TEST_F(Startup, MissingRecordOrCaptionsAreReportedAsAFailureOfTheProgram) {
+TEST_F(Startup, MissingCaptionsAreReportedAsAFailureOfTheProgram) {
   make_setup::WriteRecord(run.record, run.Resources());
-  const auto expectFailure = [this] {
-    run.desktop.failures.clear();
-    EXPECT_EQ(run.RunAsItStands(), 0);
-    EXPECT_EQ(run.desktop.failures, std::vector<std::string>{"OutOfBoundsException"});
-  };
   WriteFile(run.Resources() / "TextData", "|#||#||#||#||#|a|b|#|");
-  expectFailure();
-  fs::remove(run.Resources() / "TextData");
-  expectFailure();
-  // The caption of the message about this one is looked up in a list that nobody has filled.
-  fs::remove(run.Resources() / "Data");
-  expectFailure();
+  EXPECT_EQ(run.RunAsItStands(), 0);
+  EXPECT_EQ(run.desktop.failures, std::vector<std::string>{"OutOfBoundsException"});
 }
 
 TEST_F(Startup, OfUnusablePicturesOnlyTheBackdropLetsItGoOn) {
