@@ -23,10 +23,7 @@ class ScrambledFile : public testing::Test {
 TEST_F(ScrambledFile, IsMadeAnewWholeInBothDirections) {
   constexpr std::size_t kBlock = std::size_t{256} * 1024;
   for (const std::size_t size : {0UL, 1UL, 255UL, kBlock - 1, kBlock, 2 * kBlock + 1}) {
-    std::string plain;
-    for (std::size_t i = 0; i < size; ++i) {
-      plain += static_cast<char>(i * 7 + i / 256);
-    }
+    const std::string plain = Noise(size);
     std::string scrambled = plain;
     ScrambleBytes(scrambled, 0);
     WriteFile(file, plain);

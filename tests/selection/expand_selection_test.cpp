@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -47,14 +48,10 @@ class ExpandSelection : public testing::Test {
 
 TEST_F(ExpandSelection, ContentGoesToItsFolderAndIsMergedWithWhatStandsThere) {
   AddArchive("pack.zip", ".h=new a=new x/b=new y/c=new");
-  struct Row {
-    std::string folder;
-    std::string installed;
-    std::string result;
-  };
   const std::string pack = ".h=new a=new x/ x/b=new y/ y/c=new";
   const std::string extras = "E/ E/.h=new E/a=new E/x/ E/x/b=new E/y/ E/y/c=new";
-  const std::vector<Row> rows{
+  // The entry's folder, what stands in the installed one, and what does then.
+  const std::vector<std::array<std::string, 3>> rows{
       {"Tool", "", pack},
       {"tOOL", "a=old m=old", ".h=new a=new m=old x/ x/b=new y/ y/c=new"},
       {"", "a=old", pack},
@@ -65,18 +62,18 @@ TEST_F(ExpandSelection, ContentGoesToItsFolderAndIsMergedWithWhatStandsThere) {
       {"E", "E/x/m=old", "E/ E/.h=new E/a=new E/x/ E/x/m=old E/y/ E/y/c=new"},
   };
   for (const std::string suffix : {"_Choice", "_Option"}) {
-    for (const Row& row : rows) {
-      SCOPED_TRACE(row.folder + suffix);
-      Install(row.installed);
+    for (const auto& [folder, installed, result] : rows) {
+      SCOPED_TRACE(folder + suffix);
+      Install(installed);
       // What an earlier run has left in the temporary folders goes.
-      const bool isTarget = row.folder == "Tool" || row.folder == "tOOL";
-      const fs::path temporary = (isTarget ? tool : tool / row.folder).string() + suffix;
-      if (isTarget || !row.installed.empty()) {
-        MakeTree((row.folder.empty() ? tool / suffix : temporary), "stale=");
+      const bool isTarget = folder == "Tool" || folder == "tOOL";
+      const fs::path temporary = (isTarget ? tool : tool / folder).string() + suffix;
+      if (isTarget || !installed.empty()) {
+        MakeTree((folder.empty() ? tool / suffix : temporary), "stale=");
       }
-      const std::string list = "Pack,C:/none,|Mine,/any/pack.zip," + row.folder;
+      const std::string list = "Pack,C:/none,|Mine,/any/pack.zip," + folder;
       suffix == "_Choice" ? PlaceChoice(list, "MINE") : PlaceOptions(list, "MINE");
-      EXPECT_EQ(TreeWords(tool), row.result);
+      EXPECT_EQ(TreeWords(tool), result);
       EXPECT_FALSE(fs::exists(temporary));
     }
   }
