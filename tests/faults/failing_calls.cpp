@@ -7,7 +7,6 @@
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <cstdarg>
 #include <mutex>
 
 namespace zephin::test {
@@ -15,38 +14,38 @@ namespace {
 
 enum class Room { Takes, Leaves };
 
-struct State {
-  std::mutex mutex;  // Archives are expanded by several threads.
-  bool counts = false;
+struct Calls {
   Failing which = Failing::One;
-  int first = 0;
   int code = 0;
-  int count = 0;
-  std::string failed;
+  std::string root = {};
+  CallCounts* tried = nullptr;  // Nil: no call fails.
+  CallCounts made = {};
+  std::string failed = {};
 };
 
-State& Calls() {
-  static State state;
-  return state;
-}
+Calls calls;
+std::mutex mutex;  // Archives are expanded by several threads.
 
-/// Counts a call, and says whether it fails.
-bool Fails(const char* call, const std::string& what, Room room) {
-  State& state = Calls();
-  const std::lock_guard lock(state.mutex);
-  if (!state.counts || (state.which == Failing::Growing && room == Room::Leaves)) {
+/// Counts a call, and says whether it fails. One that concerns nothing on a disk isn't counted.
+bool Fails(const std::string& call, std::string path, Room room) {
+  const std::lock_guard lock(mutex);
+  if (calls.tried == nullptr || path.empty() ||
+      (calls.which == Failing::Growing && room == Room::Leaves)) {
     return false;
   }
-  ++state.count;
-  const bool fails = state.first > 0 && (state.which == Failing::One ? state.count == state.first
-                                                                     : state.count >= state.first);
-  if (fails) {
-    if (state.failed.empty()) {
-      state.failed = call + (" " + what);
+  if (calls.failed.empty()) {
+    const bool below = path.starts_with(calls.root);
+    const std::string name = call + " " + path.erase(0, below ? calls.root.size() : 0);
+    if (++calls.made[name] <= (*calls.tried)[name]) {
+      return false;
     }
-    errno = state.code;
+    ++(*calls.tried)[name];
+    calls.failed = name;
+  } else if (calls.which == Failing::One) {
+    return false;
   }
-  return fails;
+  errno = calls.code;
+  return true;
 }
 
 std::string PathOf(int file) {
@@ -60,46 +59,14 @@ std::string PathIn(int folder, const char* name) {
   return *name == '/' || folder == AT_FDCWD ? name : PathOf(folder) + "/" + name;
 }
 
-bool IsOnDisk(int file) {
+/// Empty for a pipe or a socket.
+std::string FileOnDisk(int file) {
   struct stat state {};
-  return fstat(file, &state) == 0 && S_ISREG(state.st_mode);
+  return fstat(file, &state) == 0 && S_ISREG(state.st_mode) ? PathOf(file) : "";
 }
-
-}  // namespace
-
-FailingCalls::FailingCalls(Failing which, int first, int code) {
-  State& state = Calls();
-  const std::lock_guard lock(state.mutex);
-  state.counts = true;
-  state.which = which;
-  state.first = first;
-  state.code = code;
-  state.count = 0;
-  state.failed.clear();
-}
-
-FailingCalls::~FailingCalls() {
-  State& state = Calls();
-  const std::lock_guard lock(state.mutex);
-  state.counts = false;
-}
-
-std::string FailingCalls::First() {
-  State& state = Calls();
-  const std::lock_guard lock(state.mutex);
-  return state.failed;
-}
-
-}  // namespace zephin::test
 
 // The linker's option --wrap leads the calls of NAME to __wrap_NAME, and calls of __real_NAME to
 // NAME. NOLINTBEGIN: names and forms are those of the linker and of the C library.
-
-using zephin::test::Fails;
-using zephin::test::IsOnDisk;
-using zephin::test::PathIn;
-using zephin::test::PathOf;
-using zephin::test::Room;
 
 #define WRAPPED(result, name, parameters, arguments, what, room)    \
   extern "C" result __real_##name parameters;                       \
@@ -123,48 +90,36 @@ WRAPPED(int, unlinkat, (int folder, const char* path, int flags), (folder, path,
 WRAPPED(int, remove, (const char* path), (path), path, Room::Leaves)
 WRAPPED(int, chmod, (const char* path, mode_t mode), (path, mode), path, Room::Leaves)
 WRAPPED(int, fchmod, (int file, mode_t mode), (file, mode), PathOf(file), Room::Leaves)
-
-extern "C" ssize_t __real_write(int file, const void* bytes, size_t count);
-extern "C" ssize_t __wrap_write(int file, const void* bytes, size_t count);
-extern "C" ssize_t __wrap_write(int file, const void* bytes, size_t count) {
-  return IsOnDisk(file) && Fails("write", PathOf(file), Room::Takes)
-             ? -1
-             : __real_write(file, bytes, count);
-}
-
-extern "C" ssize_t __real_copy_file_range(int from, off64_t* fromPlace, int to, off64_t* toPlace,
-                                          size_t count, unsigned flags);
-extern "C" ssize_t __wrap_copy_file_range(int from, off64_t* fromPlace, int to, off64_t* toPlace,
-                                          size_t count, unsigned flags);
-extern "C" ssize_t __wrap_copy_file_range(int from, off64_t* fromPlace, int to, off64_t* toPlace,
-                                          size_t count, unsigned flags) {
-  return Fails("copy_file_range", PathOf(to), Room::Takes)
-             ? -1
-             : __real_copy_file_range(from, fromPlace, to, toPlace, count, flags);
-}
-
-extern "C" int __real_open(const char* path, int flags, mode_t mode);
-extern "C" int __wrap_open(const char* path, int flags, ...);
-extern "C" int __wrap_open(const char* path, int flags, ...) {
-  va_list rest;
-  va_start(rest, flags);
-  const auto mode = static_cast<mode_t>((flags & O_CREAT) != 0 ? va_arg(rest, int) : 0);
-  va_end(rest);
-  return (flags & O_CREAT) != 0 && Fails("open", path, Room::Takes)
-             ? -1
-             : __real_open(path, flags, mode);
-}
-
-extern "C" int __real_openat(int folder, const char* path, int flags, mode_t mode);
-extern "C" int __wrap_openat(int folder, const char* path, int flags, ...);
-extern "C" int __wrap_openat(int folder, const char* path, int flags, ...) {
-  va_list rest;
-  va_start(rest, flags);
-  const auto mode = static_cast<mode_t>((flags & O_CREAT) != 0 ? va_arg(rest, int) : 0);
-  va_end(rest);
-  return (flags & O_CREAT) != 0 && Fails("openat", PathIn(folder, path), Room::Takes)
-             ? -1
-             : __real_openat(folder, path, flags, mode);
-}
+WRAPPED(ssize_t, write, (int file, const void* bytes, size_t count), (file, bytes, count),
+        FileOnDisk(file), Room::Takes)
+WRAPPED(ssize_t, copy_file_range,
+        (int from, off64_t* fromPlace, int to, off64_t* toPlace, size_t count, unsigned flags),
+        (from, fromPlace, to, toPlace, count, flags), PathOf(to), Room::Takes)
+// These two are called with a mode only where they make a file. Without it, whatever stands in its
+// place is passed on, and not looked at.
+WRAPPED(int, open, (const char* path, int flags, mode_t mode), (path, flags, mode),
+        (flags & O_CREAT) != 0 ? path : "", Room::Takes)
+WRAPPED(int, openat, (int folder, const char* path, int flags, mode_t mode),
+        (folder, path, flags, mode), (flags & O_CREAT) != 0 ? PathIn(folder, path) : "",
+        Room::Takes)
 
 // NOLINTEND
+
+}  // namespace
+
+FailingCalls::FailingCalls(Failing which, const std::string& root, CallCounts& tried) {
+  const std::lock_guard lock(mutex);
+  calls = {which, which == Failing::One ? EIO : ENOSPC, root + "/", &tried};
+}
+
+FailingCalls::~FailingCalls() {
+  const std::lock_guard lock(mutex);
+  calls.tried = nullptr;
+}
+
+std::string FailingCalls::First() {
+  const std::lock_guard lock(mutex);
+  return calls.failed;
+}
+
+}  // namespace zephin::test

@@ -43,8 +43,9 @@ Work Install() {
             w.ExpandFolder();
             w.ExpandChoiceAndOptions("C", "O");
           },
-          {"mkdir pre", "open pre/x", "openat Tool/sub/b", "write Tool/sub/b", "mkdir sub",
-           "open sub/b", "renameat2 Tool/sub/choice", "renameat2 Tool/option"}};
+          {"mkdir Place/pre", "open Place/pre/x", "openat Place/Tool/sub/b",
+           "write Place/Tool/sub/b", "mkdir Place/sub", "open Place/sub/b",
+           "renameat2 Place/Tool/sub/choice", "renameat2 Place/Tool/option"}};
 }
 
 Work Patch() {
@@ -60,8 +61,8 @@ Work Patch() {
             w.fInstallationPatch = true;
             w.ExpandFolder();
           },
-          {"mkdirat ToolPatch/sub", "openat ToolPatch/a", "write ToolPatch/a",
-           "openat ToolPatch/sub/b", "write ToolPatch/sub/b"}};
+          {"mkdirat Place/ToolPatch/sub", "openat Place/ToolPatch/a", "write Place/ToolPatch/a",
+           "openat Place/ToolPatch/sub/b", "write Place/ToolPatch/sub/b"}};
 }
 
 /// Pieces on a disc, joined and unscrambled.
@@ -78,7 +79,7 @@ Work Split() {
             run.BareWindow().CombineSplitSetup(Utf8(run.Resources() / "Data#1"), archive);
             ViewConst::EncryptDecryptFileEnd(archive, false);
           },
-          {"open Tool.zip", "write Tool.zip"}};
+          {"open Place/Tool.zip", "write Place/Tool.zip"}};
 }
 
 Work Download() {
