@@ -22,13 +22,8 @@ class ReadData : public testing::Test {
   static std::string Joined(const Texts&... texts) {
     return ((texts.Bytes() + " ") + ...);
   }
-  std::string Labels() const {
-    std::string labels;
-    for (const String& label : w.fLabels) {
-      labels += "[" + label.Bytes() + "]";
-    }
-    return labels;
-  }
+  std::vector<String> Labels() const { return {w.fLabels.begin(), w.fLabels.end()}; }
+
   StubRun run;
   ZephinStubWindow& w = run.BareWindow();
 };
@@ -48,7 +43,7 @@ TEST_F(ReadData, EachPositionGoesToItsField) {
             (std::vector<std::int64_t>{40, 41, 60, 61, 90, 91, -100}));
   EXPECT_TRUE(w.fApplicationFolder && w.fPromptToReplace && w.fCenterMessage &&
               w.fInstallationPatch);
-  EXPECT_EQ(Labels(), "[L0][][L2]");
+  EXPECT_EQ(Labels(), (std::vector<String>{"L0", "", "L2"}));
 }
 
 TEST_F(ReadData, MissingPositionsAreEmptyAndOddOnesAreWhatTheyCanBe) {
@@ -65,7 +60,7 @@ TEST_F(ReadData, BytesThatAreNoTextAreKept) {
   EXPECT_EQ(Joined(w.fTimeStamp, w.fExecuteAfterName, w.fAgreement, w.fMessage, w.fTargetFolder),
             "\xFF\xFE \x80 \x8E\xFF m\xE9|\xC3 T\xF0 ");
   EXPECT_EQ(w.fMessage.DeclaredEncoding(), Encoding::UTF8);
-  EXPECT_EQ(Labels(), "[\xC3][\xA9]");
+  EXPECT_EQ(Labels(), (std::vector<String>{"\xC3", "\xA9"}));
 }
 
 TEST_F(ReadData, NothingIsReadWithoutDataAndAliasesAreFollowed) {

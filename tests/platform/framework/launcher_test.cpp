@@ -54,6 +54,8 @@ TEST_F(Launcher, OpensEachKindOfFileAsADoubleClickWould) {
     EXPECT_EQ(Opening(name), expected) << name;
   }
   EXPECT_EQ(Opening("a.zip", ""), " xdg-open @");
+  WriteFile(scratch / "folder.zip/in", "");
+  EXPECT_EQ(Opening("folder.zip"), " xdg-open @");
   WriteFile(scratch / "text", "#!/bin/sh\n");
   EXPECT_EQ(Opening("text"), " xdg-open @");
   fs::create_symlink("script.txt", scratch / "link");
@@ -63,24 +65,20 @@ TEST_F(Launcher, OpensEachKindOfFileAsADoubleClickWould) {
 }
 
 TEST_F(Launcher, OpensABundleByTheProgramThatItNamesOrHasAlone) {
-  const std::string info = "<dict><key>CFBundleExecutable</key>\n\t<string>main</string></dict>";
-  const std::string outside = "<key>CFBundleExecutable</key><string>../x</string>";
-  const std::vector<std::tuple<std::string, std::string, std::string, const char*>> rows = {
-      // bundle, what it says, a second program, what opens it
-      {"named.app", info, "main", " @/Contents/MacOS/main"},
-      {"single.APP", info, "", " @/Contents/MacOS/x"},
-      {"two.app", outside, "y", " xdg-open @"},
-      {"folder.zip", info, "", " xdg-open @"},
+  const auto name = [this](const std::string& program) {
+    WriteFile(scratch / "a.APP/Contents/Info.plist",
+              "<dict><key>CFBundleExecutable</key>\n\t<string>" + program + "</string></dict>");
   };
-  for (const auto& [bundle, says, second, expected] : rows) {
-    MakeProgram(bundle + "/Contents/MacOS/x");
-    WriteFile(scratch / bundle / "Contents/MacOS/notes", "");
-    WriteFile(scratch / bundle / "Contents/Info.plist", says);
-    if (!second.empty()) {
-      MakeProgram(bundle + "/Contents/MacOS/" + second);
-    }
-    EXPECT_EQ(Opening(bundle), expected) << bundle;
-  }
+  name("none");
+  WriteFile(scratch / "a.APP/Contents/MacOS/notes", "");
+  MakeProgram("a.APP/Contents/MacOS/x");
+  EXPECT_EQ(Opening("a.APP"), " @/Contents/MacOS/x");
+  MakeProgram("a.APP/Contents/MacOS/y");
+  EXPECT_EQ(Opening("a.APP"), " xdg-open @");
+  name("y");
+  EXPECT_EQ(Opening("a.APP"), " @/Contents/MacOS/y");
+  name("../MacOS/y");
+  EXPECT_EQ(Opening("a.APP"), " xdg-open @");
 }
 
 TEST_F(Launcher, StartedProgramIsNoChildAndInheritsNothing) {

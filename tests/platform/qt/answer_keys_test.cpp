@@ -8,37 +8,19 @@
 #include <tuple>
 #include <vector>
 
-#include "platform/framework/controls.h"
+#include "dialogs/pages.h"
 #include "platform/qt/window_peer.h"
 #include "tests/support/scripted_desktop.h"
 
 namespace zephin {
 namespace {
 
-/// A window with one of each kind of control that could keep a key for itself, and three buttons.
-class KeysWindow final : public Window {
- public:
-  std::string pressed;
-
-  Ref<PushButton> Button(const char* name) { return Named<PushButton>(name); }
-
- private:
-  void Layout() override {
-    SetWidth(300);
-    SetHeight(300);
-  }
-
+/// A page that has one of each other kind of control that could keep a key for itself.
+class KeysWindow final : public THtmlMessageDlg {
   void CreateControls() override {
-    for (const char* name : {"Quit", "Cancel", "OK"}) {
-      Add<PushButton>(name, {0, 200, 80, 20})->Action = [this](PushButton& each) {
-        pressed += each.Name() + " ";
-      };
-    }
-    Button("OK")->SetDefault(true);
-    Button("Cancel")->SetCancel(true);
+    THtmlMessageDlg::CreateControls();
     Add<TextArea>("Area", {0, 0, 90, 90})->SetReadOnly(true);
     Add<TextField>("Field", {100, 0, 90, 20});
-    Add<HTMLViewer>("Page", {0, 100, 90, 90});
     Add<RadioButton>("Radio", {100, 100, 90, 20});
   }
 };
@@ -49,12 +31,12 @@ class AnswerKeys : public testing::Test {
     qApp->installEventFilter(&filter_);
   }
 
-  /// The names of the buttons that the key presses when the control has the focus.
-  std::string Type(WindowPeer& peer, const char* focus, Qt::Key key, bool held = false) {
-    window_->pressed.clear();
+  /// The name of the button that the key presses when the control has the focus.
+  String Type(WindowPeer& peer, const char* focus, Qt::Key key, bool held = false) {
+    window_->fBtnName = "";
     QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, QString(), held);
     QCoreApplication::sendEvent(&peer.PeerOf(*window_->ControlByName(focus))->Widget(), &event);
-    return window_->pressed;
+    return window_->fBtnName;
   }
 
   test::ScriptedDesktop desktop_;
@@ -66,10 +48,10 @@ class AnswerKeys : public testing::Test {
 TEST_F(AnswerKeys, ReturnAndEscapeAnswerWhateverHasTheFocus) {
   WindowPeer peer(*window_);
   peer.show();
-  for (const char* focus : {"Quit", "Cancel", "OK", "Area", "Field", "Page", "Radio"}) {
-    EXPECT_EQ(Type(peer, focus, Qt::Key_Return), "OK ") << focus;
-    EXPECT_EQ(Type(peer, focus, Qt::Key_Enter), "OK ") << focus;
-    EXPECT_EQ(Type(peer, focus, Qt::Key_Escape), "Cancel ") << focus;
+  for (const char* focus : {"QuitBtn", "ContinueBtn", "MyHTMLViewer", "Area", "Field", "Radio"}) {
+    EXPECT_EQ(Type(peer, focus, Qt::Key_Return), "ContinueBtn") << focus;
+    EXPECT_EQ(Type(peer, focus, Qt::Key_Enter), "ContinueBtn") << focus;
+    EXPECT_EQ(Type(peer, focus, Qt::Key_Escape), "QuitBtn") << focus;
     // Held down in the window before, it must not answer this one.
     EXPECT_EQ(Type(peer, focus, Qt::Key_Return, true), "") << focus;
   }
@@ -80,11 +62,11 @@ TEST_F(AnswerKeys, ButtonsThatCannotBePressedAreNotAnswered) {
   using Change = std::function<void(KeysWindow&)>;
   const std::vector<std::tuple<Change, const char*, const char*>> rows{
       // what happens to the buttons, what Return presses then, and Escape
-      {[](KeysWindow& w) { w.Button("Cancel")->SetVisible(false); }, "OK ", ""},
-      {[](KeysWindow& w) { w.Button("Cancel")->SetEnabled(false); }, "OK ", ""},
-      {[](KeysWindow& w) { w.Button("Cancel")->SetCancel(false); }, "OK ", ""},
-      {[](KeysWindow& w) { w.Button("OK")->SetCancel(true); }, "OK ", "Cancel "},
-      {[](KeysWindow& w) { w.Button("OK")->SetEnabled(false); }, "", "Cancel "},
+      {[](KeysWindow& w) { w.QuitBtn()->SetVisible(false); }, "ContinueBtn", ""},
+      {[](KeysWindow& w) { w.QuitBtn()->SetEnabled(false); }, "ContinueBtn", ""},
+      {[](KeysWindow& w) { w.QuitBtn()->SetCancel(false); }, "ContinueBtn", ""},
+      {[](KeysWindow& w) { w.ContinueBtn()->SetCancel(true); }, "ContinueBtn", "ContinueBtn"},
+      {[](KeysWindow& w) { w.ContinueBtn()->SetEnabled(false); }, "", "QuitBtn"},
   };
   for (const auto& [change, byReturn, byEscape] : rows) {
     window_ = MakeWindow<KeysWindow>();

@@ -80,15 +80,12 @@ class Languages : public testing::TestWithParam<std::string> {
     EXPECT_GE(fitting, 2);
   }
 
-  /// Fills the rows of a dialog and shows no more of them.
+  /// Fills the rows of a dialog.
   template <class Row>
   void Fill(const char* field, const Row& row) {
     int used = 0;
     for (const json& each : said_.at(field)) {
       row(used++)->SetCaption(Text(each.at("caption")));
-    }
-    for (int index = used; index < kSelectionRows; ++index) {
-      row(index)->SetVisible(false);
     }
   }
 
