@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
-#include <random>
-
 #include "dialogs/message_modal.h"
 #include "platform/framework/exceptions.h"
 #include "tests/support/stub_run.h"
@@ -56,6 +54,9 @@ TEST_F(PixelStrings, PicturesHaveTheirPixelsFromTheTopLeft) {
       {2, 2, "F[8]0[14]F[2]", {0xFFFFFFFF, 0xFFFF0000, 0xFF000000, 0xFF0000FF}},
       {3, 1, "1[3]2[3]3[3]4[9]", {0xFF111222, 0xFF333444, 0xFF444444}},
       {1, 1, "12345678", {0xFF123456}},
+      // Pixels begin anywhere in a run.
+      {2, 2, "12345[4]6789ABC[10]D[9]", {0xFF123455, 0xFF556789, 0xFFABCCCC, 0xFFCCCCCC}},
+      {3, 1, "A0[12]123456[1]78", {0xFFA00000, 0xFF000000, 0xFF012345}},
       // A wrong digit is only a wrong colour: "a" is worth 42.
       {1, 1, "0a0Aa0", {0xFF2A0AA0}},
       {0, 0, "x", {}},
@@ -68,32 +69,6 @@ TEST_F(PixelStrings, PicturesHaveTheirPixelsFromTheTopLeft) {
     EXPECT_EQ(Pixels(picture->Pixels().begin(), picture->Pixels().end()), row.pixels) << row.digits;
   }
   EXPECT_TRUE(PixelStringToPicture(2, 2, "").IsNil());
-}
-
-TEST_F(PixelStrings, RandomPicturesAreThoseOfTheirDigits) {
-  std::mt19937 engine(7);
-  const auto below = [&engine](std::int64_t bound) {
-    return std::uniform_int_distribution<std::int64_t>(0, bound - 1)(engine);
-  };
-  for (int round = 0; round < 300; ++round) {
-    const std::int64_t width = below(9);
-    const std::int64_t height = below(9);
-    std::string runs;
-    std::string digits;
-    while (std::ssize(digits) < width * height * 6) {
-      const char digit = "0123456789ABCDEF"[below(16)];
-      const std::int64_t count = below(2) == 0 ? 1 : below(below(2) == 0 ? 8 : 60);
-      runs += count == 1 ? std::string(1, digit) : digit + ("[" + std::to_string(count) + "]");
-      digits.append(static_cast<std::size_t>(count), digit);
-    }
-    Pixels expected;
-    for (std::size_t i = 0; i < static_cast<std::size_t>(width * height); ++i) {
-      const unsigned long rgb = std::stoul(digits.substr(i * 6, 6), nullptr, 16);
-      expected.push_back(0xFF000000U | static_cast<std::uint32_t>(rgb));
-    }
-    const Ref<Picture> picture = PixelStringToPicture(width, height, Utf8(runs + "0"));
-    ASSERT_EQ(Pixels(picture->Pixels().begin(), picture->Pixels().end()), expected) << runs;
-  }
 }
 
 TEST_F(PixelStrings, WhatIsNoPictureIsToldWithoutTakingItsMemory) {
