@@ -25,9 +25,12 @@ class ExpandFolder : public testing::Test {
     fs::create_directory(chosen);
     window.fTargetFolder = "Tool";
   }
-  /// Installs into the chosen folder.
-  void Expand() {
+  /// Installs into the chosen folder; these messages come up.
+  void Expand(const std::vector<std::string>& messages = {}) {
     run.desktop.ExpectFolderDialog(chosen);
+    for (const std::string& message : messages) {
+      run.desktop.ExpectMessage(message);
+    }
     window.ExpandFolder();
   }
 
@@ -119,9 +122,7 @@ TEST_F(ExpandFolder, NameThatLeadsOutOfItsParentTouchesNothing) {
   const Expected before = Tree(run.scratch.Path());
   for (const char* name : {"", ".", "..", "../x", "a/.."}) {
     window.fTargetFolder = name;
-    run.desktop.ExpectFolderDialog(chosen);
-    run.desktop.ExpectMessage(kAborted);
-    window.ExpandFolder();
+    Expand({kAborted});
     EXPECT_EQ(Tree(run.scratch.Path()), before) << name;
   }
   EXPECT_EQ(run.desktop.milliseconds, 0);
@@ -145,10 +146,7 @@ TEST_F(ExpandFolder, FailedCopyIsToldAndTheRestGoesOn) {
   window.fPostCopy = "nothing=";
   WriteFile(zip, "left over");
   fs::remove(run.Resources() / "Data2");
-  run.desktop.ExpectFolderDialog(chosen);
-  run.desktop.ExpectMessage("Installation Failed");
-  run.desktop.ExpectMessage("Install Error\n\nContact Publisher");
-  window.ExpandFolder();
+  Expand({"Installation Failed", "Install Error\n\nContact Publisher"});
   EXPECT_EQ(run.desktop.launched,
             (std::vector<std::string>{zip, (run.Resources() / "after").string()}));
   EXPECT_TRUE(fs::is_empty(chosen));
@@ -185,31 +183,25 @@ TEST_F(ExpandFolder, RelocationLeavesTheRestToTheCopy) {
   EXPECT_TRUE(fs::exists(run.scratch / "payload"));
 }
 
-TEST_F(ExpandFolder, PatchGoesThroughAFolderBesideTheInstalledOneWithoutAQuestion) {
+TEST_F(ExpandFolder, PatchNeedsAnInstalledFolderAndGoesThroughOneBesideItWithoutAQuestion) {
+  window.fInstallationPatch = true;
+  Expand({"Patch Failed.  No installation folder exists."});
+  EXPECT_TRUE(fs::is_empty(chosen));
+
   WriteFile(run.scratch / "patch/new", "2");
   run.SetPayload(run.scratch / "patch", "ToolPatch");
   WriteFile(chosen / "Tool/new", "1");
   WriteFile(chosen / "Tool/old", "o");
   WriteFile(chosen / "ToolPatch/stale", "s");
-  window.fInstallationPatch = true;
+  window.fTargetFolder = "Tool";
   window.fPromptToReplace = true;
   // The list is obeyed when the patch's own folder has gone again.
   window.fPostCopy =
       Utf8("new=" + (run.Home() / "new").string() + "|delete=" + chosen.string() + "/Tool/old");
-  run.desktop.ExpectFolderDialog(chosen);
-  run.desktop.ExpectMessage("Install Error\n\nMissing File: new");
-  window.ExpandFolder();
+  Expand({"Install Error\n\nMissing File: new"});
   EXPECT_EQ(Tree(chosen), (Expected{{"Tool", "/"}, {"Tool/new", "2"}}));
   EXPECT_EQ(run.desktop.launched, std::vector<std::string>{zip});
   EXPECT_EQ(window.fTargetFolder.Bytes(), (chosen / "ToolPatch").string());
-}
-
-TEST_F(ExpandFolder, PatchNeedsAnInstalledFolder) {
-  window.fInstallationPatch = true;
-  run.desktop.ExpectFolderDialog(chosen);
-  run.desktop.ExpectMessage("Patch Failed.  No installation folder exists.");
-  window.ExpandFolder();
-  EXPECT_TRUE(fs::is_empty(chosen));
 }
 
 // What the copy that a split setup leaves in the temporary folder would do.

@@ -32,13 +32,10 @@ class ExpandSelection : public testing::Test {
     fs::remove_all(tool.parent_path());
     MakeTree(tool, words);
   }
-  void PlaceChoice(const std::string& list, const std::string& choice) {
-    window.fInstallChoices = Utf8(list);
-    window.ExpandChoiceAndOptions(Utf8(choice), "");
-  }
-  void PlaceOptions(const std::string& list, const std::string& options) {
-    window.fInstallOptions = Utf8(list);
-    window.ExpandChoiceAndOptions("", Utf8(options));
+  /// Places what the user has picked of a list, which holds the choices and the options.
+  void Place(const std::string& list, const char* choice, const char* options) {
+    window.fInstallChoices = window.fInstallOptions = Utf8(list);
+    window.ExpandChoiceAndOptions(choice, options);
   }
 
   StubRun run;
@@ -72,7 +69,7 @@ TEST_F(ExpandSelection, ContentGoesToItsFolderAndIsMergedWithWhatStandsThere) {
         MakeTree((folder.empty() ? tool / suffix : temporary), "stale=");
       }
       const std::string list = "Pack,C:/none,|Mine,/any/pack.zip," + folder;
-      suffix == "_Choice" ? PlaceChoice(list, "MINE") : PlaceOptions(list, "MINE");
+      Place(list, suffix == "_Choice" ? "MINE" : "", suffix == "_Option" ? "MINE" : "");
       EXPECT_EQ(TreeWords(tool), result);
       EXPECT_FALSE(fs::exists(temporary));
     }
@@ -84,11 +81,11 @@ TEST_F(ExpandSelection, OfEqualCaptionsTheLastChoiceAndEveryOptionIsPlaced) {
   AddArchive("2.zip", "two=2");
   const std::string list = "Same,/1.zip,A|Other,/1.zip,B|SAME,/2.zip,A";
   Install("");
-  PlaceChoice(list, "Same");
+  Place(list, "Same", "");
   EXPECT_EQ(TreeWords(tool), "A/ A/two=2");
   Install("");
   // The second finds the folder that the first has made.
-  PlaceOptions(list, "none,same");
+  Place(list, "", "none,same");
   EXPECT_EQ(TreeWords(tool), "A/ A/one=1 A/two=2");
 }
 
@@ -112,7 +109,7 @@ TEST_F(ExpandSelection, ItemThatCanNotBeMovedIsToldAndGoesWithTheTemporaryFolder
   Install("");
   run.desktop.After(0, [this] { fs::remove(tool.string() + "_Choice/b"); });
   run.desktop.ExpectMessage("Failed to create " + (tool / "b").string());
-  PlaceChoice("C,pack.zip,Tool", "C");
+  Place("C,pack.zip,Tool", "C", "");
   EXPECT_EQ(TreeWords(tool.parent_path()), "Tool/ Tool/a=1 Tool/c=3");
 }
 
@@ -135,7 +132,7 @@ TEST_F(ExpandSelection, OptionFromAnAddressIsFetchedUnderItsOwnLineAndMergedWith
   run.desktop.After(0, [&] { lineMeanwhile = window.MessageLabel()->Text().Bytes(); });
   std::string address = server.Address("/x/pack.zip?y=z");
   address.replace(0, 4, "HttP");
-  PlaceOptions("Pack," + address + ",E", "Pack");
+  Place("Pack," + address + ",E", "", "Pack");
   EXPECT_EQ(TreeWords(tool), "E/ E/keep=k E/noise=" + noise + " E/stale=s");
   EXPECT_EQ(lineMeanwhile, "Installing Options Pack");
   EXPECT_EQ(window.MessageLabel()->Text().Bytes(), "Please Wait");
