@@ -5,6 +5,9 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
+# A machine that is busy makes a program slow to answer, which is not the same as gone.
+Atspi.set_timeout(5000, 15000)
+
 _PRESSES = ("press", "click", "toggle", "activate", "jump")
 
 
@@ -24,6 +27,11 @@ class Node:
     def answers(self):
         """Whether the program has the time to answer."""
         return self._ask(self._accessible.get_child_count, -1) >= 0
+
+    @property
+    def process(self):
+        """The id of the process that shows it."""
+        return self._ask(self._accessible.get_process_id)
 
     @property
     def name(self):
@@ -131,11 +139,4 @@ def program(process):
     desktop = Atspi.get_desktop(0)
     # The library's memory of the tree lags behind the program.
     desktop.set_cache_mask(Atspi.Cache.NONE)
-    for number in range(desktop.get_child_count()):
-        try:
-            found = desktop.get_child_at_index(number)
-            if found and found.get_process_id() == process:
-                return Node(found)
-        except GLib.Error:
-            pass
-    return None
+    return next((node for node in Node(desktop).children() if node.process == process), None)

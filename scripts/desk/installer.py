@@ -1,5 +1,6 @@
 """One run of an installer, driven and watched as its user would."""
 
+import contextlib
 import fcntl
 import os
 import subprocess
@@ -17,7 +18,8 @@ printf '%s\\n' "$1" >> "$RECORD_OF_OPENED"
 """
 
 # A session that is tested tells of a failed check by its output, not by how it ends.
-_SANITIZERS = {"ASAN_OPTIONS": "detect_leaks=0:handle_abort=0", "UBSAN_OPTIONS": "print_stacktrace=1"}
+_SANITIZERS = {"ASAN_OPTIONS": "detect_leaks=0:handle_abort=0",
+               "UBSAN_OPTIONS": "print_stacktrace=1"}
 
 
 def program_of(bundle):
@@ -26,56 +28,31 @@ def program_of(bundle):
     return os.path.join(folder, os.listdir(folder)[0])
 
 
-class Installer:
-    """Starts `program` with a home and a temporary folder of its own below `folder`, and waits
-    until it takes events. `settings` are added to its environment."""
+@contextlib.contextmanager
+def _no_other_starting():
+    # Each installer writes and deletes the same file there as it starts: two at the same moment
+    # could take each other's for their own.
+    guard = os.open(_APPLICATIONS, os.O_RDONLY)
+    try:
+        fcntl.flock(guard, fcntl.LOCK_EX)
+        yield
+    finally:
+        os.close(guard)
 
-    def __init__(self, screen, program, folder, settings=None):
+
+class Program:
+    """A program that runs. `scale`: how many points of the screen one of its own takes."""
+
+    def __init__(self, screen, process, scale=1):
         self.screen = screen
-        self._scale = float((settings or {}).get("QT_SCALE_FACTOR", 1))
-        self.home = os.path.join(folder, "home")
-        tools = os.path.join(folder, "bin")
-        for made in (self.home, os.path.join(folder, "tmp"), tools):
-            os.makedirs(made, exist_ok=True)
-        opener = os.path.join(tools, "xdg-open")
-        with open(opener, "w", encoding="utf-8") as script:
-            script.write(_XDG_OPEN)
-        os.chmod(opener, 0o755)
-        own = tempfile.mkdtemp(prefix="run-", dir=folder)
-        self._record = os.path.join(own, "opened")
-        self._output = os.path.join(own, "output")
-        environment = {**os.environ, **_SANITIZERS, "HOME": self.home, "LC_ALL": "C.UTF-8",
-                       "TMPDIR": os.path.join(folder, "tmp"), "PATH": tools + ":" + os.environ["PATH"],
-                       "RECORD_OF_OPENED": self._record, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
-                       **(settings or {})}
-        self._start(program, environment)
-
-    def _start(self, program, environment):
-        # Each installer writes and deletes the same file there as it starts: two at the same
-        # moment could take each other's for their own.
-        guard = os.open(_APPLICATIONS, os.O_RDONLY)
-        try:
-            fcntl.flock(guard, fcntl.LOCK_EX)
-            with open(self._output, "wb") as output:
-                self.process = subprocess.Popen(
-                    [program], stdin=subprocess.DEVNULL, stdout=output, stderr=output,
-                    env=environment, preexec_fn=processes.start_as_user)
-            wait_until(self._is_past_start, "the program to start", 60, self.said)
-        finally:
-            os.close(guard)
-
-    def _is_past_start(self):
-        if self.process.poll() is not None:
-            return True
-        shown = accessible.program(self.process.pid)
-        return (shown and shown.answers()
-                and not os.path.exists(os.path.join(_APPLICATIONS, "X.txt")))
+        self.id = process
+        self._scale = scale
 
     # What it shows.
 
     def windows(self):
         """The windows on the screen, in the order in which they were made."""
-        shown = accessible.program(self.process.pid)
+        shown = accessible.program(self.id)
         return [window for window in (shown.children() if shown else ())
                 if "showing" in window.states]
 
@@ -91,7 +68,7 @@ class Installer:
         """Waits for the X window of that title: the accessibility tree has a window before the
         window manager does."""
         return wait_until(
-            lambda: [w for w, name in self.screen.windows(self.process.pid) if name == title],
+            lambda: [w for w, name in self.screen.windows(self.id) if name == title],
             f"the window manager to have {title!r}", 30, self.described)[0]
 
     def controls(self, name=None, role=None, within=None):
@@ -109,20 +86,31 @@ class Installer:
     def waits_for(self, text, seconds=30):
         """Waits until some control shows that text, whole, and gives the control."""
         return wait_until(
-            lambda: next((node for node in self.controls() if text in (node.name, node.text)), None),
+            lambda: next((node for node in self.controls()
+                          if text in (node.name, node.text)), None),
             f"the text {text!r}", seconds, self.described)
+
+    def wait_for_bar(self, share=0.01):
+        """Waits until that share of the progress bar is filled."""
+        bar = self.find("Progress", "progress bar")
+
+        def is_filled():
+            value, most = bar.value or (0, 1)
+            return value >= share * most
+        wait_until(is_filled, f"the bar to be filled to {share:.0%}", 60, self.described)
 
     # What its user does.
 
-    def press(self, name, within=None):
-        """Presses a button through its accessible action."""
-        node = self.find(name, within=within)
-        if not node.press():
-            raise Failure(f"{name!r} has no action\n{self.described()}")
+    def press(self, *names, within=None):
+        """Presses buttons, one after the other, through their accessible actions."""
+        for name in names:
+            if not self.find(name, within=within).press():
+                raise Failure(f"{name!r} has no action\n{self.described()}")
 
-    def click(self, name, within=None):
-        """Clicks the middle of a control with the mouse."""
-        self.click_on(self.find(name, within=within))
+    def click(self, *names, within=None):
+        """Clicks the middle of controls, one after the other, with the mouse."""
+        for name in names:
+            self.click_on(self.find(name, within=within))
 
     def click_on(self, node, across=0.5, down=0.5):
         """Clicks a point of a control, given in parts of its width and height."""
@@ -157,7 +145,7 @@ class Installer:
 
     def is_active(self):
         """Whether its front window has the focus, and is what the program takes for it."""
-        windows = self.screen.windows(self.process.pid)
+        windows = self.screen.windows(self.id)
         return (bool(windows) and windows[-1][0].id == self.screen.active_window()
                 and len(windows) == len(self.windows()))
 
@@ -166,18 +154,60 @@ class Installer:
         return next((node.name for node in self.controls() if "focused" in node.states), None)
 
     def wait_for_focus(self, name):
-        wait_until(lambda: self.focused() == name, f"{name!r} to have the focus", 30, self.described)
+        wait_until(lambda: self.focused() == name, f"{name!r} to have the focus", 30,
+                   self.described)
 
     def ask_to_close(self, title):
         """What a press of a window's close button does, also where it has none."""
         self.screen.ask_to_close(self.x_window(title))
 
+    def described(self):
+        """All its windows and controls, for a person to read."""
+        return "\n".join(window.tree() for window in self.windows())
+
+
+class Installer(Program):
+    """Starts `program` with a home and a temporary folder of its own below `folder`, and waits
+    until it takes events. `settings` are added to its environment."""
+
+    def __init__(self, screen, program, folder, settings=None):
+        self.home = os.path.join(folder, "home")
+        tools = os.path.join(folder, "bin")
+        for made in (self.home, os.path.join(folder, "tmp"), tools):
+            os.makedirs(made, exist_ok=True)
+        opener = os.path.join(tools, "xdg-open")
+        with open(opener, "w", encoding="utf-8") as script:
+            script.write(_XDG_OPEN)
+        os.chmod(opener, 0o755)
+        own = tempfile.mkdtemp(prefix="run-", dir=folder)
+        self._record = os.path.join(own, "opened")
+        self._output = os.path.join(own, "output")
+        environment = {**os.environ, **_SANITIZERS, "HOME": self.home, "LC_ALL": "C.UTF-8",
+                       "TMPDIR": os.path.join(folder, "tmp"),
+                       "PATH": tools + ":" + os.environ["PATH"],
+                       "RECORD_OF_OPENED": self._record, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+                       **(settings or {})}
+        with _no_other_starting():
+            with open(self._output, "wb") as output:
+                self.process = subprocess.Popen(
+                    [program], stdin=subprocess.DEVNULL, stdout=output, stderr=output,
+                    env=environment, preexec_fn=processes.start_as_user)
+            super().__init__(screen, self.process.pid,
+                             float(environment.get("QT_SCALE_FACTOR", 1)))
+            wait_until(self._is_past_start, "the program to start", 60, self.said)
+
+    def _is_past_start(self):
+        if not self.runs():
+            return True
+        shown = accessible.program(self.id)
+        return (shown and shown.answers()
+                and not os.path.exists(os.path.join(_APPLICATIONS, "X.txt")))
+
     # How it went.
 
     def status(self, seconds=60):
         """Waits for the end of the program and gives its exit status."""
-        wait_until(lambda: self.process.poll() is not None, "the program to end", seconds,
-                   self.described)
+        wait_until(lambda: not self.runs(), "the program to end", seconds, self.described)
         if "Sanitizer" in self.said() or "runtime error:" in self.said():
             raise Failure(self.said())
         return self.process.returncode
@@ -198,7 +228,6 @@ class Installer:
             return record.read().splitlines()
 
     def described(self):
-        """All its windows and controls, for a person to read."""
         if not self.runs():
             return f"the program has ended with status {self.process.returncode}\n{self.said()}"
-        return "\n".join([window.tree() for window in self.windows()] + [self.said()])
+        return super().described() + "\n" + self.said()

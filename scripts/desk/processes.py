@@ -37,10 +37,9 @@ def start_as_user():
             _libc.prctl(_PR_CAPBSET_DROP, right, 0, 0, 0)
 
 
-def children(parent=None):
-    """The ids of the processes whose parent is `parent` (this process), zombies included."""
-    parent = os.getpid() if parent is None else parent
-    found = []
+def _parents():
+    """The parent of each process of this machine, by its id, zombies included."""
+    found = {}
     for entry in os.listdir("/proc"):
         if entry.isdigit():
             try:
@@ -49,15 +48,22 @@ def children(parent=None):
                     fields = stat.read().rpartition(")")[2].split()
             except (FileNotFoundError, ProcessLookupError):
                 continue
-            if int(fields[1]) == parent:
-                found.append(int(entry))
+            found[int(entry)] = int(fields[1])
     return found
 
 
-def descendants(parent=None):
-    """All processes below `parent` (this process)."""
-    found = children(parent)
-    return found + [below for child in found for below in descendants(child)]
+def children():
+    """The ids of the processes whose parent is this one, zombies included."""
+    return [process for process, parent in _parents().items() if parent == os.getpid()]
+
+
+def descendants():
+    """All processes below this one."""
+    parents = _parents()
+    found = [os.getpid()]
+    for above in found:
+        found += [process for process, parent in parents.items() if parent == above]
+    return found[1:]
 
 
 def command_line(process):
