@@ -1,11 +1,13 @@
-"""What the tests in a real window share: one desktop for a file of tests, an installer made for each
-test, and a picture of the screen where one fails."""
+"""What the tests in a real window share: one desktop for a file of tests, an installer made for
+each test, and a picture of the screen where one fails."""
 
 import http.server
 import json
 import os
+import pathlib
 import shutil
 import signal
+import ssl
 import subprocess
 import sys
 import tempfile
@@ -15,8 +17,7 @@ import unittest
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 sys.path.insert(0, os.path.join(ROOT, "scripts", "desk"))
 
-from accessible import program  # noqa: E402,F401
-from installer import Installer, program_of  # noqa: E402
+from installer import Installer, Program, program_of  # noqa: E402,F401
 from processes import Failure, command_line, descendants, wait_until  # noqa: E402,F401
 from screen import Screen  # noqa: E402
 from session import Session  # noqa: E402
@@ -43,22 +44,75 @@ def write_tree(folder, tree):
         if isinstance(content, dict):
             write_tree(path, content)
         else:
-            mode = "wb" if isinstance(content, bytes) else "w"
-            with open(path, mode, **({} if mode == "wb" else {"encoding": "utf-8"})) as file:
-                file.write(content)
+            content = content.encode() if isinstance(content, str) else content
+            pathlib.Path(path).write_bytes(content)
+
+
+def write_script(path, text):
+    """Writes a shell script that can be run, and gives its path."""
+    pathlib.Path(path).write_text("#!/bin/sh\n" + text, encoding="utf-8")
+    os.chmod(path, 0o755)
+    return path
 
 
 def read_tree(folder):
     """What `write_tree` would have written there, all as bytes."""
-    tree = {}
-    for name in os.listdir(folder):
-        path = os.path.join(folder, name)
-        if os.path.isdir(path):
-            tree[name] = read_tree(path)
-        else:
-            with open(path, "rb") as file:
-                tree[name] = file.read()
-    return tree
+    return {item.name: read_tree(item) if item.is_dir() else item.read_bytes()
+            for item in pathlib.Path(folder).iterdir()}
+
+
+def clipboard():
+    """The text that stands there."""
+    return subprocess.run(["xclip", "-selection", "clipboard", "-o"], check=True, timeout=30,
+                          stdout=subprocess.PIPE, encoding="utf-8").stdout
+
+
+def page(body, status=200, promised=None, **headers):
+    """A server's answer: bytes, or blocks of them as they come. It breaks off if more bytes are
+    promised than come."""
+    def answer(request):
+        request.send_response(status)
+        request.send_header("Content-Length", str(promised or len(body)))
+        for name, value in headers.items():
+            request.send_header(name, value)
+        request.end_headers()
+        for block in [body] if isinstance(body, bytes) else body:
+            request.wfile.write(block)
+    return answer
+
+
+class Server(http.server.ThreadingHTTPServer):
+    """Answers on loopback by `pages`: functions of the request, by their paths. `certificate`: the
+    files of it and of its key. `asked` tells of the requests, `met` counts the connections."""
+
+    def __init__(self, pages, certificate=None):
+        asked = self.asked = []
+        self.met = 0
+
+        class Handler(http.server.BaseHTTPRequestHandler):
+            def do_GET(self):
+                asked.append(self.path)
+                pages.get(self.path, page(b"", 404))(self)
+
+            def log_message(self, *_):
+                pass
+
+        super().__init__(("127.0.0.1", 0), Handler)
+        self.address = f"127.0.0.1:{self.server_port}"
+        if certificate:
+            context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+            context.load_cert_chain(*certificate)
+            self.socket = context.wrap_socket(self.socket, server_side=True,
+                                              do_handshake_on_connect=False)
+        threading.Thread(target=self.serve_forever, daemon=True).start()
+
+    def get_request(self):
+        connection = super().get_request()
+        self.met += 1
+        return connection
+
+    def handle_error(self, *_):
+        pass  # A client that hangs up is what some of these tests are about.
 
 
 class InstallerTest(unittest.TestCase):
@@ -99,12 +153,10 @@ class InstallerTest(unittest.TestCase):
 
     def rewrite(self, bundle, position, text):
         """Writes a text into the record that make_setup would refuse, at a place from 1 on."""
-        path = self.resource(bundle, "TextData")
-        with open(path, "rb") as record:
-            fields = record.read().split(b"|#|")
+        record = pathlib.Path(self.resource(bundle, "TextData"))
+        fields = record.read_bytes().split(b"|#|")
         fields[position - 1] = text.encode()
-        with open(path, "wb") as record:
-            record.write(b"|#|".join(fields))
+        record.write_bytes(b"|#|".join(fields))
 
     def open(self, bundle=None, settings=None, **fields):
         """Starts a bundle, or the one that `fields` describe."""
@@ -114,9 +166,20 @@ class InstallerTest(unittest.TestCase):
         return run
 
     def choose_folder(self, run, folder=None):
-        """Answers the folder dialog by keys."""
-        run.find("Directory:", "text")
-        run.type((folder or self.target) + "\n")
+        """Answers the folder dialog."""
+        field = run.find("Directory:", "text")
+        wait_until(lambda: field.enter(folder or self.target), "the field to take a text")
+        run.press("Select")
+
+    def begin(self, run, *pressed):
+        """Presses Install and what comes after it, and chooses the folder."""
+        run.press("Install", *pressed)
+        self.choose_folder(run)
+        return run
+
+    def install(self, run, *pressed):
+        """The same, and waits for the end."""
+        self.assert_ends(self.begin(run, *pressed))
 
     def installed(self, name="Tool"):
         """What stands in the installed folder; None if there is none."""
@@ -132,35 +195,12 @@ class InstallerTest(unittest.TestCase):
         wait_until(lambda: len(run.opened()) >= len(addresses), f"{addresses} to be opened")
         self.assertEqual(run.opened(), list(addresses))
 
-    def serve(self, pages, hosts=None):
-        """Serves bytes by their paths, or what gives them, on loopback. Gives the address, without a slash at its end,
-        and the list of the paths that are asked for, which grows. So does `hosts`, by the names under
-        which the server is asked."""
-        asked = []
-
-        class Handler(http.server.BaseHTTPRequestHandler):
-            def do_GET(self):
-                asked.append(self.path)
-                if hosts is not None:
-                    hosts.append(self.headers["Host"].partition(":")[0])
-                body = pages.get(self.path)
-                body = body() if callable(body) else body
-                self.send_response(200 if body is not None else 404)
-                self.end_headers()
-                self.wfile.write(body or b"")
-
-            def log_message(self, *_):
-                pass
-
-        return self.start_server(Handler), asked
-
-    def start_server(self, handler):
-        """Starts a server on loopback. Gives its address, without a slash at its end."""
-        server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), handler)
-        threading.Thread(target=server.serve_forever, daemon=True).start()
+    def serve(self, pages, certificate=None):
+        """Starts a server."""
+        server = Server(pages, certificate)
         self.addCleanup(server.server_close)
         self.addCleanup(server.shutdown)
-        return f"http://127.0.0.1:{server.server_address[1]}"
+        return server
 
 
 class _Result(unittest.TextTestResult):

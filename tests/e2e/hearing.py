@@ -1,7 +1,10 @@
 """What a screen reader's user must be told of each window."""
 
+from processes import wait_until
+
 # What the user acts on: it takes the focus, unless it can't be used now.
-_ACTED_ON = {"push button", "link", "check box", "radio button", "text", "combo box", "tree", "list"}
+_ACTED_ON = {"push button", "link", "check box", "radio button", "text", "combo box", "tree",
+             "list"}
 _READ = {"label", "image", "progress bar", "table column header", "table cell", "list item"}
 
 # What only holds others in the windows of the toolkit, and says nothing.
@@ -39,7 +42,15 @@ def faults_in(window):
     radios = [node for node in shown if node.role == "radio button"]
     if radios and sum("checked" in node.states for node in radios) != 1:
         found.append("not one of the radio buttons is set")
+    if not any("focused" in node.states for node in shown):
+        found.append("nothing has the focus")
     defaults = [node for node in shown if "is-default" in node.states]
     if len(defaults) != 1:
         found.append(f"{len(defaults)} buttons answer to Return")
     return [f"{window.name}: {fault}" for fault in found]
+
+
+def assert_heard(window, or_else=bool):
+    """Waits until nothing is wrong with a window, or until `or_else()` holds."""
+    wait_until(lambda: or_else() or not faults_in(window), "a window that is heard", 30,
+               lambda: "\n".join([*faults_in(window), window.tree()]))

@@ -1,9 +1,10 @@
 """Whole installs, from the first click to the folder on disk, and the ways out of the middle."""
 
 import os
+import shutil
+import subprocess
 
 import case
-from case import wait_until
 
 # Every page and question that comes between the click on Install and the end.
 EVERYTHING = {
@@ -22,6 +23,7 @@ EVERYTHING = {
 # With the second choice and the first option.
 INSTALLED = {"read me.txt": b"Hello", "deep": {"er": {"note": b"x" * 500}},
              "Themes": {"dark.css": b"black"}, "Maps": {"map.txt": b"here"}}
+NOTES = {"files": {"release.txt": "What is new"}, "fPostInstallNotes": "release.txt"}
 
 
 class WholeInstall(case.InstallerTest):
@@ -38,8 +40,7 @@ class WholeInstall(case.InstallerTest):
         run.click("I Agree", within=run.window("License Agreement"))
         run.click_on(run.find("Dark"), across=0.1)
         run.click("Continue", within=run.window("Pick One Choice"))
-        run.click("Maps")
-        run.click("Continue", within=run.window("Select Options"))
+        run.click("Maps", "Continue", within=run.window("Select Options"))
         run.click_on(run.find("target", "table cell"))
         run.click("Select")
         run.click("OK", within=run.window("Release Notes"))
@@ -62,74 +63,38 @@ class WholeInstall(case.InstallerTest):
         run.wait_for_focus("Maps")
         run.key("space")
         run.key("Return")
-        self.choose_folder(run)
+        run.find("Directory:", "text")
+        run.type(self.target + "\n")
         run.window("Release Notes")
         run.key("Return")
         self.assert_installed(run)
 
-    def test_through_the_accessibility_tree(self):
-        self.target = os.path.join(self.target, "it's “one” $(x) `é`")
+    def test_through_the_accessibility_tree_from_and_to_odd_places(self):
+        self.target, odd = (os.path.join(self.folder, f"{name} it's “one” $(x) `é` :;|&")
+                            for name in ("to", "from"))
+        bundle = os.path.join(odd, "Sétup \"1\".app")
         os.mkdir(self.target)
-        run = self.open(**EVERYTHING)
-        run.press("Install")
-        run.press("OK", within=run.window("Pre-Installation Notes"))
-        run.press("I Agree", within=run.window("License Agreement"))
-        run.press("Dark")
-        run.press("Continue", within=run.window("Pick One Choice"))
-        run.press("Maps")
-        run.press("Continue", within=run.window("Select Options"))
-        run.find("Directory:", "text").enter(self.target)
-        run.press("Select")
+        os.renames(self.bundle(**EVERYTHING), bundle)
+        subprocess.run(["chmod", "-R", "a-w", odd], check=True)
+        run = self.begin(self.open(bundle), "OK", "I Agree", "Dark", "Continue", "Maps", "Continue")
         run.press("OK", within=run.window("Release Notes"))
         self.assert_installed(run)
 
     def test_into_the_applications_folder_without_a_question(self):
         name = f"Tool of a test {os.getpid()}"
         self.target = "/Applications"
-        self.addCleanup(lambda: case.shutil.rmtree(f"/Applications/{name}", ignore_errors=True))
+        self.addCleanup(shutil.rmtree, f"/Applications/{name}", ignore_errors=True)
         run = self.open(fTargetFolder=name, fApplicationFolder=True)
-        run.click("Install")
+        run.press("Install")
         self.assert_ends(run)
         self.assertEqual(self.installed(name), {"read me.txt": b"Hello"})
         self.assertFalse(os.path.exists(f"/Applications/{name}.zip"))
 
-    def test_from_a_read_only_bundle_in_an_odd_place(self):
-        odd = os.path.join(self.folder, "it's a “place” $(x) `é` :;|&")
-        os.mkdir(odd)
-        bundle = os.path.join(odd, "Sétup \"1\".app")
-        os.rename(self.bundle(**EVERYTHING), bundle)
-        case.subprocess.run(["chmod", "-R", "a-w", odd], check=True)
-        run = self.open(bundle)
-        for name in ("Install", "OK", "I Agree", "Dark", "Continue", "Maps"):
-            run.press(name)
-        run.press("Continue", within=run.window("Select Options"))
-        self.choose_folder(run)
-        run.press("OK", within=run.window("Release Notes"))
-        self.assert_installed(run)
-
-    def test_two_at_once(self):
-        runs = []
-        for name in ("One", "Two"):
-            runs.append(self.open(fTargetFolder=name, **case.LONG))
-            runs[-1].press("Install")
-            self.choose_folder(runs[-1])
-        for run, name in zip(runs, ("One", "Two")):
-            self.assert_ends(run)
-            self.assertEqual(len(self.installed(name)["noise"]), 17000000)
-        self.assertEqual(sorted(os.listdir(self.target)), ["One", "Two"])
-
 
 class OtherWays(case.InstallerTest):
-    def open_and_choose(self, folder=None, **fields):
-        run = self.open(**fields)
-        run.click("Install")
-        self.choose_folder(run, folder)
-        return run
-
     def test_cancelled_folder_dialog_ends_without_a_page(self):
-        run = self.open(files={"release.txt": "What is new"}, fPostInstallNotes="release.txt",
-                        fCompletionURL="http://tool.example/done")
-        run.click("Install")
+        run = self.open(**NOTES, fCompletionURL="http://tool.example/done")
+        run.press("Install")
         run.find("Directory:", "text")
         run.key("Escape")
         self.assert_ends(run)
@@ -137,7 +102,7 @@ class OtherWays(case.InstallerTest):
 
     def test_unwritable_folder_is_refused_in_the_publishers_words(self):
         os.chmod(self.target, 0o555)
-        run = self.open_and_choose(fLabels={"notWritable": "No <b>room</b> & no key"})
+        run = self.begin(self.open(fLabels={"notWritable": "No <b>room</b> & no key"}))
         run.waits_for("No <b>room</b> & no key")
         run.key("Return")
         self.assert_ends(run)
@@ -147,8 +112,7 @@ class OtherWays(case.InstallerTest):
         for button, left in (("Cancel", {"old.txt": b"old"}), ("OK", {"read me.txt": b"Hello"})):
             with self.subTest(button):
                 case.write_tree(os.path.join(self.target, "Tool"), {"old.txt": "old"})
-                run = self.open_and_choose(files={"release.txt": "What is new"},
-                                           fPromptToReplace=True, fPostInstallNotes="release.txt")
+                run = self.begin(self.open(**NOTES, fPromptToReplace=True))
                 run.waits_for(os.path.join(self.target, "Tool"))
                 run.click(button, within=run.window("Confirmation"))
                 # The notes come after a refusal, too.
@@ -157,24 +121,20 @@ class OtherWays(case.InstallerTest):
                 self.assertEqual(self.installed(), left)
 
     def test_quit_while_the_bar_fills(self):
-        for quit_by in ("button", "keys", "window manager"):
-            with self.subTest(quit_by):
-                run = self.open_and_choose(**case.LONG)
+        for way, leave in {"button": lambda run: run.click("Quit"),
+                           "keys": lambda run: run.key("Control_L+q"),
+                           "window manager": lambda run: run.ask_to_close("Install")}.items():
+            with self.subTest(way):
+                run = self.begin(self.open(**case.LONG))
                 run.waits_for("Install in Progress...")
-                bar = run.find("Progress", "progress bar")
-                wait_until(lambda: bar.value[0] > 0, "the bar to move")
-                if quit_by == "button":
-                    run.click("Quit")
-                elif quit_by == "keys":
-                    run.key("Control_L+q")
-                else:
-                    run.ask_to_close("Install")
+                run.wait_for_bar()
+                leave(run)
                 self.assert_ends(run)
                 # Nothing is cleaned up: the next run does that.
                 self.assertTrue(os.path.exists(os.path.join(self.target, "Tool.zip")))
 
     def test_install_clicked_again_during_the_wait_goes_through_the_flow_once_more(self):
-        run = self.open_and_choose(**case.LONG)
+        run = self.begin(self.open(**case.LONG))
         run.find("Progress", "progress bar")
         run.click("Install")
         # The name of the folder is a whole path by now, which leads nowhere below the second one.

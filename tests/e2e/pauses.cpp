@@ -19,9 +19,8 @@ namespace {
 /// What the file holds. Times are nanoseconds.
 struct Told {
   std::uint64_t looks;  ///< At the event loop.
-  std::uint64_t
-      longest;  ///< The longest pause, without the time for which the system let others run.
-  std::uint64_t longestWall;  ///< The longest pause by the clock on the wall.
+  /// The longest pause, without the time for which the system let others run.
+  std::uint64_t longest;
 };
 
 /// A moment, and how long this thread has waited for a processor until then.
@@ -64,7 +63,6 @@ void BeginPause() {
 void EndPause() {
   const Moment now = Now();
   const std::uint64_t wall = now.wall - since.wall;
-  told->longestWall = std::max(told->longestWall, wall);
   told->longest = std::max(told->longest, wall - std::min(wall, now.queued - since.queued));
 }
 

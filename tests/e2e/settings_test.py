@@ -2,6 +2,7 @@
 bundle stays as it was made."""
 
 import os
+import pathlib
 import shlex
 import shutil
 import subprocess
@@ -11,6 +12,7 @@ import case
 from case import wait_until
 
 WHITE = (255, 255, 255)
+BLUE = (0, 0, 255)
 
 # Each would keep the window from showing, or show it otherwise, in a program that follows it.
 STRAY = {
@@ -19,117 +21,118 @@ STRAY = {
     "Wayland": {"QT_QPA_PLATFORM": "wayland", "XDG_SESSION_TYPE": "wayland",
                 "WAYLAND_DISPLAY": "wayland-0", "GDK_BACKEND": "wayland"},
     "no window system": {"QT_QPA_PLATFORM": "offscreen"},
-    "style": {"QT_STYLE_OVERRIDE": "Windows"},
+    "style": {"QT_STYLE_OVERRIDE": "Windows", "QT_FONT_DPI": "96"},
     "theme": {"QT_QPA_PLATFORMTHEME": "gtk3", "XDG_CURRENT_DESKTOP": "GNOME", "GTK_THEME": "Dark"},
+    "dark theme": {"QT_QPA_PLATFORMTHEME": "kde", "XDG_CURRENT_DESKTOP": "KDE",
+                   "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5"},
     "input method": {"QT_IM_MODULE": "fcitx", "XMODIFIERS": "@im=fcitx"},
 }
+KDEGLOBALS = """[Colors:Window]
+BackgroundNormal=20,20,20
+ForegroundNormal=240,240,240
+[Colors:View]
+BackgroundNormal=10,10,10
+ForegroundNormal=240,240,240
+[General]
+font=DejaVu Sans,24,-1,5,50,0,0,0,0,0
+"""
 
-_LIBRARIES = ("libQt6Core.so.6", "libxcb.so.1", "libcrypto.so.3")
+# Of the right names, but no plug-ins and no libraries.
+JUNK = dict.fromkeys(("libQt6Core.so.6", "libxcb.so.1", "libcrypto.so.3", "libqxcb.so",
+                      "libqwayland.so"), "junk")
 
 
 class Settings(case.InstallerTest):
-    def setUp(self):
-        super().setUp()
-        # Of the right names, but no plug-ins and no libraries.
-        self.junk = os.path.join(self.folder, "junk")
-        case.write_tree(self.junk, {"platforms": {"libqxcb.so": b"junk", "libqwayland.so": b"junk"},
-                                    "libqxcb.so": b"junk", **dict.fromkeys(_LIBRARIES, b"junk")})
-
-    def start(self, bundle, settings=None):
+    def start(self, bundle, settings):
+        """Starts a bundle. Gives the run and where its window has come to rest."""
         # Where it was, the pointer would light up a button.
         self.screen.move_to(0, 0)
-        if settings:
-            settings = {name: value.replace("{junk}", self.junk)
-                        for name, value in settings.items()}
         run = self.open(bundle, settings)
         run.wait_for_focus("Quit")
-        return run
+        return run, run.place_at_rest(run.window("Install"))
 
     def stop(self, run):
         run.press("Quit")
         self.assert_ends(run)
         self.assertNotIn("rror", run.said())
 
-    def pixels(self, run):
-        return self.screen.rows(*run.window("Install").area)
-
-    def test_stray_settings_change_no_pixel(self):
-        bundle = self.bundle()
-        run = self.start(bundle)
-        plain = self.pixels(run)
-        self.stop(run)
-        for name, settings in STRAY.items():
+    def test_stray_settings_and_a_dark_theme_change_no_pixel(self):
+        junk = os.path.join(self.folder, "junk")
+        case.write_tree(junk, {**JUNK, "platforms": JUNK})
+        case.write_tree(os.path.join(self.folder, "user", "home", ".config"),
+                        {"kdeglobals": KDEGLOBALS})
+        bundle = self.bundle(fURLActual="tool.example", fCopyright="(c) Us")
+        plain = None
+        for name, settings in {"none": {}, **STRAY}.items():
             with self.subTest(name):
-                run = self.start(bundle, settings)
-                wait_until(lambda run=run: self.pixels(run) == plain, "the same window")
+                run, area = self.start(bundle, {setting: value.replace("{junk}", junk)
+                                                for setting, value in settings.items()})
+                wait_until(lambda: BLUE in self.screen.colours(*area), "the link in blue")
+                plain = plain or self.screen.rows(*area)
+                wait_until(lambda: self.screen.rows(*area) == plain, "the same window")
                 self.stop(run)
+        self.assertEqual(plain[2][:24], bytes(WHITE) * 8)
 
     def test_scale_factors_scale_the_whole_window(self):
         bundle = self.bundle()
         for factor in (1.25, 1.5, 2):
             with self.subTest(factor):
-                run = self.start(bundle, {"QT_SCALE_FACTOR": str(factor)})
-                run.place_at_rest(run.find("Install", "push button"))
+                run, _ = self.start(bundle, {"QT_SCALE_FACTOR": str(factor)})
                 window = run.x_window("Install")
                 size = window.get_geometry()
                 self.assertLessEqual(abs(size.width - 396 * factor), 1)
                 self.assertLessEqual(abs(size.height - 238 * factor), 1)
                 corner = window.translate_coords(window.query_tree().root, 0, 0)
                 place = (-corner.x + 4, -corner.y + 4, 20, 1)
-                wait_until(lambda place=place: self.screen.colours(*place) == {WHITE}, "white")
+                wait_until(lambda: self.screen.colours(*place) == {WHITE}, "white")
                 self.stop(run)
 
     def test_folders_are_in_the_order_of_the_users_language(self):
         names = ["Zebra", "Ägg", "Apple", "file 10", "file 9"]
         # The dialog opens where the bundle lies.
-        for name in names:
-            os.mkdir(os.path.join(self.folder, name))
-        for language, order in (("sv_SE.UTF-8", ["Apple", "file 9", "file 10", "Zebra", "Ägg"]),
-                                ("de_DE.UTF-8", ["Ägg", "Apple", "file 9", "file 10", "Zebra"]),
+        case.write_tree(self.folder, dict.fromkeys(names, {}))
+        locales = os.path.join(self.folder, "user", "locales")
+        os.makedirs(locales)
+        for language, order in (("sv_SE", ["Apple", "file 9", "file 10", "Zebra", "Ägg"]),
+                                ("de_DE", ["Ägg", "Apple", "file 9", "file 10", "Zebra"]),
                                 # One that the system doesn't have.
-                                ("pl_PL.UTF-8", ["Apple", "file 9", "file 10", "Zebra", "Ägg"])):
+                                ("pl_PL", ["Apple", "file 9", "file 10", "Zebra", "Ägg"])):
             with self.subTest(language):
-                locales = os.path.join(self.folder, "user", "locales")
-                os.makedirs(locales, exist_ok=True)
-                if not language.startswith("pl"):
-                    subprocess.run(["localedef", "-i", language.partition(".")[0], "-f", "UTF-8",
-                                    os.path.join(locales, language)], check=True)
-                run = self.open(settings={"LC_ALL": language, "LANG": language, "LOCPATH": locales})
-                run.click("Install")
-
-                def listed():
-                    return [node.name for node in run.controls() if node.name in names]
-                wait_until(lambda: len(listed()) >= len(names), "the folders", 30, run.described)
-                self.assertEqual(listed()[-len(names):], order)
+                locale = language + ".UTF-8"
+                if language != "pl_PL":
+                    subprocess.run(["localedef", "-i", language, "-f", "UTF-8",
+                                    os.path.join(locales, locale)], check=True)
+                run = self.open(settings={"LC_ALL": locale, "LANG": locale, "LOCPATH": locales})
+                run.press("Install")
+                wait_until(lambda: [node.name for node in run.controls()
+                                    if node.name in names][-len(names):] == order,
+                           "the folders in order", 30, run.described)
                 run.key("Escape")
                 self.assert_ends(run)
 
 
 class Places(case.InstallerTest):
-    def listing(self, folder):
-        found = {}
-        for place, folders, files in os.walk(folder):
-            for name in folders + files:
-                state = os.lstat(os.path.join(place, name))
-                found[os.path.relpath(os.path.join(place, name), folder)] = (
-                    state.st_mode, state.st_size, state.st_mtime_ns)
-        return found
+    @staticmethod
+    def listing(folder):
+        """The size and time of each file and folder there."""
+        states = {os.path.join(place, name): os.lstat(os.path.join(place, name))
+                  for place, folders, files in os.walk(folder) for name in folders + files}
+        return {path: (state.st_size, state.st_mtime_ns) for path, state in states.items()}
 
-    def test_installs_from_a_folder_that_nobody_can_write_to(self):
-        bundle = self.bundle()
-        before = self.listing(bundle)
-        for place, _, _ in os.walk(bundle):
-            os.chmod(place, 0o555)
-        self.addCleanup(subprocess.run, ["chmod", "-R", "u+w", bundle], check=True)
-        run = self.open(bundle)
-        run.click("Install")
-        self.choose_folder(run)
-        self.assert_ends(run)
-        self.assertEqual(self.installed(), {"read me.txt": b"Hello"})
-        after = self.listing(bundle)
-        self.assertEqual({path: state[1:] for path, state in after.items()},
-                         {path: state[1:] for path, state in before.items()})
-        self.assertEqual(os.listdir(run.home), [], "left in the user's home")
+    def test_installs_from_a_path_of_any_letters_that_nobody_can_write_to(self):
+        plain = self.bundle()
+        for name in ("it's $(x) \"a\" : ; \\ é 日本", "line\nfeed"):
+            with self.subTest(name):
+                bundle = os.path.join(self.folder, name, "Install.app")
+                shutil.copytree(plain, bundle)
+                before = self.listing(bundle)
+                subprocess.run(["chmod", "-R", "a-w", bundle], check=True)
+                run = self.open(bundle)
+                self.install(run)
+                self.assertEqual(self.installed(), {"read me.txt": b"Hello"})
+                self.assertEqual(self.listing(bundle), before)
+                self.assertEqual(os.listdir(run.home), [], "left in the user's home")
+                shutil.rmtree(os.path.join(self.target, "Tool"))
 
     def test_installs_from_a_disk_that_nothing_can_write_to(self):
         bundle = self.bundle()
@@ -139,44 +142,27 @@ class Places(case.InstallerTest):
         own = ["unshare", "--mount", *(() if os.geteuid() == 0 else ("--user", "--map-root-user"))]
         if subprocess.run([*own, "true"], check=False).returncode:
             self.skipTest("no right to mount a disk")
-        start = os.path.join(self.folder, "start")
-        command = [*own, "sh", "-c", script, "sh", bundle, case.program_of(bundle)]
-        case.write_tree(self.folder, {"start": f"#!/bin/sh\nexec {shlex.join(command)}\n"})
-        os.chmod(start, 0o755)
+        start = case.write_script(os.path.join(self.folder, "start"), "exec " + shlex.join(
+            [*own, "sh", "-c", script, "sh", bundle, case.program_of(bundle)]))
         run = case.Installer(self.screen, start, os.path.join(self.folder, "user"))
         self.opened.append(run)
-        run.click("Install")
-        self.choose_folder(run)
-        self.assert_ends(run)
+        self.install(run)
         self.assertEqual(self.installed(), {"read me.txt": b"Hello"})
 
     def test_downloads_from_a_host_of_other_letters_than_asciis(self):
-        pages, hosts = {}, []
-        address, _ = self.serve(pages, hosts)
-        host = address.replace("127.0.0.1", "bücher.localhost")  # Which is this machine by its end.
-        run = self.open(files={"songs": {"a": os.urandom(20000)}}, fInstallOptions=[
-            {"caption": "Songs", "source": host + "/a.zip", "content": "songs"}])
-        pages["/a.zip"] = lambda: open(os.path.join(self.folder, "a.zip"), "rb").read()
-        run.press("Install")
-        run.press("Songs")
-        run.press("Continue", within=run.window("Select Options"))
-        self.choose_folder(run)
-        self.assert_ends(run)
-        self.assertEqual(hosts, ["xn--bcher-kva.localhost"])
-        self.assertIn("a", self.installed())
+        hosts = []
 
-    def test_starts_from_a_path_of_any_letters(self):
-        plain = self.bundle()
-        for name in ("it's $(x) \"a\" : ; \\ é 日本", "line\nfeed"):
-            with self.subTest(name):
-                bundle = os.path.join(self.folder, name, "Install.app")
-                shutil.copytree(plain, bundle)
-                run = self.open(bundle)
-                run.click("Install")
-                self.choose_folder(run)
-                self.assert_ends(run)
-                self.assertEqual(self.installed(), {"read me.txt": b"Hello"})
-                shutil.rmtree(os.path.join(self.target, "Tool"))
+        def send_songs(request):
+            hosts.append(request.headers["Host"])
+            case.page(pathlib.Path(self.folder, "a.zip").read_bytes())(request)
+        port = self.serve({"/a.zip": send_songs}).server_port
+        # A name with that end is this machine's.
+        run = self.open(files={"songs": {"a": os.urandom(20000)}}, fInstallOptions=[
+            {"caption": "Songs", "source": f"http://bücher.localhost:{port}/a.zip",
+             "content": "songs"}])
+        self.install(run, "Songs", "Continue")
+        self.assertEqual(hosts, [f"xn--bcher-kva.localhost:{port}"])
+        self.assertIn("a", self.installed())
 
     def test_desktop_entry_starts_the_bundle_wherever_both_are(self):
         bundle = self.bundle()

@@ -2,25 +2,14 @@
 
 import glob
 import os
-import subprocess
 
 import case
-from accessible import program
 from case import wait_until
 
 _REFUSAL = "Drag the installer out of the Downloads folder before running it."
 
 
 class Relocation(case.InstallerTest):
-    def windows_of(self, process):
-        shown = program(process)
-        return [window for window in (shown.children() if shown else ())
-                if "showing" in window.states]
-
-    def controls_of(self, process, role):
-        return [node for window in self.windows_of(process) for node in window.below()
-                if node.role == role and "showing" in node.states]
-
     def copy_of(self, bundle):
         """Waits for the process of the copy and gives its id and the path of its program."""
         temporary = os.path.join(self.folder, "user", "tmp", f"zephin-{os.getuid()}")
@@ -36,31 +25,31 @@ class Relocation(case.InstallerTest):
                          r"\A/[1-9]\d{3}/" + os.path.basename(bundle) + "/Contents/MacOS/")
         return process, path
 
+    def pieces(self):
+        return sorted(os.path.basename(path) for path in glob.glob(self.folder + "/Data#*"))
+
     def test_first_process_comes_to_its_end_and_the_copy_refuses(self):
         bundle = self.bundle(files={"release.txt": "What is new"}, pieceSize=400,
                              payload={"noise": os.urandom(1500)}, fPostInstallNotes="release.txt",
                              fCompletionURL="http://tool.example/done")
-        pieces = sorted(os.path.basename(path) for path in glob.glob(self.folder + "/Data#*"))
+        pieces = self.pieces()
         self.assertIn("Data#2", pieces)
         self.assertEqual(pieces[-1], "Data#End")
         run = self.open(bundle)
         run.press("Install")
 
         process, path = self.copy_of(bundle)
-        label = wait_until(lambda: next((node.text for node in self.controls_of(process, "label")
-                                         if node.text), None), "the copy's line", 60)
-        self.assertEqual(label, _REFUSAL)
-        self.assertEqual(len(self.windows_of(process)), 1, "its main window is hidden")
-        told = subprocess.run(["xclip", "-selection", "clipboard", "-o"], check=True,
-                              stdout=subprocess.PIPE, timeout=30, encoding="utf-8").stdout
-        self.assertEqual(told, os.path.dirname(bundle) + "/")
+        copy = case.Program(self.screen, process)
+        copy.waits_for(_REFUSAL, 60)
+        self.assertEqual(len(copy.windows()), 1, "its main window is hidden")
+        self.assertEqual(case.clipboard(), os.path.dirname(bundle) + "/")
 
         run.press("OK", within=run.window("Release Notes"))
         self.assert_ends(run)
         self.assert_opens(run, "http://tool.example/done")
 
         # The copy outlives the first process, and is an orphan of this one by now.
-        self.assertTrue(self.controls_of(process, "push button")[0].press())
+        copy.press("OK")
         ended, status = wait_until(lambda: next(
             (end for end in [os.waitpid(process, os.WNOHANG)] if end[0]), None),
             "the copy to end")
@@ -69,8 +58,7 @@ class Relocation(case.InstallerTest):
         resources = os.path.join(os.path.dirname(os.path.dirname(path)), "Resources")
         self.assertTrue(os.path.exists(os.path.join(resources, "Data#1")))
         self.assertEqual(os.listdir(self.target), [])
-        self.assertEqual(sorted(os.path.basename(path) for path in
-                                glob.glob(self.folder + "/Data#*")), pieces)
+        self.assertEqual(self.pieces(), pieces)
 
 
 if __name__ == "__main__":

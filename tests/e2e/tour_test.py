@@ -1,11 +1,12 @@
 """The sample setups, which show every feature, gone through as the demo does."""
 
 import os
+import pathlib
 import subprocess
 
 import case
 import walk_by_keys
-from hearing import faults_in
+from hearing import assert_heard
 from walkthrough import Walk
 
 _SAMPLES = os.path.join(case.ROOT, "samples")
@@ -16,21 +17,16 @@ class ListeningWalk(Walk):
 
     def __init__(self, *arguments):
         super().__init__(*arguments)
-        self.faults = []
         self.heard = {}
 
     def look_at(self, window):
-        controls = [node for node in window.below() if "showing" in node.states]
         self.heard.setdefault(window.name, set()).update(
-            (node.role, node.name) for node in controls)
-        self.faults += faults_in(window)
-        case.wait_until(lambda: self.has_focus_in(window), "a focus", 30, window.tree)
+            (node.role, node.name) for node in window.below() if "showing" in node.states)
 
-    def has_focus_in(self, window):
-        """Or the window is no longer the one that the user hears."""
-        front = self.front()
-        return not front or front.name != window.name or any(
-            "focused" in node.states for node in window.below())
+        def has_gone():
+            front = self.front()
+            return not front or front.name != window.name
+        assert_heard(window, has_gone)
 
 
 class Tour(case.InstallerTest):
@@ -41,43 +37,33 @@ class Tour(case.InstallerTest):
                         bundle], check=True)
         return bundle
 
-    @staticmethod
-    def content(*names):
-        """The bytes of a file; empty if there is none."""
-        path = os.path.join(*names)
-        if not os.path.exists(path):
-            return b""
-        with open(path, "rb") as file:
-            return file.read()
-
     def walk(self, sample, **values):
         run = self.open(self.make(sample, **values))
         walk = ListeningWalk(self.screen, run, None, self.target)
         self.assertEqual(walk.run(), 0)
-        self.assertEqual(walk.faults, [])
         return run, walk.heard
 
     def test_tour_and_its_update(self):
-        pages = {}
-        address, asked = self.serve(pages)
+        aside = pathlib.Path(self.folder)
         # The archive is made with the bundle, and asked for later.
-        archive = os.path.join(self.folder, "templates.zip")
-        pages["/templates.zip"] = lambda: open(archive, "rb").read()
-        run, heard = self.walk("tour", PORT=address.rpartition(":")[2], ASIDE=self.folder)
-        self.assertEqual(asked, ["/templates.zip"])
-        self.assert_opens(run, f"{address}/thanks.html")
+        server = self.serve({"/templates.zip": lambda request: case.page(
+            (aside / "templates.zip").read_bytes())(request)})
+        run, heard = self.walk("tour", PORT=server.server_port, ASIDE=aside)
+        self.assertEqual(server.asked, ["/templates.zip"])
+        self.assert_opens(run, f"http://{server.address}/thanks.html")
         self.assertIn(("progress bar", "Progress"), heard["Juniper Notes 2.1"])
         self.assertIn(("radio button", "Light: ink on paper"), heard["Pick a theme"])
         installed = self.installed("Juniper Notes")
         for name in ("Library", "Themes", "Dictionaries", "Templates", "Read me.txt"):
             self.assertIn(name, installed)
-        with open("/etc/os-release", "rb") as system:
-            self.assertEqual(system.read(), self.content(self.folder, "zephin-tour-system.txt"))
+        self.assertEqual((aside / "zephin-tour-system.txt").read_bytes(),
+                         pathlib.Path("/etc/os-release").read_bytes())
         # The option that adds to the folder comes later.
-        self.assertCountEqual(os.listdir(os.path.join(self.folder, "zephin-tour/Templates")),
-                         ["Meeting.md", "Journal.md"])
+        self.assertCountEqual(os.listdir(aside / "zephin-tour/Templates"),
+                              ["Meeting.md", "Journal.md"])
         for name in ("Quick start.md", "juniper.cfg", "welcome.txt"):
-            case.wait_until(lambda name=name: self.content(run.home, "ZephinTour", name), name)
+            left = pathlib.Path(run.home, "ZephinTour", name)
+            case.wait_until(lambda: left.exists() and left.stat().st_size, name)
 
         self.walk("patch")
         patched = self.installed("Juniper Notes")
@@ -91,8 +77,8 @@ class Tour(case.InstallerTest):
         titles = walk_by_keys.Walk(self.screen, run.process, self.folder,
                                    {"Where shall Juniper Notes live?": self.target}).run()
         self.assertEqual(titles, ["Install", "Juniper Notes 2.1", "Before you install",
-                                  "The Juniper Notes agreement", "Pick a theme", "Add what you like",
-                                  "Where shall Juniper Notes live?",
+                                  "The Juniper Notes agreement", "Pick a theme",
+                                  "Add what you like", "Where shall Juniper Notes live?",
                                   "What is new in Juniper Notes 2.1"])
         self.assert_ends(run)
         self.assertIn("current.theme", self.installed("Juniper Notes")["Themes"])
