@@ -37,18 +37,18 @@ TEST(SelectTargetFolder, GivesThePathOrNothing) {
 TEST(SelectTargetFolder, DialogSpeaksThePublishersWords) {
   StubRun run;
   ZephinStubWindow& window = run.BareWindow();
-  std::string seen;
+  String seen;
   run.desktop.onFolderDialog = [&seen](const SelectFolderDialog& dialog) {
-    seen += dialog.Title().Bytes() + "," + dialog.ActionButtonCaption().Bytes() + "," +
-            dialog.CancelButtonCaption().Bytes() + "," +
-            ViewConst::MyAbsolutePath(dialog.InitialDirectory()).Bytes() + ";";
+    seen += dialog.Title() + "," + dialog.ActionButtonCaption() + "," +
+            dialog.CancelButtonCaption() + "," +
+            ViewConst::MyAbsolutePath(dialog.InitialDirectory()) + ";";
   };
   run.desktop.ExpectFolderDialog("");
   (void)window.SelectTargetFolder("/default", true);
   window.fLabels = Split("|||No|||||||||||Where to?|There", "|");
   run.desktop.ExpectFolderDialog("");
   (void)window.SelectTargetFolder("relative", true);
-  EXPECT_EQ(seen, ",Select,,/default;Where to?,There,No,;");
+  EXPECT_EQ(seen.Bytes(), ",Select,,/default;Where to?,There,No,;");
 }
 
 }  // namespace
