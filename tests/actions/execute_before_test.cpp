@@ -56,7 +56,7 @@ TEST(ExecuteBefore, AnswersAreTakenAtTheirTime) {
       EXPECT_EQ(run.desktop.clipboard, row.token.empty() ? "" : path);
       for (const auto& [time, text] : row.replies) {
         run.desktop.After(time, [&, time = time, text = text] {
-          EXPECT_EQ(run.desktop.IsShown(window), row.seconds * kSecond < time);
+          EXPECT_EQ(window.Visible(), row.seconds * kSecond < time);
           run.desktop.clipboard = text;
         });
       }
@@ -68,7 +68,7 @@ TEST(ExecuteBefore, AnswersAreTakenAtTheirTime) {
     // Each turn is a tick longer than its time, so the looks at a long wait fall anywhere in it.
     EXPECT_GE(run.desktop.milliseconds, row.seconds * kSecond);
     EXPECT_LT(run.desktop.milliseconds, row.seconds * kSecond + (row.seconds > 9 ? 1100 : 200));
-    EXPECT_TRUE(run.desktop.IsShown(window));
+    EXPECT_TRUE(window.Visible());
     EXPECT_EQ(run.desktop.bringToFrontCalls, row.goOn ? 1 : 0);
     EXPECT_EQ(run.desktop.launched.size(), 1U);
   }

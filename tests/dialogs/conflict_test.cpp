@@ -24,8 +24,6 @@ std::vector<int> FitOf(const MessageModal& window) {
 const std::vector<int> kTiny{322, 93, 282, 27, 53, 38, 130, 222};
 const std::vector<int> kShort{512, 193, 472, 127, 153, 228, 320, 412};
 const std::vector<int> kNormal{572, 243, 532, 177, 203, 288, 380, 472};
-const std::vector<int> kMedium{572, 343, 532, 277, 303, 288, 380, 472};
-const std::vector<int> kLong{572, 443, 532, 377, 403, 288, 380, 472};
 
 class Conflict : public testing::Test {
  protected:
@@ -44,46 +42,42 @@ class Conflict : public testing::Test {
 };
 
 TEST_F(Conflict, LengthInCharactersPicksTheSizeAndTheEndTakesItBack) {
+  const auto xs = [](std::size_t count) { return std::string(count, 'x'); };
   struct Row {
-    std::size_t length;
-    const char* end;
+    std::vector<std::string> texts;
     std::vector<int> fit;
     int heightLeft = 243;
   };
   const std::vector<Row> rows{
-      {0, "", kTiny},
-      {39, "", kTiny},
-      {38, "\u65E5", kTiny},
-      {40, "", kShort},
-      {199, "", kShort},
-      {200, "", kNormal},
-      {400, "", kNormal},
-      {401, "", kMedium},
-      {600, "", kMedium},
-      {601, "", kLong},
+      {{"", xs(39), xs(38) + "\u65E5"}, kTiny},
+      {{xs(40), xs(199)}, kShort},
+      {{xs(200), xs(400)}, kNormal},
+      {{xs(401), xs(600)}, {572, 343, 532, 277, 303, 288, 380, 472}},
+      {{xs(601)}, {572, 443, 532, 377, 403, 288, 380, 472}},
       // Shrunk as a short text, it grows back as a tiny one.
-      {38, "\n", kShort, 243 + 100},
+      {{xs(38) + "\n"}, kShort, 243 + 100},
   };
   for (const auto& row : rows) {
-    const Ref<MessageModal> window = MakeWindow<MessageModal>();
-    const String text = Utf8(std::string(row.length, 'x') + row.end);
-    ViewConst::MessageModalStartSize(*window, text);
-    EXPECT_EQ(FitOf(*window), row.fit) << row.length;
-    ViewConst::MessageModalEndSize(*window, text);
-    EXPECT_EQ(window->Height(), row.heightLeft) << row.length;
-    EXPECT_EQ(window->Btn1()->Left(), 288);
+    for (const std::string& text : row.texts) {
+      const Ref<MessageModal> window = MakeWindow<MessageModal>();
+      ViewConst::MessageModalStartSize(*window, Utf8(text));
+      EXPECT_EQ(FitOf(*window), row.fit) << text;
+      ViewConst::MessageModalEndSize(*window, Utf8(text));
+      EXPECT_EQ(window->Height(), row.heightLeft) << text;
+      EXPECT_EQ(window->Btn1()->Left(), 288);
+    }
   }
 }
 
 TEST_F(Conflict, ButtonsCloseUpToTheRightOfThoseThatAreHidden) {
-  const auto leftsWithout = [](auto hide) {
+  for (const auto& [hidden, left1, left2] : {std::tuple{"Btn2", 380, 380}, {"Btn3", 472, 472}}) {
     const Ref<MessageModal> window = MakeWindow<MessageModal>();
-    hide(*window)->SetVisible(false);
+    window->ControlByName(hidden)->SetVisible(false);
     ViewConst::MessageModalStartSize(*window, Utf8(std::string(300, 'x')));
-    return std::vector{window->Btn1()->Left(), window->Btn2()->Left(), window->Btn3()->Left()};
-  };
-  EXPECT_EQ(leftsWithout([](MessageModal& w) { return w.Btn2(); }), (std::vector{380, 380, 472}));
-  EXPECT_EQ(leftsWithout([](MessageModal& w) { return w.Btn3(); }), (std::vector{472, 472, 472}));
+    EXPECT_EQ(window->Btn1()->Left(), left1) << hidden;
+    EXPECT_EQ(window->Btn2()->Left(), left2) << hidden;
+    EXPECT_EQ(window->Btn3()->Left(), 472) << hidden;
+  }
 }
 
 TEST_F(Conflict, QuestionIsFittedAndAnsweredByItsCaptions) {
