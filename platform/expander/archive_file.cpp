@@ -13,7 +13,7 @@ namespace zephin::expander {
 int ArchiveFile::Open(const std::string& path) {
   // O_NONBLOCK: a pipe of that name must not hang the open.
   Descriptor descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  if (!descriptor.Open()) {
+  if (!descriptor.IsOpen()) {
     return errno;
   }
   return Take(std::move(descriptor));
@@ -21,7 +21,7 @@ int ArchiveFile::Open(const std::string& path) {
 
 int ArchiveFile::Take(Descriptor descriptor) {
   struct stat status {};
-  if (::fstat(descriptor.Get(), &status) != 0) {
+  if (::fstat(descriptor.Number(), &status) != 0) {
     return errno;
   }
   if (S_ISDIR(status.st_mode)) {
@@ -41,7 +41,7 @@ int ArchiveFile::ReadAt(std::uint64_t offset, void* target, std::size_t size) co
   }
   auto* next = static_cast<char*>(target);
   while (size > 0) {
-    const ssize_t got = ::pread(descriptor_.Get(), next, size, static_cast<off_t>(offset));
+    const ssize_t got = ::pread(descriptor_.Number(), next, size, static_cast<off_t>(offset));
     if (got < 0 && errno == EINTR) {
       continue;
     }

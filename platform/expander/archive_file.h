@@ -14,17 +14,17 @@ namespace zephin::expander {
 
 class ArchiveFile {
  public:
-  // Opens the file for reading. Gives 0, or the system's error code (EINVAL for what is no plain
-  // file).
+  /// Opens the file for reading. Gives 0, or the system's error code (EINVAL for what is no plain
+  /// file).
   [[nodiscard]] int Open(const std::string& path);
-  // Takes over a descriptor that is open for reading; else as above.
+  /// Takes over a descriptor that is open for reading; else as above.
   [[nodiscard]] int Take(Descriptor descriptor);
 
-  // The length when it was opened, in bytes.
+  /// The length when it was opened, in bytes.
   std::uint64_t Length() const { return length_; }
 
-  // Fills `target` with `size` bytes from `offset` on. Gives 0, the system's error code, or EIO
-  // when the file ends before.
+  /// Fills `target` with `size` bytes from `offset` on. Gives 0, the system's error code, or EIO
+  /// when the file ends before.
   [[nodiscard]] int ReadAt(std::uint64_t offset, void* target, std::size_t size) const;
 
  private:

@@ -20,10 +20,10 @@ namespace {
 
 constexpr std::size_t kRecordSize = 46;
 constexpr std::uint32_t kAllBits = 0xFFFFFFFF;
-// About a million entries; a larger table is made to eat memory.
+/// About a million entries; a larger table is made to eat memory.
 constexpr std::uint64_t kLargestTable = 128ULL << 20U;
 
-// The fields of a record that decide about what the entry is.
+/// The fields of a record that decide about what the entry is.
 struct Record {
   std::uint16_t host = 0;
   std::uint16_t time = 0;
@@ -32,9 +32,9 @@ struct Record {
   std::string_view extra;
 };
 
-// signature 4, made by 2 (version, host), needed 2, flags 2, method 2, time 2, date 2, CRC 4,
-// packed size 4, size 4, lengths of name, extra and comment 2 each, disc 2, internal 2, external 4,
-// offset 4, name, extra, comment
+/// signature 4, made by 2 (version, host), needed 2, flags 2, method 2, time 2, date 2, CRC 4,
+/// packed size 4, size 4, lengths of name, extra and comment 2 each, disc 2, internal 2, external
+/// 4, offset 4, name, extra, comment
 bool TakeRecord(FieldReader& reader, Entry& entry, Record& record) {
   if (reader.U32() != kDirectorySignature) {
     return false;
@@ -60,7 +60,7 @@ bool TakeRecord(FieldReader& reader, Entry& entry, Record& record) {
   return reader.Ok();
 }
 
-// Hosts whose attributes hold a Unix mode in their upper half: Unix and the Mac's.
+/// Hosts whose attributes hold a Unix mode in their upper half: Unix and the Mac's.
 bool HasUnixMode(const Record& record) {
   return (record.host == 3 || record.host == 19) && record.external >> 16U != 0;
 }
@@ -84,11 +84,11 @@ const char* SetKind(Entry& entry, const Record& record, bool namedAsFolder) {
     return "is a device, a socket or a pipe";
   }
   if (type == S_IFDIR || namedAsFolder) {
-    entry.kind = EntryKind::kFolder;
+    entry.kind = EntryKind::Folder;
     return type == S_IFLNK || entry.size != 0 ? "is a folder, but holds data" : nullptr;
   }
-  entry.kind = type == S_IFLNK ? EntryKind::kLink : EntryKind::kFile;
-  if (entry.kind == EntryKind::kLink && (entry.size == 0 || entry.size >= PATH_MAX)) {
+  entry.kind = type == S_IFLNK ? EntryKind::Link : EntryKind::File;
+  if (entry.kind == EntryKind::Link && (entry.size == 0 || entry.size >= PATH_MAX)) {
     return "is a link whose target is empty or longer than a path can be";
   }
   return nullptr;
@@ -162,9 +162,9 @@ class EntryReader {
   LocalTimes times_;
 };
 
-// Refuses entries that share bytes: a few bytes told of many times are how an archive of some
-// kilobytes fills a disk. Each entry's limit, so far its least end, becomes the start of the next
-// one.
+/// Refuses entries that share bytes: a few bytes told of many times are how an archive of some
+/// kilobytes fills a disk. Each entry's limit, so far its least end, becomes the start of the next
+/// one.
 void RefuseOverlaps(std::vector<Entry>& entries, std::uint64_t tableOffset) {
   constexpr const char* kRefusal = "shares bytes of the archive with another entry";
   std::vector<Entry*> placed;

@@ -21,18 +21,18 @@ class CentralDirectory {
   CentralDirectory(const CentralDirectory&) = delete;
   CentralDirectory& operator=(const CentralDirectory&) = delete;
 
-  // Reads and checks all entries. Those that can't be expanded have their `refusal` set, entries
-  // that share bytes of the archive included. Faults of the archive as a whole (no table, a table
-  // that breaks off) are added to `faults` under `archiveName`; what could be read is there all the
-  // same.
+  /// Reads and checks all entries. Those that can't be expanded have their `refusal` set, entries
+  /// that share bytes of the archive included. Faults of the archive as a whole (no table, a table
+  /// that breaks off) are added to `faults` under `archiveName`; what could be read is there all
+  /// the same.
   void Read(const ArchiveFile& file, const std::string& archiveName, Faults& faults);
 
-  // In the archive's order.
+  /// In the archive's order.
   std::vector<Entry> entries;
 
  private:
   std::vector<char> bytes_;
-  // Names that had to be decoded or cleaned.
+  /// Names that had to be decoded or cleaned.
   std::deque<std::string> texts_;
 };
 

@@ -12,7 +12,7 @@ namespace zephin::expander {
 class Descriptor {
  public:
   Descriptor() = default;
-  // Owns `number`; a negative one stands for "not open".
+  /// Owns `number`; a negative one stands for "not open".
   explicit Descriptor(int number) : number_(number) {}
   Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
   Descriptor& operator=(Descriptor&& other) noexcept {
@@ -26,13 +26,13 @@ class Descriptor {
   Descriptor& operator=(const Descriptor&) = delete;
   ~Descriptor() { (void)Close(); }
 
-  int Get() const { return number_; }
-  bool Open() const { return number_ >= 0; }
+  int Number() const { return number_; }
+  bool IsOpen() const { return number_ >= 0; }
 
-  // Closes it and gives 0 or the system's error code: a disk may tell of a lost write only here.
+  /// Closes it and gives 0 or the system's error code: a disk may tell of a lost write only here.
   [[nodiscard]] int Close() {
     const int number = std::exchange(number_, -1);
-    // An interruption has closed it, too.
+    /// An interruption has closed it, too.
     return number >= 0 && ::close(number) != 0 && errno != EINTR ? errno : 0;
   }
 

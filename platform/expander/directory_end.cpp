@@ -20,7 +20,7 @@ constexpr std::size_t kLocatorSize = 20;
 constexpr std::size_t kEnd64Size = 56;
 constexpr std::size_t kLongestComment = 0xFFFF;
 
-// The record's fields as they stand, and its own place in the file.
+/// The record's fields as they stand, and its own place in the file.
 struct EndFields {
   std::uint64_t place = 0;
   std::uint64_t offset = 0;
@@ -36,8 +36,8 @@ bool BeginsWith(const ArchiveFile& file, std::uint64_t offset, std::uint32_t sig
          FieldReader(std::string_view(bytes.data(), bytes.size())).U32() == signature;
 }
 
-// signature 4, disc 2, disc of the directory 2, entries here 2, entries 2, size 4, offset 4,
-// comment's length 2, comment
+/// signature 4, disc 2, disc of the directory 2, entries here 2, entries 2, size 4, offset 4,
+/// comment's length 2, comment
 EndFields ReadEnd(std::string_view record) {
   FieldReader reader(record);
   (void)reader.U32();
@@ -52,8 +52,8 @@ EndFields ReadEnd(std::string_view record) {
   return fields;
 }
 
-// signature 4, length of the rest 8, made by 2, needed 2, disc 4, disc of the directory 4, entries
-// here 8, entries 8, size 8, offset 8
+/// signature 4, length of the rest 8, made by 2, needed 2, disc 4, disc of the directory 4, entries
+/// here 8, entries 8, size 8, offset 8
 bool ReadEnd64(const ArchiveFile& file, std::uint64_t place, EndFields& fields) {
   std::array<char, kEnd64Size> bytes{};
   if (file.ReadAt(place, bytes.data(), bytes.size()) != 0) {
@@ -77,9 +77,9 @@ bool ReadEnd64(const ArchiveFile& file, std::uint64_t place, EndFields& fields) 
   return true;
 }
 
-// The 64-bit record, where a locator in front of the old one names it: signature 4, disc 4,
-// offset 8, discs 4. The offset is off by what stands before the archive; then the record is the
-// one right before the locator.
+/// The 64-bit record, where a locator in front of the old one names it: signature 4, disc 4,
+/// offset 8, discs 4. The offset is off by what stands before the archive; then the record is the
+/// one right before the locator.
 void PreferEnd64(const ArchiveFile& file, EndFields& fields) {
   if (fields.place < kLocatorSize) {
     return;
@@ -103,8 +103,8 @@ void PreferEnd64(const ArchiveFile& file, EndFields& fields) {
   }
 }
 
-// The last record whose comment reaches to the file's end; else the last one with anything behind
-// it (some tools pad the file).
+/// The last record whose comment reaches to the file's end; else the last one with anything behind
+/// it (some tools pad the file).
 bool FindRecord(std::string_view tail, std::size_t& place) {
   bool found = false;
   for (std::size_t i = tail.size() - kEndSize + 1; i-- > 0;) {
@@ -126,7 +126,7 @@ bool FindRecord(std::string_view tail, std::size_t& place) {
   return found;
 }
 
-// Works out where the table lies from what the record says and where it stands.
+/// Works out where the table lies from what the record says and where it stands.
 std::string PlaceTable(const ArchiveFile& file, const EndFields& fields, DirectoryEnd& end) {
   end.size = fields.size;
   end.count = fields.count;

@@ -10,28 +10,28 @@
 
 namespace zephin::expander {
 
-// A name as an archive gives it.
+/// A name as an archive gives it.
 struct GivenName {
   std::string_view stored;
-  // The archive says that the bytes are UTF-8.
+  /// The archive says that the bytes are UTF-8.
   bool utf8 = false;
-  // A name that an extra field puts in its place; it is UTF-8.
+  /// A name that an extra field puts in its place; it is UTF-8.
   std::optional<std::string_view> unicode;
 };
 
 struct CleanName {
-  // Parts joined by single slashes, none of them "." or "..", no slash at either end; empty for the
-  // folder itself.
+  /// Parts joined by single slashes, none of them "." or "..", no slash at either end; empty for
+  /// the folder itself.
   std::string_view path;
-  // The name ends in a slash.
+  /// The name ends in a slash.
   bool folder = false;
-  // Why the name is refused, a fixed text; nil if it isn't.
+  /// Why the name is refused, a fixed text; nil if it isn't.
   const char* refusal = nullptr;
 };
 
-// Decodes and checks a name. Bytes that are valid UTF-8 stay as they are, declared or not; others
-// are taken for code page 437 unless UTF-8 is declared. `path` points into the given name or into a
-// text added to `texts`.
+/// Decodes and checks a name. Bytes that are valid UTF-8 stay as they are, declared or not; others
+/// are taken for code page 437 unless UTF-8 is declared. `path` points into the given name or into
+/// a text added to `texts`.
 CleanName CleanEntryName(const GivenName& name, std::deque<std::string>& texts);
 
 }  // namespace zephin::expander

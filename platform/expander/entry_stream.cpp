@@ -131,7 +131,7 @@ std::optional<std::size_t> EntryStream::Deflated(char* block, std::size_t size) 
   return done;
 }
 
-// All stated bytes are out: the packed data must be at their end too, and hold no byte more.
+/// All stated bytes are out: the packed data must be at their end too, and hold no byte more.
 bool EntryStream::EndsHere() {
   if (entry_.method == kMethodStored) {
     return true;

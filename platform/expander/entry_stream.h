@@ -16,7 +16,7 @@
 
 namespace zephin::expander {
 
-// What a thread needs to take entries out of the archive.
+/// What a thread needs to take entries out of the archive.
 struct Unpacker {
   explicit Unpacker(const ArchiveFile& archive) : file(archive), reader(archive) {}
 
@@ -27,19 +27,19 @@ struct Unpacker {
 
 class EntryStream {
  public:
-  // Reads and checks the entry's local header. One stream per unpacker at a time.
+  /// Reads and checks the entry's local header. One stream per unpacker at a time.
   EntryStream(const Entry& entry, Unpacker& unpacker);
 
-  // All bytes at once, if the entry is small; they stay until the unpacker's next use. `buffer` has
-  // kSmall bytes. Nothing on a fault.
+  /// All bytes at once, if the entry is small; they stay until the unpacker's next use. `buffer`
+  /// has kSmall bytes. Nothing on a fault.
   static constexpr std::size_t kSmall = 1U << 20U;
   bool Small() const { return entry_.size <= kSmall && entry_.packedSize <= kSmall; }
   std::optional<std::string_view> Whole(char* buffer);
 
-  // The next bytes, at most `size` (above 0); 0 at the end, nothing on a fault. Not after Whole.
+  /// The next bytes, at most `size` (above 0); 0 at the end, nothing on a fault. Not after Whole.
   std::optional<std::size_t> Next(char* block, std::size_t size);
 
-  // Why there was nothing.
+  /// Why there was nothing.
   std::string Fault() const;
 
  private:

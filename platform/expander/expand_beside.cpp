@@ -16,7 +16,7 @@
 namespace zephin::expander {
 namespace {
 
-// Names of one kind that are tried before the search is given up.
+/// Names of one kind that are tried before the search is given up.
 constexpr int kMostNames = 10'000;
 
 struct ArchivePath {
@@ -46,21 +46,21 @@ std::string NameWithoutZip(const std::string& name) {
   return stem.empty() ? "Archive" : stem;
 }
 
-enum class ItemKind { kFile, kFolder };
+enum class ItemKind { File, Folder };
 
-// "Name" for 1, "Name 2" for 2. What opens by its ending keeps it: "page 2.html", "Tool 2.app".
+/// "Name" for 1, "Name 2" for 2. What opens by its ending keeps it: "page 2.html", "Tool 2.app".
 std::string NumberedName(const std::string& name, int number, ItemKind kind) {
   if (number == 1) {
     return name;
   }
   const std::size_t dot = name.rfind('.');
-  const bool hasEnding = dot != std::string::npos && dot > 0 &&
-                         (kind == ItemKind::kFile || name.substr(dot) == ".app");
+  const bool hasEnding =
+      dot != std::string::npos && dot > 0 && (kind == ItemKind::File || name.substr(dot) == ".app");
   const std::size_t stem = hasEnding ? dot : name.size();
   return name.substr(0, stem) + " " + std::to_string(number) + name.substr(stem);
 }
 
-// One expansion beside an archive that is open already.
+/// One expansion beside an archive that is open already.
 class Placement {
  public:
   Placement(const ArchiveFile& file, const std::string& archivePath, mode_t mask, Faults& faults)
@@ -92,7 +92,7 @@ class Placement {
 
 void Placement::Run(Result& result) {
   parent_ = Descriptor(::open(beside_.folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (!parent_.Open()) {
+  if (!parent_.IsOpen()) {
     Fail(errno);
     return;
   }
@@ -106,7 +106,7 @@ void Placement::Run(Result& result) {
   if (plan_.folders.size() == 1 && plan_.files.empty() && plan_.links.empty()) {
     return;
   }
-  if (const std::string why = WhyNoRoom(plan_, parent_.Get(), Standing::kKeep); !why.empty()) {
+  if (const std::string why = WhyNoRoom(plan_, parent_.Number(), Standing::Keep); !why.empty()) {
     faults_.Add(Faults::kWholeArchive, archivePath_, why);
     return;
   }
@@ -125,14 +125,14 @@ Descriptor Placement::NewFolder(const std::string& wanted, std::string& name) {
   constexpr mode_t kPlainMode = 0777;
   int code = EEXIST;
   for (int number = 1; code == EEXIST && number <= kMostNames; ++number) {
-    name = NumberedName(wanted, number, ItemKind::kFolder);
-    code = ::mkdirat(parent_.Get(), name.c_str(), kPlainMode) == 0 ? 0 : errno;
+    name = NumberedName(wanted, number, ItemKind::Folder);
+    code = ::mkdirat(parent_.Number(), name.c_str(), kPlainMode) == 0 ? 0 : errno;
   }
   Descriptor folder;
   if (code == 0) {
     folder = Descriptor(
-        ::openat(parent_.Get(), name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-    code = folder.Open() ? 0 : errno;
+        ::openat(parent_.Number(), name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    code = folder.IsOpen() ? 0 : errno;
   }
   if (code != 0) {
     faults_.AddSystem(Faults::kWholeArchive, wanted, code);
@@ -142,12 +142,12 @@ Descriptor Placement::NewFolder(const std::string& wanted, std::string& name) {
 
 void Placement::PlaceFolder(std::uint32_t folder, const std::string& wanted, Result& result) {
   const Descriptor root = NewFolder(wanted, result.placedAs);
-  if (!root.Open()) {
+  if (!root.IsOpen()) {
     result.placedAs.clear();
     return;
   }
   WorkControl control;
-  Site site{file_, plan_, Root{root.Get(), folder}, faults_, control, Standing::kKeep, mask_};
+  Site site{file_, plan_, Root{root.Number(), folder}, faults_, control, Standing::Keep, mask_};
   FolderWatch watch(site);
   RunSteps(site, &watch, result);
   watch.End();
@@ -161,12 +161,13 @@ void Placement::PlaceFile(Entry& entry, Result& result) {
   struct stat status {};
   int number = 1;
   do {
-    result.placedAs = NumberedName(wanted, number, ItemKind::kFile);
-  } while (::fstatat(parent_.Get(), result.placedAs.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+    result.placedAs = NumberedName(wanted, number, ItemKind::File);
+  } while (::fstatat(parent_.Number(), result.placedAs.c_str(), &status, AT_SYMLINK_NOFOLLOW) ==
+               0 &&
            ++number <= kMostNames);
   entry.path = result.placedAs;
   WorkControl control;
-  Site site{file_, plan_, Root{parent_.Get(), 0}, faults_, control, Standing::kKeep, mask_};
+  Site site{file_, plan_, Root{parent_.Number(), 0}, faults_, control, Standing::Keep, mask_};
   RunSteps(site, nullptr, result);
   if (result.expanded == 0) {
     result.placedAs.clear();
@@ -187,16 +188,16 @@ void Placement::RunSteps(Site& site, FolderWatch* watch, Result& result) {
   result.expanded = CountExpanded(site);
 }
 
-// Ends what someone else began: a deletion that came upon the expansion at work, and that could not
-// delete what was made behind its back.
+/// Ends what someone else began: a deletion that came upon the expansion at work, and that could
+/// not delete what was made behind its back.
 void Placement::ClearAway(Site& site, const std::string& name) {
   RemoveRemains(site);
   struct stat made {};
   struct stat stands {};
   if (::fstat(site.root.descriptor, &made) == 0 &&
-      ::fstatat(parent_.Get(), name.c_str(), &stands, AT_SYMLINK_NOFOLLOW) == 0 &&
+      ::fstatat(parent_.Number(), name.c_str(), &stands, AT_SYMLINK_NOFOLLOW) == 0 &&
       made.st_dev == stands.st_dev && made.st_ino == stands.st_ino) {
-    (void)::unlinkat(parent_.Get(), name.c_str(), AT_REMOVEDIR);
+    (void)::unlinkat(parent_.Number(), name.c_str(), AT_REMOVEDIR);
   }
 }
 

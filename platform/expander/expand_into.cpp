@@ -12,7 +12,7 @@
 namespace zephin::expander {
 namespace {
 
-// Makes the folder with all above it. What stands there already is left to the opening.
+/// Makes the folder with all above it. What stands there already is left to the opening.
 int ForceFolder(const std::string& path) {
   constexpr mode_t kPlainMode = 0777;
   for (std::size_t slash = path.find('/', 1);; slash = path.find('/', slash + 1)) {
@@ -41,12 +41,12 @@ void Expand(const ArchiveFile& file, const std::string& archivePath, int folder,
   CentralDirectory directory;
   directory.Read(file, archivePath, faults);
   Plan plan = MakePlan(directory.entries, RoomBelow(folderPath), faults);
-  if (const std::string why = WhyNoRoom(plan, folder, Standing::kReplace); !why.empty()) {
+  if (const std::string why = WhyNoRoom(plan, folder, Standing::Replace); !why.empty()) {
     faults.Add(Faults::kWholeArchive, archivePath, why);
     return;
   }
   WorkControl control;
-  Site site{file, plan, Root{folder, 0}, faults, control, Standing::kReplace, mask};
+  Site site{file, plan, Root{folder, 0}, faults, control, Standing::Replace, mask};
   MakeFolders(site);
   WriteFiles(site);
   MakeLinks(site);
@@ -66,12 +66,12 @@ Result ExpandInto(const std::string& archivePath, const std::string& folderPath)
   const int made = ForceFolder(folderPath);
   const Descriptor folder = OpenFolder(folderPath);
   ArchiveFile file;
-  if (made != 0 || !folder.Open()) {
+  if (made != 0 || !folder.IsOpen()) {
     faults.AddSystem(Faults::kWholeArchive, folderPath, made != 0 ? made : errno);
   } else if (const int code = file.Open(archivePath); code != 0) {
     faults.AddSystem(Faults::kWholeArchive, archivePath, code);
   } else {
-    Expand(file, archivePath, folder.Get(), folderPath, mask, result, faults);
+    Expand(file, archivePath, folder.Number(), folderPath, mask, result, faults);
   }
   result.faults = faults.Count();
   result.firstFault = faults.First();

@@ -24,8 +24,8 @@ std::array<timespec, 2> ChangeTime(const Attributes& attributes) {
   return {timespec{0, UTIME_OMIT}, timespec{attributes.seconds, attributes.nanoseconds}};
 }
 
-// Enters a folder that stood before. One that its owner may not write in is opened up until the
-// end.
+/// Enters a folder that stood before. One that its owner may not write in is opened up until the
+/// end.
 int EnterStanding(Folder& folder, int descriptor) {
   struct stat status {};
   if (::fstat(descriptor, &status) != 0) {
@@ -68,7 +68,8 @@ int MakeFolder(Site& site, FolderDescriptors& descriptors, std::uint32_t index) 
   return EnterStanding(folder, descriptor);
 }
 
-// Sets mode and time. Most folders have got their mode with their making, and are not opened again.
+/// Sets mode and time. Most folders have got their mode with their making, and are not opened
+/// again.
 int FinishFolder(const Site& site, FolderDescriptors& descriptors, std::uint32_t index) {
   const Folder& folder = site.plan.folders[index];
   const Attributes& attributes = folder.attributes;
@@ -90,7 +91,7 @@ int FinishFolder(const Site& site, FolderDescriptors& descriptors, std::uint32_t
   return 0;
 }
 
-// Reads a link's target, or notes why it can't be.
+/// Reads a link's target, or notes why it can't be.
 bool ReadTarget(Site& site, const Entry& entry, Unpacker& unpacker, std::string& target) {
   std::array<char, PATH_MAX> buffer{};
   unpacker.reader.SetEnd(entry.limit);
@@ -115,7 +116,7 @@ bool ReadTarget(Site& site, const Entry& entry, Unpacker& unpacker, std::string&
 int MakeLink(const Site& site, const Entry& entry, int folder, const std::string& target) {
   const std::string leaf(entry.Leaf());
   int code = ::symlinkat(target.c_str(), folder, leaf.c_str()) == 0 ? 0 : errno;
-  if (code == EEXIST && site.standing == Standing::kReplace) {
+  if (code == EEXIST && site.standing == Standing::Replace) {
     code = ClearName(folder, leaf.c_str());
     if (code == 0) {
       code = ::symlinkat(target.c_str(), folder, leaf.c_str()) == 0 ? 0 : errno;

@@ -24,7 +24,7 @@ void ReadZip64(FieldReader body, Wide wide, ExtraFields& fields) {
   take(wide.offset, fields.offset);
 }
 
-// flags 1 (bit 0: time of the last change is there), time 4
+/// flags 1 (bit 0: time of the last change is there), time 4
 void ReadUnixTimes(FieldReader body, ExtraFields& fields) {
   const std::string_view flags = body.Take(1);
   const auto time = static_cast<std::int32_t>(body.U32());
@@ -34,7 +34,7 @@ void ReadUnixTimes(FieldReader body, ExtraFields& fields) {
   }
 }
 
-// time of the last reading 4, of the last change 4
+/// time of the last reading 4, of the last change 4
 void ReadOldUnixTimes(FieldReader body, ExtraFields& fields) {
   (void)body.U32();
   const auto time = static_cast<std::int32_t>(body.U32());
@@ -43,8 +43,8 @@ void ReadOldUnixTimes(FieldReader body, ExtraFields& fields) {
   }
 }
 
-// reserved 4, then attributes: tag 2, length 2, body; tag 1 holds three times in units of 100 ns
-// since 1601, the last change first
+/// reserved 4, then attributes: tag 2, length 2, body; tag 1 holds three times in units of 100 ns
+/// since 1601, the last change first
 void ReadNtfs(FieldReader body, ExtraFields& fields) {
   constexpr std::uint64_t kUnitsPerSecond = 10'000'000;
   constexpr std::int64_t kSecondsTo1970 = 11'644'473'600;
@@ -60,8 +60,8 @@ void ReadNtfs(FieldReader body, ExtraFields& fields) {
   }
 }
 
-// version 1, CRC-32 of the header's name 4, name in UTF-8. A name that was changed since by a tool
-// that doesn't know the field has another CRC, and counts.
+/// version 1, CRC-32 of the header's name 4, name in UTF-8. A name that was changed since by a tool
+/// that doesn't know the field has another CRC, and counts.
 void ReadUnicodeName(FieldReader body, std::string_view storedName, ExtraFields& fields) {
   const std::string_view version = body.Take(1);
   const std::uint32_t crc = body.U32();

@@ -12,16 +12,16 @@ namespace zephin::expander {
 
 class Faults {
  public:
-  // For a fault of the archive as a whole, which is named before those of single entries.
+  /// For a fault of the archive as a whole, which is named before those of single entries.
   static constexpr std::uint32_t kWholeArchive = 0;
 
-  // Notes one fault. `order` is the entry's place in the archive, from 1; `name` may hold any
-  // bytes.
+  /// Notes one fault. `order` is the entry's place in the archive, from 1; `name` may hold any
+  /// bytes.
   void Add(std::uint32_t order, std::string_view name, std::string_view why);
   void AddSystem(std::uint32_t order, std::string_view name, int code);
 
   std::uint64_t Count() const;
-  // "NAME: why", or empty.
+  /// "NAME: why", or empty.
   std::string First() const;
 
  private:
@@ -31,10 +31,10 @@ class Faults {
   std::string first_;
 };
 
-// The name with everything that could break a line or a terminal written as "\x0a".
+/// The name with everything that could break a line or a terminal written as "\x0a".
 std::string OneLine(std::string_view name);
 
-// The system's words for an error code.
+/// The system's words for an error code.
 std::string SystemText(int code);
 
 }  // namespace zephin::expander

@@ -8,7 +8,7 @@ namespace {
 constexpr std::uint64_t kLarge = 1U << 20U;
 constexpr std::uint64_t kWorthSharing = 4U << 20U;
 
-// What making a file costs besides its bytes, in bytes that could be written in that time.
+/// What making a file costs besides its bytes, in bytes that could be written in that time.
 constexpr std::uint64_t kCostOfFile = 32U << 10U;
 
 void AddRuns(const std::vector<Entry>& files, std::vector<FileJob>& jobs) {

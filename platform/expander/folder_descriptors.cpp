@@ -9,7 +9,7 @@
 namespace zephin::expander {
 namespace {
 
-// How many folders one thread keeps open: a part of what the process may open at all.
+/// How many folders one thread keeps open: a part of what the process may open at all.
 std::size_t SlotCount() {
   constexpr rlim_t kMost = 256;
   constexpr rlim_t kLeast = 1;
@@ -29,8 +29,8 @@ int FolderDescriptors::Get(std::uint32_t folder) {
     return root_.descriptor;
   }
   Slot& slot = slots_[folder % slots_.size()];
-  if (slot.descriptor.Open() && slot.folder == folder) {
-    return slot.descriptor.Get();
+  if (slot.descriptor.IsOpen() && slot.folder == folder) {
+    return slot.descriptor.Number();
   }
   const int parent = Get(folders_[folder].parent);
   if (parent < 0) {
@@ -40,12 +40,12 @@ int FolderDescriptors::Get(std::uint32_t folder) {
   // The slot may hold the parent itself: it is closed only after this.
   Descriptor opened(
       ::openat(parent, leaf_.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-  if (!opened.Open()) {
+  if (!opened.IsOpen()) {
     return -1;
   }
   slot.folder = folder;
   slot.descriptor = std::move(opened);
-  return slot.descriptor.Get();
+  return slot.descriptor.Number();
 }
 
 }  // namespace zephin::expander

@@ -14,7 +14,7 @@
 
 namespace zephin::expander {
 
-// The folder of the plan whose place on disk is known, with its descriptor.
+/// The folder of the plan whose place on disk is known, with its descriptor.
 struct Root {
   int descriptor = -1;
   std::uint32_t folder = 0;
@@ -24,8 +24,8 @@ class FolderDescriptors {
  public:
   FolderDescriptors(const std::vector<Folder>& folders, Root root);
 
-  // A descriptor of the folder, valid until the next call, or -1 with errno set. The folder is the
-  // root or lies in it.
+  /// A descriptor of the folder, valid until the next call, or -1 with errno set. The folder is the
+  /// root or lies in it.
   int Get(std::uint32_t folder);
 
  private:

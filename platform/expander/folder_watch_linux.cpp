@@ -18,14 +18,14 @@
 namespace zephin::expander {
 namespace {
 
-// A tree with more folders is watched in part.
+/// A tree with more folders is watched in part.
 constexpr std::size_t kMostWatches = 4096;
 
-// Silence after which a deletion counts as over, in milliseconds. An installer looks again a second
-// after its own deletion.
+/// Silence after which a deletion counts as over, in milliseconds. An installer looks again a
+/// second after its own deletion.
 constexpr int kSilence = 250;
 
-// How long the work is held at the most before a look at what is left.
+/// How long the work is held at the most before a look at what is left.
 constexpr std::chrono::seconds kLongestHold{5};
 
 }  // namespace
@@ -34,7 +34,7 @@ FolderWatch::FolderWatch(Site& site)
     : site_(site),
       events_(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK)),
       end_(::eventfd(0, EFD_CLOEXEC)) {
-  if (events_.Open() && end_.Open()) {
+  if (events_.IsOpen() && end_.IsOpen()) {
     Watch(site.root.folder, site.root.descriptor, IN_DELETE | IN_MOVE_SELF);
     thread_ = std::thread([this] { Run(); });
   }
@@ -46,7 +46,7 @@ FolderWatch::~FolderWatch() {
 
 void FolderWatch::End() {
   if (thread_.joinable()) {
-    (void)::eventfd_write(end_.Get(), 1);
+    (void)::eventfd_write(end_.Number(), 1);
     thread_.join();
   }
 }
@@ -70,7 +70,7 @@ void FolderWatch::AddMadeFolders() {
 void FolderWatch::Watch(std::uint32_t folder, int descriptor, std::uint32_t events) {
   const std::string path = "/proc/self/fd/" + std::to_string(descriptor);
   const std::lock_guard<std::mutex> lock(mutex_);
-  const int watch = ::inotify_add_watch(events_.Get(), path.c_str(), events | IN_ONLYDIR);
+  const int watch = ::inotify_add_watch(events_.Number(), path.c_str(), events | IN_ONLYDIR);
   if (watch >= 0) {
     watches_[watch] = folder;
   }
@@ -102,7 +102,8 @@ void FolderWatch::AwaitSilence() {
 }
 
 bool FolderWatch::Await(int milliseconds) {
-  std::array<pollfd, 2> polled = {pollfd{events_.Get(), POLLIN, 0}, pollfd{end_.Get(), POLLIN, 0}};
+  std::array<pollfd, 2> polled = {pollfd{events_.Number(), POLLIN, 0},
+                                  pollfd{end_.Number(), POLLIN, 0}};
   int ready = 0;
   do {
     ready = ::poll(polled.data(), polled.size(), milliseconds);
@@ -112,7 +113,7 @@ bool FolderWatch::Await(int milliseconds) {
 
 bool FolderWatch::ReadEvents() {
   alignas(inotify_event) std::array<char, 16384> buffer{};
-  const ssize_t size = ::read(events_.Get(), buffer.data(), buffer.size());
+  const ssize_t size = ::read(events_.Number(), buffer.data(), buffer.size());
   bool deleted = false;
   for (ssize_t offset = 0; offset < size;) {
     inotify_event event{};
@@ -130,7 +131,7 @@ bool FolderWatch::ReadEvents() {
   return deleted;
 }
 
-// A program that was installed may make and delete files of its own beside those of the archive.
+/// A program that was installed may make and delete files of its own beside those of the archive.
 bool FolderWatch::OfTheArchive(int watch, const char* name) {
   const std::lock_guard<std::mutex> lock(mutex_);
   const auto found = watches_.find(watch);
@@ -153,8 +154,8 @@ bool FolderWatch::OfTheArchive(int watch, const char* name) {
   return paths_.contains(path);
 }
 
-// A single file that someone deletes is that person's affair; when most of the tree has gone, the
-// rest is what was made between the other side's look into a folder and its deletion of it.
+/// A single file that someone deletes is that person's affair; when most of the tree has gone, the
+/// rest is what was made between the other side's look into a folder and its deletion of it.
 void FolderWatch::Judge() {
   struct stat root {};
   const bool gone = ::fstat(site_.root.descriptor, &root) == 0 && root.st_nlink == 0;

@@ -23,7 +23,7 @@ std::uint64_t MultiplySaturated(std::uint64_t a, std::uint64_t b) {
              : a * b;
 }
 
-// Bytes and number of what stands already where the plan makes something.
+/// Bytes and number of what stands already where the plan makes something.
 struct Found {
   std::uint64_t bytes = 0;
   std::uint64_t items = 0;
@@ -77,7 +77,7 @@ std::string WhyNoRoom(const Plan& plan, int folder, Standing standing) {
   if (needed <= free && (!countsItems || items <= freeItems)) {
     return {};
   }
-  const Found found = standing == Standing::kReplace ? CountStanding(plan, folder) : Found{};
+  const Found found = standing == Standing::Replace ? CountStanding(plan, folder) : Found{};
   if (needed > AddSaturated(free, found.bytes)) {
     return Figures("bytes", needed, free);
   }

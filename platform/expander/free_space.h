@@ -9,9 +9,9 @@
 
 namespace zephin::expander {
 
-// Empty if the plan's files fit on the disk of the folder (an open descriptor), in bytes and in
-// number, or if the disk doesn't tell; else why not, with both figures. What stands in the folder
-// and would be replaced counts as free.
+/// Empty if the plan's files fit on the disk of the folder (an open descriptor), in bytes and in
+/// number, or if the disk doesn't tell; else why not, with both figures. What stands in the folder
+/// and would be replaced counts as free.
 std::string WhyNoRoom(const Plan& plan, int folder, Standing standing);
 
 }  // namespace zephin::expander

@@ -19,23 +19,23 @@ class Inflater {
   Inflater(const Inflater&) = delete;
   Inflater& operator=(const Inflater&) = delete;
 
-  // True if all of `packed` is one deflate stream of exactly `size` bytes; they are in `target`
-  // then.
+  /// True if all of `packed` is one deflate stream of exactly `size` bytes; they are in `target`
+  /// then.
   [[nodiscard]] bool Whole(std::string_view packed, char* target, std::size_t size);
 
-  // Begins a new stream.
+  /// Begins a new stream.
   void Begin();
-  // Gives the stream its next bytes, which must stay where they are until Hungry(). Only when
-  // hungry.
+  /// Gives the stream its next bytes, which must stay where they are until Hungry(). Only when
+  /// hungry.
   void Feed(std::string_view packed);
   bool Hungry() const;
-  // Writes up to `size` bytes and gives how many; fewer only when it is hungry, at its end or
-  // broken.
+  /// Writes up to `size` bytes and gives how many; fewer only when it is hungry, at its end or
+  /// broken.
   std::size_t Run(char* target, std::size_t size);
-  // The stream has ended and every byte of it was taken by Run.
+  /// The stream has ended and every byte of it was taken by Run.
   bool AtEnd() const;
   bool Broken() const { return broken_; }
-  // Bytes that were fed and belong to what follows the stream.
+  /// Bytes that were fed and belong to what follows the stream.
   std::size_t Unused() const;
 
  private:
@@ -47,7 +47,7 @@ class Inflater {
   bool broken_ = false;
 };
 
-// CRC-32 of zip archives, continued from `crc` (0 at the start).
+/// CRC-32 of zip archives, continued from `crc` (0 at the start).
 std::uint32_t Crc32(std::uint32_t crc, const char* bytes, std::size_t size);
 
 }  // namespace zephin::expander

@@ -8,8 +8,8 @@
 
 namespace zephin::expander {
 
-// Takes fields from the front of some bytes, one after the other. A read past the end gives zeros
-// or nothing and makes Ok() false from then on, so that one test behind a row of reads is enough.
+/// Takes fields from the front of some bytes, one after the other. A read past the end gives zeros
+/// or nothing and makes Ok() false from then on, so that one test behind a row of reads is enough.
 class FieldReader {
  public:
   explicit FieldReader(std::string_view bytes) : bytes_(bytes) {}
@@ -18,8 +18,8 @@ class FieldReader {
   std::uint32_t U32() { return static_cast<std::uint32_t>(Number(4)); }
   std::uint64_t U64() { return Number(8); }
 
-  // The next `count` bytes, valid as long as the bytes that this reads from; empty if there are
-  // fewer.
+  /// The next `count` bytes, valid as long as the bytes that this reads from; empty if there are
+  /// fewer.
   std::string_view Take(std::size_t count) {
     if (count > bytes_.size()) {
       ok_ = false;

@@ -12,8 +12,8 @@ constexpr std::uint32_t kSignature = 0x04034B50;
 constexpr std::uint32_t kAllBits = 0xFFFFFFFF;
 constexpr const char* kDisagrees = "its own header says otherwise than the table of contents";
 
-// The header's fixed part: signature 4, needed 2, flags 2, method 2, time 2, date 2, CRC 4, packed
-// size 4, size 4, lengths of name and extra 2 each.
+/// The header's fixed part: signature 4, needed 2, flags 2, method 2, time 2, date 2, CRC 4, packed
+/// size 4, size 4, lengths of name and extra 2 each.
 struct Fixed {
   std::uint16_t flags = 0;
   std::uint16_t method = 0;
@@ -39,7 +39,7 @@ bool ReadFixed(std::string_view bytes, Fixed& fixed) {
   return known;
 }
 
-// A writer that didn't know sizes and CRC yet leaves zeros here and puts them behind the data.
+/// A writer that didn't know sizes and CRC yet leaves zeros here and puts them behind the data.
 bool AgreesInSizes(const Entry& entry, const Fixed& fixed) {
   const bool later = (fixed.flags & kFlagDescriptor) != 0;
   const auto agrees = [later](std::uint64_t here, std::uint64_t there) {

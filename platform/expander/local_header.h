@@ -14,16 +14,16 @@ namespace zephin::expander {
 constexpr std::size_t kLocalHeaderSize = 30;
 
 struct DataPlace {
-  // First byte of the entry's data in the file.
+  /// First byte of the entry's data in the file.
   std::uint64_t offset = 0;
-  // Why the entry can't be trusted or read, a fixed text; nil if it can.
+  /// Why the entry can't be trusted or read, a fixed text; nil if it can.
   const char* refusal = nullptr;
-  // The system's error code when reading failed, else 0.
+  /// The system's error code when reading failed, else 0.
   int code = 0;
 };
 
-// Checks the header of an entry. All of the data lie before the entry's limit if there is no
-// refusal.
+/// Checks the header of an entry. All of the data lie before the entry's limit if there is no
+/// refusal.
 DataPlace FindData(const Entry& entry, WindowReader& reader);
 
 }  // namespace zephin::expander

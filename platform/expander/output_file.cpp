@@ -22,7 +22,7 @@ int ClearName(int folder, const char* leaf) {
 }
 
 OutputFile::~OutputFile() {
-  if (descriptor_.Open()) {
+  if (descriptor_.IsOpen()) {
     (void)::unlinkat(folder_, leaf_.c_str(), 0);
   }
 }
@@ -39,18 +39,18 @@ int OutputFile::Create(int folder, std::string_view leaf, const Attributes& attr
                                O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
   };
   descriptor_ = create();
-  if (!descriptor_.Open() && errno == EEXIST && standing == Standing::kReplace) {
+  if (!descriptor_.IsOpen() && errno == EEXIST && standing == Standing::Replace) {
     if (const int code = ClearName(folder, leaf_.c_str()); code != 0) {
       return code;
     }
     descriptor_ = create();
   }
-  return descriptor_.Open() ? 0 : errno;
+  return descriptor_.IsOpen() ? 0 : errno;
 }
 
 int OutputFile::Write(const char* bytes, std::size_t size) {
   while (size > 0) {
-    const ssize_t written = ::write(descriptor_.Get(), bytes, size);
+    const ssize_t written = ::write(descriptor_.Number(), bytes, size);
     if (written < 0 && errno == EINTR) {
       continue;
     }
@@ -64,7 +64,7 @@ int OutputFile::Write(const char* bytes, std::size_t size) {
 }
 
 int OutputFile::Finish(const Attributes& attributes) {
-  const int descriptor = descriptor_.Get();
+  const int descriptor = descriptor_.Number();
   if (changeMode_ && ::fchmod(descriptor, attributes.mode) != 0) {
     return errno;
   }
@@ -82,7 +82,7 @@ int OutputFile::Finish(const Attributes& attributes) {
 
 bool OutputFile::StillThere() const {
   struct stat status {};
-  return ::fstat(descriptor_.Get(), &status) == 0 && status.st_nlink > 0;
+  return ::fstat(descriptor_.Number(), &status) == 0 && status.st_nlink > 0;
 }
 
 }  // namespace zephin::expander

@@ -14,10 +14,10 @@
 
 namespace zephin::expander {
 
-// What happens to a file or link that stands where one is to be made.
-enum class Standing { kReplace, kKeep };
+/// What happens to a file or link that stands where one is to be made.
+enum class Standing { Replace, Keep };
 
-// All calls give 0 or the system's error code.
+/// All calls give 0 or the system's error code.
 class OutputFile {
  public:
   OutputFile() = default;
@@ -25,16 +25,16 @@ class OutputFile {
   OutputFile& operator=(const OutputFile&) = delete;
   ~OutputFile();
 
-  // Makes a new file in the folder, never through a link. EEXIST if something stands there that is
-  // kept, EISDIR for a folder. `mask` is the process's file creation mask.
+  /// Makes a new file in the folder, never through a link. EEXIST if something stands there that is
+  /// kept, EISDIR for a folder. `mask` is the process's file creation mask.
   [[nodiscard]] int Create(int folder, std::string_view leaf, const Attributes& attributes,
                            mode_t mask, Standing standing);
   [[nodiscard]] int Write(const char* bytes, std::size_t size);
-  // Sets mode and time and closes the file, which stays from then on.
+  /// Sets mode and time and closes the file, which stays from then on.
   [[nodiscard]] int Finish(const Attributes& attributes);
-  // It was made, and goes with this object.
-  bool Unfinished() const { return descriptor_.Open(); }
-  // False when its name was deleted.
+  /// It was made, and goes with this object.
+  bool Unfinished() const { return descriptor_.IsOpen(); }
+  /// False when its name was deleted.
   bool StillThere() const;
 
  private:
@@ -44,8 +44,8 @@ class OutputFile {
   bool changeMode_ = false;
 };
 
-// Removes what stands at a name in a folder so that something can be made there: 0 if the name is
-// free then. EISDIR for a folder, which stays.
+/// Removes what stands at a name in a folder so that something can be made there: 0 if the name is
+/// free then. EISDIR for a folder, which stays.
 [[nodiscard]] int ClearName(int folder, const char* leaf);
 
 }  // namespace zephin::expander

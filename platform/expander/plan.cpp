@@ -12,13 +12,13 @@ std::string_view ParentPath(std::string_view path) {
   return slash == std::string_view::npos ? std::string_view() : path.substr(0, slash);
 }
 
-// Archives made on a Mac carry a second tree with what other file systems have no place for.
+/// Archives made on a Mac carry a second tree with what other file systems have no place for.
 bool IsCompanion(std::string_view path) {
   constexpr std::string_view kTree = "__MACOSX";
   return path.starts_with(kTree) && (path.size() == kTree.size() || path[kTree.size()] == '/');
 }
 
-// Folders by path; each is added after the ones above it.
+/// Folders by path; each is added after the ones above it.
 class FolderTable {
  public:
   explicit FolderTable(std::vector<Folder>& folders) : folders_(folders) {
@@ -67,7 +67,7 @@ void AddFolder(const Entry& entry, FolderTable& table, std::vector<Folder>& fold
   folder.attributes = entry.attributes;
 }
 
-// The entries that are left to look at: checked, no companions.
+/// The entries that are left to look at: checked, no companions.
 std::vector<const Entry*> Usable(const std::vector<Entry>& entries, std::size_t longestPath,
                                  Faults& faults) {
   std::vector<const Entry*> usable;
@@ -98,7 +98,7 @@ Plan MakePlan(const std::vector<Entry>& entries, std::size_t longestPath, Faults
   std::unordered_map<std::string_view, const Entry*> last;
   last.reserve(usable.size());
   for (const Entry* entry : usable) {
-    if (entry->kind == EntryKind::kFolder) {
+    if (entry->kind == EntryKind::Folder) {
       AddFolder(*entry, table, plan.folders);
     } else {
       (void)table.Need(ParentPath(entry->path), entry->order);
@@ -107,14 +107,14 @@ Plan MakePlan(const std::vector<Entry>& entries, std::size_t longestPath, Faults
   }
   plan.files.reserve(last.size());
   for (const Entry* entry : usable) {
-    if (entry->kind == EntryKind::kFolder || last[entry->path] != entry) {
+    if (entry->kind == EntryKind::Folder || last[entry->path] != entry) {
       continue;
     }
     if (table.Has(entry->path)) {
       faults.Add(entry->order, entry->storedName, "is a file or link where a folder must be");
       continue;
     }
-    auto& list = entry->kind == EntryKind::kLink ? plan.links : plan.files;
+    auto& list = entry->kind == EntryKind::Link ? plan.links : plan.files;
     list.push_back(*entry);
     list.back().folder = table.Need(ParentPath(entry->path), entry->order);
   }

@@ -20,14 +20,14 @@ class Relay {
 
   std::size_t BlockSize() const { return blocks_.front().Size(); }
 
-  // The maker's side: waits for a free block, nil when the taker has given up; fills it, and sends
-  // its first `size` bytes. At the end, whatever happened: End.
+  /// The maker's side: waits for a free block, nil when the taker has given up; fills it, and sends
+  /// its first `size` bytes. At the end, whatever happened: End.
   char* Free();
   void Send(std::size_t size);
   void End();
 
-  // The taker's side: waits for the next bytes, nothing at the end; gives their block back. On a
-  // fault: GiveUp.
+  /// The taker's side: waits for the next bytes, nothing at the end; gives their block back. On a
+  /// fault: GiveUp.
   std::optional<std::string_view> Full();
   void GiveBack();
   void GiveUp();
@@ -37,7 +37,7 @@ class Relay {
   std::condition_variable changed_;
   std::vector<Block> blocks_;
   std::vector<std::size_t> sizes_;
-  // Blocks sent and given back since the start.
+  /// Blocks sent and given back since the start.
   std::size_t sent_ = 0;
   std::size_t back_ = 0;
   bool ended_ = false;

@@ -14,16 +14,16 @@ namespace zephin::expander {
 
 class WindowReader {
  public:
-  // Most bytes that one view can have: the largest header, or a small entry with its header.
+  /// Most bytes that one view can have: the largest header, or a small entry with its header.
   static constexpr std::size_t kCapacity = 1280U << 10U;
 
   explicit WindowReader(const ArchiveFile& file) : file_(file), buffer_(kCapacity) {}
 
-  // Nothing from `end` on is read ahead: other threads read there.
+  /// Nothing from `end` on is read ahead: other threads read there.
   void SetEnd(std::uint64_t end) { end_ = end; }
 
-  // `size` bytes (1 to kCapacity) at `offset`, valid until the next call; empty when they can't be
-  // read, and then Code() is the system's error code.
+  /// `size` bytes (1 to kCapacity) at `offset`, valid until the next call; empty when they can't be
+  /// read, and then Code() is the system's error code.
   std::string_view View(std::uint64_t offset, std::size_t size);
   int Code() const { return code_; }
 

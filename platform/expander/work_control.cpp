@@ -4,23 +4,23 @@ namespace zephin::expander {
 
 bool WorkControl::Proceed() {
   State state = state_.load();
-  while (state == State::kHeld) {
-    state_.wait(State::kHeld);
+  while (state == State::Held) {
+    state_.wait(State::Held);
     state = state_.load();
   }
-  return state == State::kRunning;
+  return state == State::Running;
 }
 
 void WorkControl::Hold() {
-  Change(State::kRunning, State::kHeld);
+  Change(State::Running, State::Held);
 }
 
 void WorkControl::Resume() {
-  Change(State::kHeld, State::kRunning);
+  Change(State::Held, State::Running);
 }
 
 void WorkControl::Stop() {
-  state_.store(State::kStopped);
+  state_.store(State::Stopped);
   state_.notify_all();
 }
 

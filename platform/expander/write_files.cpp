@@ -26,7 +26,7 @@ struct EndAtExit {
   ~EndAtExit() { relay.End(); }
 };
 
-// One thread's tools, and the way of one file from the archive to the disk.
+/// One thread's tools, and the way of one file from the archive to the disk.
 class FileWriter {
  public:
   explicit FileWriter(Site& site)
@@ -106,7 +106,7 @@ int FileWriter::Refuse(const Entry& entry, const EntryStream& stream) {
   return kNoted;
 }
 
-// The data are known to be right before there is a file.
+/// The data are known to be right before there is a file.
 int FileWriter::WriteSmall(const Entry& entry, EntryStream& stream, OutputFile& file) {
   const auto data = stream.Whole(buffer_.Data());
   if (!data) {
@@ -186,7 +186,7 @@ bool FileWriter::Wanted(const OutputFile& file) {
   return site_.control.Proceed();
 }
 
-// Takes jobs until there are none left.
+/// Takes jobs until there are none left.
 void Work(Site& site, FileWriter& writer, const std::vector<FileJob>& jobs,
           std::atomic<std::size_t>& next) {
   for (std::size_t i = next++; i < jobs.size(); i = next++) {
