@@ -47,22 +47,19 @@ TEST(AccessRights, AreGivenToTheItemAloneWhateverItsName) {
   const fs::path folder = run.scratch / name;
   const fs::path file = folder / name;
   const Ref<FolderItem> alias = GlobalsVk::MyGetFolderItem(Utf8(folder / "alias"));
-  const auto rightsOf = [](const fs::path& item) {
-    return static_cast<unsigned>(fs::status(item).permissions());
-  };
   WriteFile(file, "x");
   fs::create_symlink(name, folder / "alias");
   fs::permissions(file, fs::perms(0400));
   fs::permissions(folder, fs::perms(0700));
   ViewConst::AllUsersFullAccess(Utf8(folder));
-  EXPECT_EQ(rightsOf(folder), 0777U);
+  EXPECT_EQ(fs::status(folder).permissions(), fs::perms(0777));
   // From a tree that is deleted they don't go to a target that stays.
   ViewConst::AllUsersFullAccessInTree(alias);
-  EXPECT_EQ(rightsOf(file), 0400U);
+  EXPECT_EQ(fs::status(file).permissions(), fs::perms(0400));
   ViewConst::AllUsersFullAccess(Utf8(file));
-  EXPECT_EQ(rightsOf(file), 0666U);
+  EXPECT_EQ(fs::status(file).permissions(), fs::perms(0666));
   ViewConst::AllUsersFullAccessOnMac(alias);
-  EXPECT_EQ(rightsOf(file), 0777U);
+  EXPECT_EQ(fs::status(file).permissions(), fs::perms(0777));
   EXPECT_FALSE(fs::exists("evil"));
 }
 

@@ -95,7 +95,6 @@ TEST_F(ReadData, PagesAreMacRomanOrHexWithLineFeeds) {
       {"caf\x8E||", "caf\x8E\n\n", Encoding::MacRoman},
       // Two characters of Mac Roman, though they look like one of UTF-8.
       {"caf\xC3\xA9|", "caf\xC3\xA9\n", Encoding::MacRoman},
-      {"<html>plain bytes", "<html>plain bytes", Encoding::MacRoman},
       {"$HTML$A903", "\u03A9", Encoding::UTF8},
       {"$html$41004", "A", Encoding::UTF8},
       // One unit that is none doesn't cost the page.

@@ -11,9 +11,8 @@ namespace zephin::test {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace ViewConst;
 using Expected = std::map<std::string, std::string>;
-using ViewConst::CopyFile;
-using ViewConst::CopyFileB;
 
 class Files : public testing::Test {
  protected:
@@ -74,9 +73,9 @@ TEST_F(Files, RenameReplacesAFileAndSaysYesToAMoveThatFails) {
   };
   for (const auto& [from, to, expected] : rows) {
     Reset();
-    EXPECT_EQ(Outcome(ViewConst::RenameFile(At(from), At(to)), to), expected) << to;
+    EXPECT_EQ(Outcome(RenameFile(At(from), At(to)), to), expected) << to;
   }
-  EXPECT_FALSE(ViewConst::RenameFile(At("file"), "relative"));
+  EXPECT_FALSE(RenameFile(At("file"), "relative"));
 }
 
 TEST_F(Files, CopyFailsWithoutASourceAPlaceOrRoom) {
@@ -102,10 +101,10 @@ TEST_F(Files, CopyMergesAndBringsWhatAliasesPointTo) {
   WriteFile(base / "to/kept", "kept");
   // What can't be copied ends neither the copy nor its success.
   const FullDisk full(4999);
-  EXPECT_TRUE(ViewConst::CopyFolder(At("from"), At("to")));
+  EXPECT_TRUE(CopyFolder(At("from"), At("to")));
   EXPECT_EQ(Tree(base / "to"),
             (Expected{{"a", "new"}, {"alias", "/"}, {"alias/c", "c"}, {"kept", "kept"}}));
-  EXPECT_FALSE(ViewConst::CopyFolder(At("from"), "to"));
+  EXPECT_FALSE(CopyFolder(At("from"), "to"));
 }
 
 TEST_F(Files, CopyLeavesOutFoldersThatLeadBackToItself) {
@@ -114,7 +113,7 @@ TEST_F(Files, CopyLeavesOutFoldersThatLeadBackToItself) {
     fs::create_directory_symlink("..", base / link);
   }
   fs::create_directory_symlink("../../from/sub", base / "from/sub/self");
-  EXPECT_TRUE(ViewConst::CopyFolder(At("from"), At("from/sub/to")));
+  EXPECT_TRUE(CopyFolder(At("from"), At("from/sub/to")));
   EXPECT_EQ(Tree(base / "from/sub/to"), (Expected{{"sub", "/"}, {"sub/a", "a"}, {"top", "/"}}));
 }
 
@@ -128,8 +127,8 @@ TEST_F(Files, DeletingSparesWhatAliasesPointToAndOpensWhatIsLocked) {
   fs::create_symlink("nowhere", base / "gone/dangling");
   fs::create_directory_symlink("kept", base / "link");
   const PlainUser user(run.scratch.Path());
-  ViewConst::DeleteFolderOrApp(At("gone"));
-  ViewConst::DeleteFolderOrApp(At("link"));
+  DeleteFolderOrApp(At("gone"));
+  DeleteFolderOrApp(At("link"));
   EXPECT_EQ(Tree(base), (Expected{{"kept", "/"}, {"kept/file", "k"}}));
   EXPECT_EQ(fs::status(base / "kept/file").permissions(), fs::perms(0600));
 }
@@ -141,18 +140,18 @@ TEST_F(Files, ChainOfFoldersIsMadeUpToWhatIsInTheWay) {
       {std::string(256, 'n'), "VOLUME NOT FOUND.\n\nThis volume does not exist: "},
   };
   for (const auto& [name, message] : rows) {
-    ViewConst::ForceDirectories(At(name + "/x"), false);
+    ForceDirectories(At(name + "/x"), false);
     run.desktop.ExpectWindow("Error Message", [text = message + At(name).Bytes()](Window& window) {
       EXPECT_EQ(dynamic_cast<MessageModal&>(window).MessageText()->Text().Bytes(), text);
       ScriptedDesktop::Press(window, "Btn3");
     });
-    ViewConst::ForceDirectories(At(name + "/x"), true);
+    ForceDirectories(At(name + "/x"), true);
   }
-  ViewConst::ForceDirectories(At("a/b/"), true);
-  ViewConst::ForceDirectories("relative/path", true);
+  ForceDirectories(At("a/b/"), true);
+  ForceDirectories("relative/path", true);
   EXPECT_EQ(Tree(base), (Expected{{"a", "/"}, {"a/b", "/"}, {"file", "f"}}));
-  EXPECT_TRUE(ViewConst::DirectoryExists(At("a/")));
-  EXPECT_FALSE(ViewConst::DirectoryExists("/"));
+  EXPECT_TRUE(DirectoryExists(At("a/")));
+  EXPECT_FALSE(DirectoryExists("/"));
 }
 
 }  // namespace

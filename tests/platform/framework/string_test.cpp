@@ -22,10 +22,8 @@ TEST(String, JoinedTextsAreLabelledByWhatNeedsALabel) {
       {{"a", UTF8}, {"\x8E", MacRoman}, {"a\x8E", MacRoman}},
       {{"\x8E", MacRoman}, {"\xC3\xA9", UTF8}, {"\xC3\xA9\xC3\xA9", UTF8}},
       {{"\xC3\xA9\xFF", UTF8}, {"\x8E", MacRoman}, {"\xC3\xA9\xFF\xC3\xA9", UTF8}},
-      {{"", MacRoman}, {"a", None}, {"a", None}},
       {{"a", None}, {"", MacRoman}, {"a", None}},
       {{"\xC3\xA9", None}, {"\x8E", MacRoman}, {"\xC3\xA9\x8E", MacRoman}},
-      {{"a", MacRoman}, {"\xC3\xA9", None}, {"a\xC3\xA9", MacRoman}},
       {{"a", UTF8}, {"b\0"s, UTF16}, {"ab", UTF8}},
       {{"\x05\x05", UTF16}, {"b", MacRoman}, {"\xD4\x85"s + "b", UTF8}},
       {{"\x00\xD8"s, UTF16}, {"b", UTF8}, {"\x00\xD8"s + "b", UTF16}},
@@ -46,6 +44,7 @@ TEST(ConvertEncoding, TextsAreTranscodedOrComeBackUnchanged) {
       {"\u0394", MacRoman, "\u0394"},
       {"\u00E9\u6F22", MacRoman, "\u00E9\u6F22"},
       {{"\xC3\xA9\xC3", UTF8}, MacRoman, {"\xC3\xA9\xC3", UTF8}},
+      {"abc", UTF16, {"a\0b\0c\0"s, UTF16}},
       {{"\0\0\x3D\xD8\x00\xDE"s, UTF16}, UTF8, {"\0\U0001F600"s, UTF8}},
       {{"\x3D\xD8"s, UTF16}, UTF8, {"\x3D\xD8"s, UTF16}},
       // The mark of the byte order is a character.

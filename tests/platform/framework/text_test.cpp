@@ -31,18 +31,18 @@ TEST(Mid, EveryStartAndCountIsClippedToTheText) {
     EXPECT_EQ(Mid(text, start, count), part) << start << " " << count;
   }
   EXPECT_EQ(Left(text, -1), "");
-  EXPECT_EQ(Right(text, 0), "");
   EXPECT_EQ(Right(text, kMax), text);
+  EXPECT_EQ(Right(text, 2), "\u6F22z");
 }
 
 TEST(InStr, PositionsAreThoseOfTheOriginalText) {
   const std::vector<std::tuple<std::int64_t, String, String, std::int64_t>> rows = {
       // start, haystack, needle, position
-      {1, "abc", "", 0},
       {kMax, "abab", "ab", 0},
       {kMin, "abab", "AB", 1},
       {1, "\u212A\u017F\u1E9Ez", "Z", 4},
       {1, "Strasse", "\u00DF", 0},
+      {1, "ééxéééxéééé", "ÉÉxÉÉÉÉ", 5},  // It overlaps itself.
       {1, {"\x8E", MacRoman}, {"\x8E", UTF8}, 0},
       {1, {"\xC3\xA9x\xC3\xA9", None}, "x\u00E9", 3},
   };
@@ -112,7 +112,6 @@ TEST(StrComp, Mode0ComparesBytesAndMode1Characters) {
   EXPECT_LT(StrComp("k", "\u212A", 0), 0);
   EXPECT_EQ(StrComp("k", "\u212A", 1), 0);
   EXPECT_GT(StrComp("\u0130", "i", 1), 0);
-  EXPECT_EQ(StrComp("\u00E9", {"\x83", MacRoman}, 1), 0);
   EXPECT_EQ(StrComp({"\xC3\xA9", None}, "\u00E9", 1), 0);
   EXPECT_FALSE(TextEquals({"\xC3\xA9", None}, {"\xC3\x89", None}));
 }
@@ -143,7 +142,6 @@ TEST(Val, WhatTheResultCannotHoldBecomesItsLargestNumberOrZero) {
       {"-9223372036854775808", -9223372036854775808.0, kMin},
       {"1e400", kLargest, kMax},
       {"-1e400", -kLargest, kMin},
-      {"1e-400", 0, 0},
       {"1e+99999999999999999999", kLargest, kMax},
       {"0e99999999999999999999", 0, 0},
       {"." + zeros + "1e500", 1e99, kMax},

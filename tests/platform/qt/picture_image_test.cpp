@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <numeric>
+
 namespace zephin {
 namespace {
 
@@ -19,9 +21,8 @@ TEST(ImageOf, WhiteOfATransparentPictureIsClear) {
 
 TEST(ImageOf, ShowsTheTopLeftPartThatThePlaceHolds) {
   const Ref<Picture> picture = MakeRef<Picture>(5, 4, 32);
-  for (std::size_t i = 0; i < picture->Pixels().size(); ++i) {
-    picture->Pixels()[i] = 0xFF000000 + static_cast<std::uint32_t>(i);
-  }
+  const auto pixels = picture->Pixels();
+  std::iota(pixels.begin(), pixels.end(), 0xFF000000);
   const QImage image = ImageOf(picture, QSize(3, 2));
   EXPECT_EQ(image.size(), QSize(3, 2));
   EXPECT_EQ(image.pixel(2, 1), 0xFF000007);
