@@ -1,46 +1,25 @@
 #ifndef TESTS_FUZZ_BARE_STUB_H_
 #define TESTS_FUZZ_BARE_STUB_H_
 
-#include <cstddef>
-#include <utility>
+#include <gtest/gtest.h>
 
-#include "app/app.h"
-#include "app/zephin_stub_window.h"
 #include "dialogs/message_modal.h"
-#include "platform/framework/text.h"
-#include "tests/platform/framework/quiet_desktop.h"
+#include "tests/support/stub_run.h"
 
 namespace zephin::test {
 
-/// An opened application and its main window before the start, on a desktop that shows nothing. Its
-/// captions are empty. Made once, it serves any number of inputs.
-template <class AnyDesktop = QuietDesktop>
-class BareStub {
- public:
-  explicit BareStub(Machine machine = {}) : app_(desktop, std::move(machine)) {
-    // So that the place of the one window that nobody owns outlives this object.
-    CloseImplicitMessageModal();
-    app_.Event_Open();
-    window_ = MakeWindow<UnstartedWindow>();
-    window_->fLabels = Split("||||||||||||||||||||||||||", "|");
-  }
-  ~BareStub() { CloseImplicitMessageModal(); }
-  BareStub(const BareStub&) = delete;
-  BareStub& operator=(const BareStub&) = delete;
-
-  ZephinStubWindow& Window() { return *window_; }
-
-  AnyDesktop desktop;
-
- private:
-  class UnstartedWindow : public ZephinStubWindow {
-   public:
-    void Event_Open() override {}
-  };
-
-  App app_;
-  Ref<UnstartedWindow> window_;
-};
+/// The one machine for all inputs, on which the program stands before its start. Its user closes
+/// whatever comes up.
+inline StubRun& BareStub() {
+  // First, so that the place of the one window that nobody owns outlives the machine.
+  CloseImplicitMessageModal();
+  static StubRun run;
+  // What the machine takes for a failed test is a finding.
+  GTEST_FLAG_SET(break_on_failure, true);
+  run.desktop.AgreeToAll("/");
+  run.desktop.told.clear();
+  return run;
+}
 
 }  // namespace zephin::test
 

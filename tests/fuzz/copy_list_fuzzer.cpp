@@ -1,147 +1,142 @@
-// Obeys copy lists of any bytes on an imagined disk, of which the first character is the salt.
-// Finds deeds that an entry doesn't ask for, and those left out.
+// Obeys copy lists of any bytes on an imagined disk. Finds items deleted or copied that their entry
+// doesn't name, at another time than its own or over what stands.
+#include <algorithm>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "actions/user_account.h"
+#include "platform/access_rights.h"
+#include "platform/framework/text.h"
 #include "tests/fuzz/bare_stub.h"
 #include "tests/fuzz/fuzzing.h"
-#include "tests/fuzz/imagined_disk.h"
-#include "util/my_get_folder_item.h"
-#include "util/paths.h"
+#include "util/files.h"
+#include "util/folders.h"
 
-namespace zephin::test {
+namespace zephin {
 namespace {
 
-using Acts = std::vector<Act>;
+/// A path that has been deleted, or the two of a copy.
+using Act = std::pair<String, String>;
 
-constexpr const char* kTarget = "/Applications/My Folder";
+std::vector<Act> gActs;
 
-struct Entry {
-  explicit Entry(const std::string& text)
-      : key(FieldAt(PlainCut(text, "="), 0)), value(FieldAt(PlainCut(text, "="), 1)) {}
-
-  bool HasKey(const char* keyword) const { return TextEquals(Utf8(key), keyword); }
-
-  std::string key;
-  std::string value;
-};
-
-std::string AtHome(const std::string& path) {
-  return WithUserAccount(Utf8(path)).Bytes();
-}
-
-bool IsCopy(const Act& act, const std::string& source, const std::string& destination) {
-  return act.deed == Deed::Copy && act.path == source && act.destination == destination;
-}
-
-void CheckDelete(const Acts& acts, const std::string& path) {
-  Require(acts.size() == (Disk().HasAnything(path) ? 1 : 0));
-  Require(acts.empty() || (acts[0].deed == Deed::Delete && acts[0].path == path));
-}
-
-void CheckBeforeInstall(const Entry& entry, const Acts& acts) {
-  if (entry.HasKey("preinstalldelete")) {
-    CheckDelete(acts, entry.value);
-  } else if (entry.HasKey("preinstallcopy")) {
-    const std::vector<std::string> paths = PlainCut(entry.value, ";");
-    const std::string source = FieldAt(paths, 0);
-    const std::string destination = FieldAt(paths, 1);
-    const bool copies = Disk().HasAnything(source) && !Disk().HasAnything(destination);
-    Require(acts.size() == (copies ? 1 : 0));
-    Require(acts.empty() || IsCopy(acts[0], source, destination));
-  } else {
-    Require(acts.empty());
-  }
-}
-
-void CheckCopyOut(const Entry& entry, const Acts& acts) {
-  std::string path = entry.value;
-  bool isAllowed = true;
-  if (path.starts_with('[')) {
-    const std::vector<std::string> parts = PlainCut(path.substr(1), "]");
-    isAllowed = Disk().HasFolder(AtHome(FieldAt(parts, 0)));
-    path = FieldAt(parts, 1);
-  }
-  if (path.starts_with('{')) {
-    path = FieldAt(PlainCut(path.substr(1), "}"), 0);
-    isAllowed = !Disk().HasAnything(AtHome(path));
-  }
-  const std::string source = std::string(kTarget) + "/" + entry.key;
-  const std::string destination = AtHome(path);
-  if (!isAllowed || !Disk().HasAnything(source)) {
-    Require(acts.empty());
-    return;
-  }
-  Require(!acts.empty() && IsCopy(acts.back(), source, destination));
-  const String parent = ViewConst::MyExtractFilePath(Utf8(destination));
-  bool isDeleted = false;
-  for (std::size_t i = 0; i + 1 < acts.size(); ++i) {
-    isDeleted = isDeleted || acts[i].deed == Deed::Delete;
-    Require(acts[i].path == (acts[i].deed == Deed::Delete ? destination : parent.Bytes()));
-    Require(acts[i].deed == Deed::Delete || acts[i].deed == Deed::MakeFolder);
-  }
-  Require(isDeleted == Disk().HasAnything(destination) && acts.size() <= 3);
-}
-
-void CheckAfterInstall(const Entry& entry, const Acts& acts) {
-  const bool isOfBefore = entry.HasKey("preinstalldelete") || entry.HasKey("preinstallcopy");
-  if (entry.key.empty() || entry.value.empty() || isOfBefore) {
-    Require(acts.empty());
-  } else if (entry.HasKey("delete")) {
-    CheckDelete(acts, AtHome(entry.value));
-  } else if (entry.HasKey("allusersfullaccess")) {
-    const Ref<FolderItem> item = GlobalsVk::MyGetFolderItem(Utf8(AtHome(entry.value)));
-    Require(acts.size() == (item.IsNil() ? 0 : 1));
-    Require(acts.empty() ||
-            (acts[0].deed == Deed::OpenToAll && acts[0].path == item->NativePath().Bytes()));
-  } else {
-    CheckCopyOut(entry, acts);
-  }
-}
-
-/// Obeys the list and looks at what each entry has done: events run behind each.
-template <class Obey, class Check>
-void ObeyAndCheck(QuietDesktop& desktop, const std::string& list, Obey obey, Check check) {
-  const std::vector<std::string> entries = PlainCut(list, "|");
-  std::size_t done = 0;
-  desktop.atYield = [&] {
-    Require(done < entries.size());
-    check(Entry(entries[done]), Disk().acts);
-    Disk().acts.clear();
-    ++done;
-  };
-  obey();
-  desktop.atYield = nullptr;
-  Require(done == entries.size() && Disk().acts.empty());
-}
-
-Machine Home() {
-  Machine machine;
-  machine.userHome = "/home/user";
-  return machine;
-}
-
-void ObeyList(std::string_view input) {
-  static BareStub<> stub(Home());
-  if (input.empty()) {
-    return;
-  }
-  Disk().salt = static_cast<unsigned char>(input[0]);
-  const std::string list(input.substr(1));
-  ZephinStubWindow& w = stub.Window();
-  w.fPostCopy = Utf8(list);
-  w.fTargetFolder = kTarget;
-  ObeyAndCheck(
-      stub.desktop, list, [&w] { w.PreInstallCopy(); }, CheckBeforeInstall);
-  ObeyAndCheck(
-      stub.desktop, list, [&w] { w.PostInstallCopy(); }, CheckAfterInstall);
+/// What stands at a path hangs on its letters: 0 is a folder, 1 a file. As on a real disk, nothing
+/// has an empty or a relative path.
+unsigned KindOf(const String& path) {
+  return path.View().starts_with('/') ? std::hash<std::string_view>()(path.View()) % 3 : 2;
 }
 
 }  // namespace
-}  // namespace zephin::test
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-  zephin::test::ObeyList(zephin::test::AsText(bytes, size));
-  return 0;
+// In place of util/files, util/folders and the access rights, as the inputs name any path.
+namespace ViewConst {
+
+bool FileExists(const String& path) {
+  return KindOf(path) < 2;
 }
+
+bool DirectoryExists(const String& path) {
+  return KindOf(path) == 0;
+}
+
+Ref<FolderItem> GetApplicationFolder() {
+  return nullptr;
+}
+
+void DeleteFile(const String& path) {
+  gActs.emplace_back(path, "");
+}
+
+bool RenameFile(const String& /*oldPath*/, const String& /*newPath*/) {
+  std::abort();
+}
+
+bool CopyFile(const String& source, const String& destination) {
+  gActs.emplace_back(source, destination);
+  // Whether it succeeds hangs on the path, too.
+  return DirectoryExists(destination);
+}
+
+bool CopyFileB(const String& /*source*/, const String& /*destination*/) {
+  std::abort();
+}
+
+bool CopyFolder(const String& source, const String& destination) {
+  return CopyFile(source, destination);
+}
+
+void DeleteFolderOrApp(const String& path) {
+  DeleteFile(path);
+}
+
+void ForceDirectories(const String& /*path*/, bool /*showErrors*/) {}
+
+void AllUsersFullAccess(const String& /*path*/) {}
+
+void AllUsersFullAccessOnMac(const Ref<FolderItem>& /*item*/) {}
+
+void AllUsersFullAccessInTree(const Ref<FolderItem>& /*item*/) {}
+
+void SetInvisible(const String& /*path*/) {}
+
+}  // namespace ViewConst
+
+namespace test {
+namespace {
+
+using ViewConst::FileExists;
+
+constexpr std::string_view kTarget = "/Applications/My Folder";
+
+/// Whether the path is written in the entry, but for what the user's home or the target adds.
+bool IsNamed(std::string_view path, std::string_view entry) {
+  const std::string home = BareStub().Home();
+  const std::size_t added = path.starts_with(home)      ? home.size()
+                            : path.starts_with(kTarget) ? kTarget.size() + 1
+                                                        : 0;
+  return entry.find(path.substr(std::min(added, path.size()))) != std::string_view::npos;
+}
+
+std::vector<Act> Obey(void (ZephinStubWindow::*method)(), const String& list) {
+  ZephinStubWindow& w = BareStub().BareWindow();
+  w.fTargetFolder = Utf8(std::string(kTarget));
+  w.fPostCopy = list;
+  gActs.clear();
+  (w.*method)();
+  return std::exchange(gActs, {});
+}
+
+void CheckEntry(const String& entry, const std::vector<Act>& acts, bool isBefore) {
+  const String key = NthField(entry, "=", 1);
+  const bool isOfBefore = TextEquals(key, "preinstalldelete") || TextEquals(key, "preinstallcopy");
+  Require(acts.empty() || isOfBefore == isBefore);
+  Require(acts.size() <= (isBefore ? 1 : 2));
+  // Braces protect what stands.
+  Require(acts.size() < 2 || !NthField(entry, "=", 2).View().starts_with('{'));
+  for (const auto& [path, destination] : acts) {
+    Require(IsNamed(path.View(), entry.View()) && IsNamed(destination.View(), entry.View()));
+    Require(FileExists(path));
+    // It stands in the way no longer if it has been deleted first.
+    Require(!FileExists(destination) || (acts.size() == 2 && acts[0] == Act{destination, ""}));
+  }
+}
+
+}  // namespace
+
+void TryInput(std::string_view input) {
+  const String list = Utf8(std::string(input));
+  for (const auto method :
+       {&ZephinStubWindow::PreInstallCopy, &ZephinStubWindow::PostInstallCopy}) {
+    std::vector<Act> acts;
+    for (const String& entry : Split(list, "|")) {
+      const std::vector<Act> more = Obey(method, entry);
+      CheckEntry(entry, more, method == &ZephinStubWindow::PreInstallCopy);
+      acts.insert(acts.end(), more.begin(), more.end());
+    }
+    Require(Obey(method, list) == acts);
+  }
+}
+
+}  // namespace test
+}  // namespace zephin

@@ -26,20 +26,21 @@ Folded FoldedCharacters(const String& text, Encoding encoding) {
   return folded;
 }
 
+/// The encoding in which a text is read beside another: one without is bytes of the other's.
+Encoding EncodingBeside(const String& text, const String& other) {
+  return (text.DeclaredEncoding() == Encoding::None ? other : text).DeclaredEncoding();
+}
+
 /// A text to be searched, and what is searched in it as characters.
 struct Search {
   Search(const String& searched, const String& wanted)
       : text(searched),
         characters(PlainCharacters(searched.View(), searched.DeclaredEncoding())),
         haystack(FoldedCharacters(searched, searched.DeclaredEncoding())),
-        needle(FoldedCharacters(wanted, EncodingOf(searched, wanted))) {}
-
-  /// A text without encoding is bytes, and so is what is searched in it.
-  static Encoding EncodingOf(const String& searched, const String& wanted) {
-    const bool asSearched = searched.DeclaredEncoding() == Encoding::None ||
-                            wanted.DeclaredEncoding() == Encoding::None;
-    return asSearched ? searched.DeclaredEncoding() : wanted.DeclaredEncoding();
-  }
+        // In a text without encoding all is bytes.
+        needle(FoldedCharacters(wanted, searched.DeclaredEncoding() == Encoding::None
+                                            ? Encoding::None
+                                            : EncodingBeside(wanted, searched))) {}
 
   /// Index of the first match at or after `start`; the number of characters if there is none.
   std::size_t Find(std::size_t start) const {
@@ -93,9 +94,8 @@ void CheckFields(const Search& search, const String& separator) {
     Require(split(i).Bytes() == fields[static_cast<std::size_t>(i)]);
     Require(split(i).DeclaredEncoding() == search.text.DeclaredEncoding());
   }
-  const std::int64_t middle = std::ssize(fields) / 2;
-  Require(NthField(search.text, separator, middle + 1).Bytes() ==
-          fields[static_cast<std::size_t>(middle)]);
+  const std::size_t middle = fields.size() / 2;
+  Require(NthField(search.text, separator, Signed(middle) + 1).Bytes() == fields[middle]);
   Require(NthField(search.text, separator, std::ssize(fields) + 1).IsEmpty());
 }
 
@@ -111,13 +111,9 @@ void CheckParts(const Search& search, std::size_t start, std::size_t count) {
 }
 
 void CheckComparison(const String& a, const String& b) {
-  const auto beside = [](const String& text, const String& other) {
-    return text.DeclaredEncoding() == Encoding::None ? other.DeclaredEncoding()
-                                                     : text.DeclaredEncoding();
-  };
   const auto sign = [](int number) { return (number > 0) - (number < 0); };
-  const Folded foldedA = FoldedCharacters(a, beside(a, b));
-  const Folded foldedB = FoldedCharacters(b, beside(b, a));
+  const Folded foldedA = FoldedCharacters(a, EncodingBeside(a, b));
+  const Folded foldedB = FoldedCharacters(b, EncodingBeside(b, a));
   const int order = foldedA < foldedB ? -1 : static_cast<int>(foldedB < foldedA);
   Require(sign(StrComp(a, b, 1)) == order);
   Require(TextEquals(b, a) == (order == 0));
@@ -145,7 +141,10 @@ String AnyNeedle(FuzzedDataProvider& data, const String& haystack) {
   return form == 4 ? ConvertEncoding(formed, encoding) : formed;
 }
 
-void SearchTexts(FuzzedDataProvider data) {
+}  // namespace
+
+void TryInput(std::string_view input) {
+  FuzzedDataProvider data(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
   // Long enough for several of the blocks in which a text is searched.
   String text = AnyText(data, 300);
   for (int doublings = data.ConsumeIntegralInRange(0, 4); doublings > 0; --doublings) {
@@ -162,10 +161,4 @@ void SearchTexts(FuzzedDataProvider data) {
   CheckPaths(text);
 }
 
-}  // namespace
 }  // namespace zephin::test
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-  zephin::test::SearchTexts(FuzzedDataProvider(bytes, size));
-  return 0;
-}
