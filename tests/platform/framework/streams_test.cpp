@@ -73,7 +73,6 @@ TEST_F(Streams, TextIsAppendedInLinesAndReadWithEveryByte) {
   const String text = TextInputStream::Open(At("log"))->ReadAll();
   EXPECT_EQ(text.Bytes(), "one\n\ntwo\xff\n");
   EXPECT_EQ(text.DeclaredEncoding(), Encoding::None);
-  EXPECT_TRUE(TextInputStream::Open(nullptr).IsNil());
 }
 
 }  // namespace
