@@ -91,7 +91,8 @@ class Program:
             f"the text {text!r}", seconds, self.described)
 
     def wait_for_bar(self, share=0.01):
-        """Waits until that share of the progress bar is filled."""
+        """Waits until that share of the progress bar is filled. On a slow machine its last part may
+        never be."""
         bar = self.find("Progress", "progress bar")
 
         def is_filled():
@@ -134,10 +135,11 @@ class Program:
             return first and self.is_active() and first == node.area and first
         return wait_until(settled, f"{node.name!r} to rest", 30, self.described)
 
-    def key(self, chord):
-        """Presses keys once a window of the program has the focus."""
-        wait_until(self.is_active, "its front window to have the focus", 30, self.described)
-        self.screen.key(chord)
+    def key(self, *chords):
+        """Presses keys, chord after chord, each once a window of the program has the focus."""
+        for chord in chords:
+            wait_until(self.is_active, "its front window to have the focus", 30, self.described)
+            self.screen.key(chord)
 
     def type(self, text):
         wait_until(self.is_active, "its front window to have the focus", 30, self.described)
@@ -156,6 +158,12 @@ class Program:
     def wait_for_focus(self, name):
         wait_until(lambda: self.focused() == name, f"{name!r} to have the focus", 30,
                    self.described)
+
+    def dismiss(self, *messages):
+        """Waits for messages, one after the other, and answers each by Return."""
+        for message in messages:
+            self.waits_for(message)
+            self.key("Return")
 
     def ask_to_close(self, title):
         """What a press of a window's close button does, also where it has none."""

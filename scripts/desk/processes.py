@@ -75,6 +75,11 @@ def command_line(process):
         return []
 
 
+def descendant_where(condition):
+    """A process below this one for whose words `condition` holds; None if there is none."""
+    return next((found for found in descendants() if condition(command_line(found))), None)
+
+
 def end_descendants(keep=()):
     """Kills every process below this one but those in `keep` and what is below them. Needs
     `adopt_orphans`."""

@@ -1,7 +1,7 @@
 """The window stays alive: with a gigabyte to work on, the program looks at its event loop again
-within a tenth of a second, on one processor. Measured inside the real program by `pauses.cpp`, which
-leaves out the time for which other programs had the processor, so that a busy machine fails nothing.
-Shell commands may block the window; their time is left out, too."""
+within a tenth of a second, on one processor. Measured inside the real program by `pauses.cpp`,
+which leaves out the time for which other programs had the processor, so that a busy machine fails
+nothing. Shell commands may block the window; their time is left out, too."""
 
 import contextlib
 import functools

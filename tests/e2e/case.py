@@ -18,7 +18,7 @@ ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)
 sys.path.insert(0, os.path.join(ROOT, "scripts", "desk"))
 
 from installer import Installer, Program, program_of  # noqa: E402,F401
-from processes import Failure, command_line, descendants, wait_until  # noqa: E402,F401
+from processes import Failure, command_line, descendant_where, wait_until  # noqa: E402,F401
 from screen import Screen  # noqa: E402
 from session import Session  # noqa: E402
 
@@ -40,12 +40,11 @@ def write_tree(folder, tree):
     """Writes files below `folder`: a dictionary of texts, bytes and, for folders, dictionaries."""
     os.makedirs(folder, exist_ok=True)
     for name, content in tree.items():
-        path = os.path.join(folder, name)
+        path = pathlib.Path(folder, name)
         if isinstance(content, dict):
             write_tree(path, content)
         else:
-            content = content.encode() if isinstance(content, str) else content
-            pathlib.Path(path).write_bytes(content)
+            path.write_bytes(content.encode() if isinstance(content, str) else content)
 
 
 def write_script(path, text):
@@ -134,7 +133,7 @@ class InstallerTest(unittest.TestCase):
         subprocess.run(["chmod", "-R", "u+w", self.folder], check=True)
         shutil.rmtree(self.folder, ignore_errors=True)
 
-    def bundle(self, files=None, payload=None, values=None, **fields):
+    def bundle(self, files=None, payload=None, **fields):
         """Makes an installer: `fields` of setup.json, beside the `files` that they name."""
         setup = {"fTargetFolder": "Tool", "fMessage": "Welcome", **fields}
         if "patch" not in fields:
@@ -150,13 +149,6 @@ class InstallerTest(unittest.TestCase):
     def resource(bundle, name):
         """The path of a file beside the bundle's record."""
         return os.path.join(bundle, "Contents", "Resources", name)
-
-    def rewrite(self, bundle, position, text):
-        """Writes a text into the record that make_setup would refuse, at a place from 1 on."""
-        record = pathlib.Path(self.resource(bundle, "TextData"))
-        fields = record.read_bytes().split(b"|#|")
-        fields[position - 1] = text.encode()
-        record.write_bytes(b"|#|".join(fields))
 
     def open(self, bundle=None, settings=None, **fields):
         """Starts a bundle, or the one that `fields` describe."""
@@ -213,6 +205,11 @@ class _Result(unittest.TextTestResult):
     def addError(self, test, err):
         super().addError(test, err)
         self._tell(test)
+
+    def addSubTest(self, test, subtest, err):
+        super().addSubTest(test, subtest, err)
+        if err:
+            self._tell(test)
 
     def _tell(self, test):
         os.makedirs(_PICTURES, exist_ok=True)

@@ -46,11 +46,6 @@ class Downloads(case.InstallerTest):
             for caption, source, folder in options], **fields)
         return self.begin(run, *(caption for caption, _, _ in options), "Continue")
 
-    def close_messages(self, run, *messages):
-        for message in messages:
-            run.waits_for(message)
-            run.press("OK")
-
     def test_each_kind_of_answer(self):
         plain = self.serve({
             "/short.zip": page(archive(9999)),
@@ -80,9 +75,8 @@ class Downloads(case.InstallerTest):
             [(caption, address, "" if caption == "Safe" else caption)
              for caption, address, _ in rows], settings={"SSL_CERT_FILE": ours[0]})
         for caption, _, told in rows:
-            messages = {"none": [], "own": ["Install failed for option " + caption],
-                        "both": [_FAILED, "Install failed for option " + caption]}[told]
-            self.close_messages(run, *messages)
+            messages = [_FAILED, "Install failed for option " + caption]
+            run.dismiss(*messages[{"both": 0, "own": 1, "none": 2}[told]:])
         self.assert_ends(run)
         self.assertEqual(plain.asked, ["/short.zip", "/least.zip", "/error.zip", "/moved.zip",
                                        "/early.zip", "/late.zip"])
@@ -117,7 +111,7 @@ class Downloads(case.InstallerTest):
         self.assert_ends(slow)
         self.assertEqual(self.installed("slow")["Songs"], {"data": content(11000)})
 
-        self.close_messages(silent, _FAILED, "Install failed for option silent")
+        silent.dismiss(_FAILED, "Install failed for option silent")
         self.assert_ends(silent)
         wait_until(lambda: silence, "the installer to hang up")
         self.assertTrue(19 < silence[0] < 40, silence)

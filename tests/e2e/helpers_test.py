@@ -47,8 +47,7 @@ class Before(Helper):
         wait_until(lambda: run.titles() or time.monotonic() > limit, "the time to pass")
         self.assertEqual(run.titles(), [])
         case.write_tree(self.folder, {"go": ""})
-        run.waits_for("All & <b>set</b>")
-        run.key("Return")
+        run.dismiss("All & <b>set</b>")
         self.quit(run)
 
     def test_replies(self):
@@ -60,8 +59,7 @@ class Before(Helper):
             with self.subTest(reply):
                 run = self.open_with(f"say '{reply}'")
                 if message:
-                    run.waits_for(message)
-                    run.key("Return")
+                    run.dismiss(message)
                 if goes_on:
                     self.quit(run)
                 else:
@@ -102,8 +100,8 @@ class Before(Helper):
 class After(Helper):
     def test_launched_script_outlives_the_run(self):
         self.install(self.open_with("exec sleep 1000.25", "fExecuteAfterName"))
-        wait_until(lambda: any("1000.25" in case.command_line(process)
-                               for process in case.descendants()), "the script to run")
+        wait_until(lambda: case.descendant_where(lambda words: "1000.25" in words),
+                   "the script to run")
 
     def test_bundle(self):
         case.write_tree(self.folder, {"Helper é.app": {"Contents": {"MacOS": {}}}})

@@ -21,8 +21,8 @@ _AFRESH = ([("archive", step / 500) for step in range(10)]
 _REVIVALS = [0.05, 0.12, 0.15, 0.2, 0.5, 1.15, 1.3, 1.5]
 
 _LANES = 3  # Runs at the same time: they spend most of theirs waiting.
-_LONGEST = 60
-_ATTEMPTS = 6  # To see an expander at work, which is soon done.
+_LONGEST = 120
+_ATTEMPTS = 12  # To see an expander at work, which is soon done.
 
 _PAYLOAD = {f"folder {number}": {f"file {i}": os.urandom(1000 + 37 * i) for i in range(50)}
             for number in range(20)}
@@ -31,11 +31,8 @@ _FILES = sum(len(files) for files in _PAYLOAD.values())
 
 def expander_of(archive):
     """The process that expands that archive, or None."""
-    for process in case.descendants():
-        words = case.command_line(process)
-        if words and words[0].endswith("expand_beside") and archive in words:
-            return process
-    return None
+    return case.descendant_where(
+        lambda words: archive in words and words[0].endswith("expand_beside"))
 
 
 def files_in(folder):
@@ -67,37 +64,33 @@ class Lane:
         return run
 
     def wait_for(self, condition, run):
-        """In the thread that kills: true once the condition holds, false if the run is over."""
-        while not condition():
-            if not run.runs():
-                return False
+        """In the thread that kills: what the condition gives once it holds, or the run is over."""
+        while not (found := condition()) and run.runs():
             time.sleep(0.0002)
-        return True
+        return found
 
     def kill(self, run, sign, delay):
-        there = {"click": lambda: True, "archive": lambda: os.path.exists(self.archive),
-                 "folder": lambda: os.path.exists(self.target)}
-        seen = (self.wait_for(there["archive"], run)
-                and self.wait_for(lambda: not there["archive"](), run)
-                if sign == "archive gone" else self.wait_for(there[sign], run))
-        if seen:
+        signs = {"click": [], "archive": [lambda: os.path.exists(self.archive)],
+                 "folder": [lambda: os.path.exists(self.target)],
+                 "archive gone": [lambda: os.path.exists(self.archive),
+                                  lambda: not os.path.exists(self.archive)]}
+        if all(self.wait_for(step, run) for step in signs[sign]):
             time.sleep(delay)
         run.process.kill()
 
     def freeze(self, run, caught):
         """Stops the expander in the middle of its work, and kills the run."""
-        if self.wait_for(lambda: expander_of(self.archive), run):
-            expander = expander_of(self.archive)
-            try:
-                while expander and not caught and files_in(self.target) < _FILES:
-                    os.kill(expander, signal.SIGSTOP)
-                    if 0 < files_in(self.target) < _FILES:
-                        caught.append(expander)
-                    else:
-                        os.kill(expander, signal.SIGCONT)
-                        time.sleep(0.0005)
-            except ProcessLookupError:
-                pass
+        expander = self.wait_for(lambda: expander_of(self.archive), run)
+        try:
+            while expander and not caught and files_in(self.target) < _FILES:
+                os.kill(expander, signal.SIGSTOP)
+                if 0 < files_in(self.target) < _FILES:
+                    caught.append(expander)
+                else:
+                    os.kill(expander, signal.SIGCONT)
+                    time.sleep(0.0005)
+        except ProcessLookupError:
+            pass
         run.process.kill()
 
     def killed_run(self, strike, *arguments):
@@ -112,12 +105,11 @@ class Lane:
         """`revive`: (seconds after the click, a stopped process)."""
         run = self.start()
         begin = time.monotonic()
+        if revive:
+            threading.Timer(revive[0], os.kill, (revive[1], signal.SIGCONT)).start()
         while run.runs():
             if time.monotonic() > begin + _LONGEST:
                 self.test.fail(f"after {told} the next run does not end")
-            if revive and time.monotonic() > begin + revive[0]:
-                os.kill(revive[1], signal.SIGCONT)
-                revive = None
             yield
         self.test.assertEqual(run.status(), 0, told)
         while expander_of(self.archive):

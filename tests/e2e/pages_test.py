@@ -164,18 +164,16 @@ class Looks(case.InstallerTest):
         self.assertEqual(server.asked, [])
 
     def test_link_of_the_main_window(self):
-        for link, address in (("tool.example/a b", "http://tool.example/a b"),
-                              ("https://tool.example/?q='$(x)'",) * 2):
-            with self.subTest(link):
-                run = self.open(fURLActual=link, fURLDisplayed="Visit us")
-                run.click("Visit us")
-                self.assert_opens(run, address)
-                run.press("Visit us")
-                self.assert_opens(run, address, address)
-                run.find("Visit us").focus()
-                run.wait_for_focus("Visit us")
-                run.key("space")
-                self.assert_opens(run, address, address, address)
+        address = "http://tool.example/a b?q='$(x)'"
+        run = self.open(fURLActual=address.removeprefix("http://"), fURLDisplayed="Visit us")
+        run.click("Visit us")
+        self.assert_opens(run, address)
+        run.press("Visit us")
+        self.assert_opens(run, address, address)
+        run.find("Visit us").focus()
+        run.wait_for_focus("Visit us")
+        run.key("space")
+        self.assert_opens(run, address, address, address)
 
 
 if __name__ == "__main__":

@@ -14,13 +14,10 @@ class Relocation(case.InstallerTest):
         """Waits for the process of the copy and gives its id and the path of its program."""
         temporary = os.path.join(self.folder, "user", "tmp", f"zephin-{os.getuid()}")
 
-        def find():
-            for process in case.descendants():
-                words = case.command_line(process)
-                if words and words[0].startswith(temporary) and "/MacOS/" in words[0]:
-                    return process, words[0]
-            return None
-        process, path = wait_until(find, "the copy to start")
+        def is_copy(words):
+            return words and words[0].startswith(temporary) and "/MacOS/" in words[0]
+        process = wait_until(lambda: case.descendant_where(is_copy), "the copy to start")
+        path = case.command_line(process)[0]
         self.assertRegex(path[len(temporary):],
                          r"\A/[1-9]\d{3}/" + os.path.basename(bundle) + "/Contents/MacOS/")
         return process, path
