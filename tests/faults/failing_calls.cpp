@@ -4,9 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
-#include <climits>
+#include <filesystem>
 #include <mutex>
 
 namespace zephin::test {
@@ -49,10 +48,8 @@ bool Fails(const std::string& call, std::string path, Room room) {
 }
 
 std::string PathOf(int file) {
-  std::array<char, PATH_MAX> path{};
-  const ssize_t size =
-      readlink(("/proc/self/fd/" + std::to_string(file)).c_str(), path.data(), path.size());
-  return {path.data(), size < 0 ? 0 : static_cast<std::size_t>(size)};
+  std::error_code none;
+  return std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(file), none);
 }
 
 std::string PathIn(int folder, const char* name) {
@@ -70,7 +67,6 @@ std::string FileOnDisk(int file) {
 
 #define WRAPPED(result, name, parameters, arguments, what, room)    \
   extern "C" result __real_##name parameters;                       \
-  extern "C" result __wrap_##name parameters;                       \
   extern "C" result __wrap_##name parameters {                      \
     return Fails(#name, what, room) ? -1 : __real_##name arguments; \
   }

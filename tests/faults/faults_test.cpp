@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 
 /// What has become of a machine.
 struct Outcome {
-  std::map<std::string, std::string> tree;
+  Contents tree;
   std::vector<std::string> told;
 
   /// Whether all of `whole` is there. More may be: what is left of something that failed.
@@ -36,48 +36,37 @@ class Faults : public testing::TestWithParam<Work> {
   /// work comes to its end.
   static Outcome Do(StubRun& run) {
     run.desktop.told.clear();
-    EXPECT_EQ(run.Call([&] { GetParam().act(run); }), -1);
+    EXPECT_EQ(run.Call([&] { GetParam().act(run, run.BareWindow()); }), -1);
     EXPECT_EQ(run.desktop.failures, std::vector<std::string>());
     return {Tree(PlaceOf(run)), run.desktop.told};
   }
   static Outcome DoWhole() {
     StubRun run;
     Prepare(run);
-    const Outcome whole = Do(run);
+    Outcome whole = Do(run);
     EXPECT_EQ(whole.told, std::vector<std::string>());
     return whole;
   }
 };
 
 /// A file system in memory on a folder, which this process alone sees.
-class SmallDisk {
- public:
-  explicit SmallDisk(std::string folder) : folder_(std::move(folder)) {
-    const bool isOurs = unshare(CLONE_NEWNS) == 0 || unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0;
-    mounted_ = isOurs && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-               mount("tmpfs", folder_.c_str(), "tmpfs", 0, nullptr) == 0;
-  }
-  ~SmallDisk() {
-    if (mounted_) {
-      umount2(folder_.c_str(), MNT_DETACH);
-    }
-  }
-  SmallDisk(const SmallDisk&) = delete;
-  SmallDisk& operator=(const SmallDisk&) = delete;
+struct SmallDisk {
+  std::string folder;
 
-  bool IsThere() const { return mounted_; }
+  ~SmallDisk() { umount2(folder.c_str(), MNT_DETACH); }
+  bool Mount() const {
+    const bool isOurs = unshare(CLONE_NEWNS) == 0 || unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0;
+    return isOurs && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+           mount("tmpfs", folder.c_str(), "tmpfs", 0, nullptr) == 0;
+  }
   /// Leaves room for so many blocks more than there are.
-  void Leave(std::size_t blocks) {
+  void Leave(std::size_t blocks) const {
     struct statvfs state {};
-    ASSERT_EQ(statvfs(folder_.c_str(), &state), 0);
+    ASSERT_EQ(statvfs(folder.c_str(), &state), 0);
     const std::size_t used = state.f_blocks - state.f_bfree;
     const std::string size = "size=" + std::to_string((used + blocks) * state.f_bsize);
-    ASSERT_EQ(mount(nullptr, folder_.c_str(), nullptr, MS_REMOUNT, size.c_str()), 0);
+    ASSERT_EQ(mount(nullptr, folder.c_str(), nullptr, MS_REMOUNT, size.c_str()), 0);
   }
-
- private:
-  std::string folder_;
-  bool mounted_ = false;
 };
 
 TEST_P(Faults, OnASmallDiskTheWorkEndsAndWithMoreRoomTheNextIsWhole) {
@@ -89,8 +78,8 @@ TEST_P(Faults, OnASmallDiskTheWorkEndsAndWithMoreRoomTheNextIsWhole) {
     ASSERT_LT(room, kEnough);
     StubRun run;
     fs::create_directory(PlaceOf(run));
-    SmallDisk disk(PlaceOf(run));
-    if (!disk.IsThere()) {
+    const SmallDisk disk{PlaceOf(run)};
+    if (!disk.Mount()) {
       GTEST_SKIP() << "no right to mount a file system: " << std::strerror(errno);
     }
     Prepare(run);

@@ -32,8 +32,7 @@ Work Install() {
             WriteFile(PlaceOf(run) / "Tool/old/x", "old");
             WriteFile(run.scratch / "before/x", "x");
           },
-          [](StubRun& run) {
-            ZephinStubWindow& w = run.BareWindow();
+          [](StubRun& run, ZephinStubWindow& w) {
             const std::string place = PlaceOf(run);
             w.fTargetFolder = "Tool";
             w.fPostCopy = Utf8("preinstallcopy=" + (run.scratch / "before").string() + ";" + place +
@@ -55,8 +54,7 @@ Work Patch() {
             WriteFile(PlaceOf(run) / "Tool/a", "old");
             WriteFile(PlaceOf(run) / "Tool/keep", "old");
           },
-          [](StubRun& run) {
-            ZephinStubWindow& w = run.BareWindow();
+          [](StubRun& /*run*/, ZephinStubWindow& w) {
             w.fTargetFolder = "Tool";
             w.fInstallationPatch = true;
             w.ExpandFolder();
@@ -74,9 +72,9 @@ Work Split() {
             WriteFile(run.scratch / "CD/Data#End", "end");
             run.desktop.clipboard = (run.scratch / "CD").string() + "/";
           },
-          [](StubRun& run) {
+          [](StubRun& run, ZephinStubWindow& w) {
             const String archive = Utf8(PlaceOf(run) / "Tool.zip");
-            run.BareWindow().CombineSplitSetup(Utf8(run.Resources() / "Data#1"), archive);
+            w.CombineSplitSetup(Utf8(run.Resources() / "Data#1"), archive);
             ViewConst::EncryptDecryptFileEnd(archive, false);
           },
           {"open Place/Tool.zip", "write Place/Tool.zip"}};
@@ -86,8 +84,7 @@ Work Download() {
   return {
       "Download",
       [](StubRun& run) { MakeArchive(run.scratch / "noise.zip", Noise(30'000)); },
-      [](StubRun& run) {
-        ZephinStubWindow& w = run.BareWindow();
+      [](StubRun& run, ZephinStubWindow& w) {
         const LoopbackServer server(HttpResponse("200 OK", ReadFile(run.scratch / "noise.zip")));
         fs::create_directory(PlaceOf(run) / "Tool");
         w.fTargetFolder = Utf8(PlaceOf(run) / "Tool");
@@ -105,10 +102,6 @@ fs::path PlaceOf(const StubRun& run) {
 
 std::vector<Work> Works() {
   return {Install(), Patch(), Split(), Download()};
-}
-
-void PrintTo(const Work& work, std::ostream* out) {
-  *out << work.name;
 }
 
 }  // namespace zephin::test

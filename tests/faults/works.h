@@ -3,7 +3,6 @@
 
 #include <filesystem>
 #include <functional>
-#include <ostream>
 #include <set>
 #include <string>
 #include <vector>
@@ -17,7 +16,7 @@ namespace zephin::test {
 struct Work {
   std::string name;
   std::function<void(StubRun&)> prepare;
-  std::function<void(StubRun&)> act;
+  std::function<void(StubRun&, ZephinStubWindow&)> act;
   /// The calls of which one may fail, and something be missing then, without a word to the user:
   /// the expansion of the main payload gives no sign, and neither do copies before the install,
   /// files in a folder of the copy list, what is placed item by item, and the unscrambling.
@@ -28,8 +27,6 @@ std::filesystem::path PlaceOf(const StubRun& run);
 
 /// All of them.
 std::vector<Work> Works();
-
-void PrintTo(const Work& work, std::ostream* out);
 
 }  // namespace zephin::test
 

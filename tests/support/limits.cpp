@@ -6,27 +6,21 @@
 #include <stdexcept>
 
 namespace zephin::test {
-namespace {
+namespace fs = std::filesystem;
 
-constexpr uid_t kNobody = 65534;
-constexpr auto kSame = static_cast<gid_t>(-1);
-
-void Check(int result) {
-  if (result != 0) {
-    throw std::runtime_error("can't become a plain user");
+PlainUser::PlainUser(const fs::path& folder) : wasRoot_(geteuid() == 0) {
+  if (!wasRoot_) {
+    return;
   }
-}
-
-}  // namespace
-
-PlainUser::PlainUser(const std::filesystem::path& folder) : wasRoot_(geteuid() == 0) {
-  if (wasRoot_) {
-    Check(lchown(folder.c_str(), kNobody, kSame));
-    for (const auto& item : std::filesystem::recursive_directory_iterator(folder)) {
-      Check(lchown(item.path().c_str(), kNobody, kSame));
-    }
-    // The real user too, which a shell goes back to; the saved one is the way back.
-    Check(setresuid(kNobody, kNobody, 0));
+  constexpr uid_t kNobody = 65534;
+  constexpr auto kSame = static_cast<gid_t>(-1);
+  bool done = lchown(folder.c_str(), kNobody, kSame) == 0;
+  for (const auto& item : fs::recursive_directory_iterator(folder)) {
+    done = done && lchown(item.path().c_str(), kNobody, kSame) == 0;
+  }
+  // The real user too, which a shell goes back to; the saved one is the way back.
+  if (!done || setresuid(kNobody, kNobody, 0) != 0) {
+    throw std::runtime_error("can't become a plain user");
   }
 }
 

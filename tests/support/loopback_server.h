@@ -23,18 +23,18 @@ class LoopbackServer {
   LoopbackServer(const LoopbackServer&) = delete;
   LoopbackServer& operator=(const LoopbackServer&) = delete;
 
-  std::string Address(const std::string& path = "/") const;
-  /// The requests so far, each up to and with its empty line.
+  std::string Address(const std::string& path = "/") const {
+    return "http://127.0.0.1:" + std::to_string(port_) + path;
+  }
+  /// The requests so far.
   std::vector<std::string> Requests() const;
   /// Whether the whole answer to the last request has been sent.
   bool HasAnswered() const { return answered_; }
-  /// Sends more, or waits for the client to close, on a connection that has been kept open.
+  /// Sends more on a connection that has been kept open.
   void SendMore(const std::string& bytes) const;
-  bool ClientCloses() const;
 
  private:
   void Serve();
-  void Answer(int connection);
 
   std::string answer_;
   Then then_;

@@ -13,7 +13,7 @@ namespace zephin::test {
 namespace fs = std::filesystem;
 
 ScratchFolder::ScratchFolder() {
-  std::string name = (fs::temp_directory_path() / "zephin-test-XXXXXX").string();
+  std::string name = fs::temp_directory_path() / "zephin-test-XXXXXX";
   if (mkdtemp(name.data()) == nullptr) {
     throw std::runtime_error("no scratch folder: " + name);
   }
@@ -51,8 +51,8 @@ std::string Noise(std::size_t length) {
   return noise;
 }
 
-std::map<std::string, std::string> Tree(const fs::path& folder) {
-  std::map<std::string, std::string> tree;
+Contents Tree(const fs::path& folder) {
+  Contents tree;
   for (const auto& item : fs::recursive_directory_iterator(folder)) {
     std::string& content = tree[item.path().lexically_relative(folder).string()];
     if (item.is_symlink()) {

@@ -30,7 +30,8 @@ std::string ReadFile(const std::filesystem::path& path);
 /// Printable bytes that don't get much shorter in an archive, always the same.
 std::string Noise(std::size_t length);
 /// Everything below a folder: relative path to content, "/" for folders, "-> target" for links.
-std::map<std::string, std::string> Tree(const std::filesystem::path& folder);
+using Contents = std::map<std::string, std::string>;
+Contents Tree(const std::filesystem::path& folder);
 
 }  // namespace zephin::test
 

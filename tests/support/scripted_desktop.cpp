@@ -7,41 +7,11 @@
 #include "platform/framework/select_folder_dialog.h"
 
 namespace zephin::test {
-namespace {
-
-constexpr std::int64_t kMillisecondsPerTick = 17;  // A tick has passed for certain.
-
-}  // namespace
 
 ScriptedDesktop::~ScriptedDesktop() {
   for (const Answer& left : answers_) {
     ADD_FAILURE() << "never shown: " << left.name;
   }
-}
-
-void ScriptedDesktop::ExpectWindow(const std::string& title, WindowAnswer answer) {
-  answers_.push_back({Kind::Window, title, std::move(answer)});
-}
-
-void ScriptedDesktop::ExpectWindow(const std::string& title, const std::string& buttonToPress) {
-  ExpectWindow(title, [buttonToPress](Window& window) { Press(window, buttonToPress); });
-}
-
-void ScriptedDesktop::ExpectMessage(const std::string& text) {
-  answers_.push_back({Kind::Message, text, {}});
-}
-
-void ScriptedDesktop::ExpectFolderDialog(const std::string& path) {
-  answers_.push_back({Kind::FolderDialog, path, {}});
-}
-
-void ScriptedDesktop::After(std::int64_t delay, std::function<void()> act) {
-  timed_.emplace(milliseconds + delay, std::move(act));
-}
-
-bool ScriptedDesktop::IsShown(const Window& window) const {
-  const auto found = shown_.find(&window);
-  return found != shown_.end() && found->second;
 }
 
 void ScriptedDesktop::Press(Window& window, const std::string& button) {
@@ -65,18 +35,7 @@ ScriptedDesktop::Answer ScriptedDesktop::Take(Kind kind, const std::string& show
   return answer;
 }
 
-void ScriptedDesktop::ShowWindow(Window& window) {
-  shown_[&window] = true;
-  main_ = main_ == nullptr ? &window : main_;
-}
-
-void ScriptedDesktop::ForgetWindow(Window& window) {
-  shown_.erase(&window);
-  main_ = main_ == &window ? nullptr : main_;
-}
-
 void ScriptedDesktop::RunModal(Window& window) {
-  shown_[&window] = true;
   if (!agreedFolder_.empty()) {
     told.push_back(window.Title().Bytes());
     for (const Ref<Control>& control : window.Controls()) {
@@ -121,7 +80,7 @@ void ScriptedDesktop::LaunchItem(const FolderItem& item, bool /*activate*/) {
   if (onLaunch) {
     onLaunch(path);
   }
-  if (path.ends_with(".zip") && expansion_ == Expansion::BeforeLaunchReturns) {
+  if (path.ends_with(".zip")) {
     (void)expander::ExpandBeside(path);
   }
 }
@@ -135,8 +94,9 @@ void ScriptedDesktop::LetEventsRun(int waitMilliseconds) {
   if (waitMilliseconds > 0) {
     milliseconds += waitMilliseconds;
   } else if (clockWasRead_) {
-    // A loop that reads the clock and yields is waiting; one that only yields is at work.
-    milliseconds += kMillisecondsPerTick;
+    // A loop that reads the clock and yields is waiting: for more than a tick. One that only
+    // yields is at work.
+    milliseconds += 17;
   }
   clockWasRead_ = false;
   while (!timed_.empty() && timed_.begin()->first <= milliseconds) {
@@ -153,10 +113,6 @@ void ScriptedDesktop::RunEventLoop() {
     act();
   }
   throw RunEnded{-1};
-}
-
-void ScriptedDesktop::EndRun(int status) {
-  throw RunEnded{status};
 }
 
 }  // namespace zephin::test

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "platform/framework/application.h"
-#include "platform/framework/desktop.h"
 #include "platform/framework/window.h"
+#include "tests/platform/framework/quiet_desktop.h"
 
 namespace zephin::test {
 
@@ -19,15 +19,12 @@ struct RunEnded {
   int status;
 };
 
-/// When the scripted handler of ".zip" files expands one.
-enum class Expansion { BeforeLaunchReturns, Never };
-
 /// A desktop without a screen, whose user follows a script: each modal window, message and folder
 /// dialog is answered by the next answer of a queue, which names what it is for. One without an
 /// answer fails the test at once, and an answer left over fails it at the end. The clock is virtual
 /// and moves only as the program waits. Archives are expanded by the real expander; every other
 /// launch is only written down.
-class ScriptedDesktop : public Desktop {
+class ScriptedDesktop : public QuietDesktop {
  public:
   using WindowAnswer = std::function<void(Window&)>;
 
@@ -35,15 +32,23 @@ class ScriptedDesktop : public Desktop {
 
   // The script.
   /// The next modal window has that title; `answer` is given it and must have it hidden.
-  void ExpectWindow(const std::string& title, WindowAnswer answer);
+  void ExpectWindow(const std::string& title, WindowAnswer answer) {
+    answers_.push_back({Kind::Window, title, std::move(answer)});
+  }
   /// The same, answered by pressing the button of that name.
-  void ExpectWindow(const std::string& title, const std::string& buttonToPress);
+  void ExpectWindow(const std::string& title, const std::string& buttonToPress) {
+    ExpectWindow(title, [buttonToPress](Window& window) { Press(window, buttonToPress); });
+  }
   /// The next message has exactly that text.
-  void ExpectMessage(const std::string& text);
+  void ExpectMessage(const std::string& text) { answers_.push_back({Kind::Message, text, {}}); }
   /// The next folder dialog is answered with that path; an empty one cancels it.
-  void ExpectFolderDialog(const std::string& path);
+  void ExpectFolderDialog(const std::string& path) {
+    answers_.push_back({Kind::FolderDialog, path, {}});
+  }
   /// Has `act` called by a user after that delay on the virtual clock, in milliseconds.
-  void After(std::int64_t delay, std::function<void()> act);
+  void After(std::int64_t delay, std::function<void()> act) {
+    timed_.emplace(milliseconds + delay, std::move(act));
+  }
   /// What the user does in the main event loop, in order. When all is done the run ends with
   /// status -1.
   void InEventLoop(std::function<void()> act) { eventLoop_.push_back(std::move(act)); }
@@ -51,7 +56,6 @@ class ScriptedDesktop : public Desktop {
   /// closes each message, and chooses `folder` in the folder dialog. Needs no answer from the
   /// queue.
   void AgreeToAll(const std::string& folder) { agreedFolder_ = folder; }
-  void SetExpansion(Expansion expansion) { expansion_ = expansion; }
   /// Called after each launch has been written down, before an archive is expanded.
   std::function<void(const std::string& path)> onLaunch;
   /// Looks at a folder dialog before it is answered.
@@ -66,7 +70,6 @@ class ScriptedDesktop : public Desktop {
   MouseCursor cursor = MouseCursor::Arrow;
   int bringToFrontCalls = 0;
   std::int64_t milliseconds = 0;  ///< The virtual clock.
-  bool IsShown(const Window& window) const;
 
   // The user's hands.
   /// Presses the button; a test fails if the user couldn't (hidden, disabled, not there).
@@ -75,15 +78,9 @@ class ScriptedDesktop : public Desktop {
   Window& Main() const { return *main_; }
   void PressInMain(const std::string& button) const { Press(Main(), button); }
 
-  void ShowWindow(Window& window) override;
-  void HideWindow(Window& window) override { shown_[&window] = false; }
+  void ShowWindow(Window& window) override { main_ = main_ == nullptr ? &window : main_; }
   void RunModal(Window& window) override;
-  void RefreshWindow(Window& /*window*/, Repaint /*when*/) override {}
-  void RefreshControl(Control& /*control*/, Repaint /*when*/) override {}
-  void FocusWindow(Window& /*window*/) override {}
-  void WindowChanged(Window& /*window*/) override {}
-  void ControlChanged(Control& /*control*/) override {}
-  void ForgetWindow(Window& window) override;
+  void ForgetWindow(Window& window) override { main_ = main_ == &window ? nullptr : main_; }
   void ShowMessage(const String& text) override;
   Ref<FolderItem> SelectFolder(const SelectFolderDialog& dialog) override;
   void ReportFailure(const String& kind) override { failures.push_back(kind.Bytes()); }
@@ -95,9 +92,8 @@ class ScriptedDesktop : public Desktop {
   void SetMouseCursor(MouseCursor newCursor) override { cursor = newCursor; }
   std::int64_t Ticks() override;
   void LetEventsRun(int waitMilliseconds) override;
-  int YieldSlice() const override { return 0; }
   void RunEventLoop() override;
-  [[noreturn]] void EndRun(int status) override;
+  [[noreturn]] void EndRun(int status) override { throw RunEnded{status}; }
 
  private:
   enum class Kind { Window, Message, FolderDialog };
@@ -112,9 +108,7 @@ class ScriptedDesktop : public Desktop {
   std::deque<Answer> answers_;
   std::multimap<std::int64_t, std::function<void()>> timed_;
   std::deque<std::function<void()>> eventLoop_;
-  std::map<const Window*, bool> shown_;
   std::string agreedFolder_;  ///< Empty: the user answers from the queue.
-  Expansion expansion_ = Expansion::BeforeLaunchReturns;
   Window* main_ = nullptr;
   bool clockWasRead_ = false;
 };

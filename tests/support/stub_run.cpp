@@ -1,6 +1,5 @@
 #include "tests/support/stub_run.h"
 
-#include "app/app.h"
 #include "app/menu_bar.h"
 #include "app/startup.h"
 #include "dialogs/message_modal.h"
@@ -18,20 +17,25 @@ class UnstartedWindow : public ZephinStubWindow {
   void Event_Open() override {}
 };
 
+/// The status with which `run` ends, or -1 if it returns.
+int StatusOf(const std::function<void()>& run) {
+  try {
+    run();
+  } catch (const RunEnded& end) {
+    return end.status;
+  }
+  return -1;
+}
+
 }  // namespace
 
-struct StubRun::Bare {
-  std::unique_ptr<App> app;
-  Ref<UnstartedWindow> window;
-};
-
 StubRun::StubRun() {
-  for (const char* folder : {"home", "System", "Applications", "Temporary"}) {
-    fs::create_directory(scratch / folder);
+  for (const char* folder :
+       {"home", "System", "Applications", "Temporary", "Disk/Setup.app/Contents/Resources",
+        "Disk/Setup.app/Contents/Helpers"}) {
+    fs::create_directories(scratch / folder);
   }
   WriteFile(Bundle() / "Contents/MacOS/Setup", "the stub");
-  fs::create_directory(Resources());
-  fs::create_directory(Bundle() / "Contents/Helpers");
   fs::create_symlink(ZEPHIN_DITTO, Bundle() / "Contents/Helpers/ditto");
   machine.executable = Bundle() / "Contents/MacOS/Setup";
   machine.systemFolder = scratch / "System";
@@ -46,7 +50,6 @@ StubRun::StubRun() {
 
 StubRun::~StubRun() {
   CloseImplicitMessageModal();
-  bare_.reset();
 }
 
 void StubRun::SetPayload(const fs::path& folder, const std::string& topName) const {
@@ -59,35 +62,24 @@ int StubRun::Run() {
 }
 
 int StubRun::RunAsItStands() {
-  try {
-    _Main(desktop, machine);
-  } catch (const RunEnded& end) {
-    return end.status;
-  }
-  return -1;
+  return StatusOf([this] { _Main(desktop, machine); });
 }
 
 ZephinStubWindow& StubRun::BareWindow() {
-  if (bare_ == nullptr) {
-    bare_ = std::make_unique<Bare>();
-    bare_->app = std::make_unique<App>(desktop, machine);
-    bare_->app->SetMenuBar(MakeMenuBar1());
-    bare_->app->Event_Open();
-    bare_->window = MakeWindow<UnstartedWindow>();
+  if (app_ == nullptr) {
+    app_ = std::make_unique<App>(desktop, machine);
+    app_->SetMenuBar(MakeMenuBar1());
+    app_->Event_Open();
+    window_ = MakeWindow<UnstartedWindow>();
     for (std::size_t i = 0; i < make_setup::kLabelCount; ++i) {
-      bare_->window->fLabels.Append("");
+      window_->fLabels.Append("");
     }
   }
-  return *bare_->window;
+  return *window_;
 }
 
 int StubRun::Call(const std::function<void()>& body) {
-  try {
-    Application::Current().CallHandler(body);
-  } catch (const RunEnded& end) {
-    return end.status;
-  }
-  return -1;
+  return StatusOf([&body] { Application::Current().CallHandler(body); });
 }
 
 }  // namespace zephin::test

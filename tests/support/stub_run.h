@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "app/app.h"
 #include "app/zephin_stub_window.h"
 #include "platform/framework/machine.h"
 #include "tests/support/scratch_folder.h"
@@ -51,8 +52,8 @@ class StubRun {
   int Call(const std::function<void()>& body);
 
  private:
-  struct Bare;
-  std::unique_ptr<Bare> bare_;
+  std::unique_ptr<App> app_;
+  Ref<ZephinStubWindow> window_;
 };
 
 }  // namespace zephin::test

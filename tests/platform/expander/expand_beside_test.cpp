@@ -13,16 +13,15 @@ namespace {
 
 namespace fs = std::filesystem;
 using expander::ExpandBeside;
-using Files = std::map<std::string, std::string>;
 
 struct Place {
   const char* archive;
   std::vector<ZipEntry> entries;
-  // Files that stand beside the archive before.
+  // Contents that stand beside the archive before.
   std::vector<std::string> standing;
   std::string placedAs;
   // What has come to stand under that name.
-  Files expected;
+  Contents expected;
 };
 
 TEST(ExpandBeside, PlacesContentsBesideAndNeverIntoWhatStands) {
@@ -31,8 +30,8 @@ TEST(ExpandBeside, PlacesContentsBesideAndNeverIntoWhatStands) {
   const ZipEntry app{.name = "Tool.app/f", .data = "x"};
   const ZipEntry page{.name = "page.html", .data = "x"};
   const ZipEntry link{.name = "l", .data = "/x", .mode = kLink};
-  const Files tree{{"", "/"}, {"/f", "x"}};
-  const Files several{{"", "/"}, {"/Tool", "/"}, {"/Tool/f", "x"}, {"/page.html", "x"}};
+  const Contents tree{{"", "/"}, {"/f", "x"}};
+  const Contents several{{"", "/"}, {"/Tool", "/"}, {"/Tool/f", "x"}, {"/page.html", "x"}};
   const std::vector<Place> rows = {
       {"a.zip", {tool, companion}, {}, "Tool", tree},
       {"a.zip", {tool}, {"Tool/old"}, "Tool 2", tree},
@@ -55,7 +54,7 @@ TEST(ExpandBeside, PlacesContentsBesideAndNeverIntoWhatStands) {
       WriteFile(scratch / name, "old");
     }
     WriteFile(scratch / row.archive, MakeZip(row.entries));
-    Files expected = Tree(scratch.Path());
+    Contents expected = Tree(scratch.Path());
     for (const auto& [path, content] : row.expected) {
       expected[row.placedAs + path] = content;
     }

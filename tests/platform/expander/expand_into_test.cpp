@@ -18,7 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 using expander::ExpandInto;
 using expander::Result;
-using Files = std::map<std::string, std::string>;
 
 // Writes an archive into the scratch folder, and expands it into the folder "t" there.
 Result Expand(const ScratchFolder& scratch, const std::vector<ZipEntry>& entries,
@@ -68,7 +67,7 @@ TEST(ExpandInto, WhatTheArchiveHoldsIsKept) {
       {{.name = "._own", .data = "x"}, "._own", "x"},
   };
   std::vector<ZipEntry> entries;
-  Files expected{{"dots", "/"}};
+  Contents expected{{"dots", "/"}};
   for (const Kept& row : rows) {
     entries.push_back(row.entry);
     if (row.path != nullptr) {
@@ -92,7 +91,7 @@ TEST(ExpandInto, MoreEntriesThan16BitsCountAreKept) {
   for (const ZipLayout& layout : {ZipLayout{.zip64End = true}, ZipLayout{.count = 65}}) {
     const ScratchFolder scratch;
     EXPECT_EQ(Expand(scratch, entries, layout).Line(), "");
-    EXPECT_EQ(Tree(scratch / "t"), (Files{{"last", "x"}}));
+    EXPECT_EQ(Tree(scratch / "t"), (Contents{{"last", "x"}}));
   }
 }
 
@@ -180,11 +179,11 @@ struct Standing {
   const char* linkTo;
   // Empty for a complete expansion.
   const char* why;
-  Files expected;
+  Contents expected;
 };
 
 TEST(ExpandInto, WhatStandsIsMergedIntoAndLeadsNowhere) {
-  const auto with = [](Files others) {
+  const auto with = [](Contents others) {
     others.insert({{"f", "new"}, {"d", "/"}, {"d/g", "new"}, {"l", "-> f"}});
     return others;
   };
@@ -217,7 +216,7 @@ TEST(ExpandInto, WhatStandsIsMergedIntoAndLeadsNowhere) {
                   .Line(),
               row.why);
     EXPECT_EQ(Tree(scratch / "t"), row.expected);
-    EXPECT_EQ(Tree(scratch / "outside"), (Files{{"kept", "old"}}));
+    EXPECT_EQ(Tree(scratch / "outside"), (Contents{{"kept", "old"}}));
   }
 }
 
@@ -232,7 +231,7 @@ TEST(ExpandInto, DiskThatFillsLeavesOnlyWholeFilesAndTells) {
   const FullDisk disk(100'000);
   EXPECT_EQ(ExpandInto(scratch / "a.zip", scratch / "t").Line(),
             "whole: File too large (and 3 more)");
-  EXPECT_EQ(Tree(scratch / "t"), (Files{{"small", "x"}}));
+  EXPECT_EQ(Tree(scratch / "t"), (Contents{{"small", "x"}}));
 }
 
 // A stored file larger than the free space, all holes, so that the archive itself needs no room.
@@ -256,7 +255,7 @@ TEST(ExpandInto, WhatCannotFitIsRefusedBeforeTheFirstByte) {
   const std::string line = ExpandInto(scratch / "a.zip", scratch / "t").Line();
   const std::string needs = "needs " + std::to_string(size) + " bytes, but only ";
   EXPECT_NE(line.find(needs), std::string::npos) << line;
-  EXPECT_EQ(Tree(scratch / "t"), Files());
+  EXPECT_EQ(Tree(scratch / "t"), Contents());
 }
 
 }  // namespace

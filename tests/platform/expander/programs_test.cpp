@@ -20,7 +20,7 @@ struct ProgramCase {
 
 TEST(Programs, StatusAndLine) {
   const std::vector<ProgramCase> rows = {
-      {"$DITTO -xk good.zip t && test -f t/a", 0, ""},
+      {"$DITTO -xk good.zip t && grep -q good t/a", 0, ""},
       {"$DITTO -xk bad.zip t", 1,
        "ditto: ../\\x0a: the name leads out of the folder (and 1 more)\n"},
       {"$DITTO -xk none.zip t", 1, "ditto: none.zip: No such file or directory\n"},
@@ -29,7 +29,7 @@ TEST(Programs, StatusAndLine) {
       // The first file that is opened must not get the number of standard error.
       {"$DITTO -xk bad.zip t <&- >&- 2>&-", 1, ""},
       {"ulimit -f 0; $DITTO -xk good.zip t 2>&1 | grep -q 'a: File too large'", 0, ""},
-      {"$BESIDE good.zip && test -f good/a", 0, ""},
+      {"$BESIDE good.zip && grep -q good good/a", 0, ""},
       {"$BESIDE none.zip", 1, "expand_beside: none.zip: No such file or directory\n"},
       {"$BESIDE", 2, "expand_beside: usage: expand_beside ARCHIVE\n"}};
   for (const ProgramCase& row : rows) {
@@ -47,9 +47,6 @@ TEST(Programs, StatusAndLine) {
     EXPECT_EQ(WEXITSTATUS(status), row.status);
     EXPECT_EQ(ReadFile(scratch / "error"), row.line);
     EXPECT_EQ(ReadFile(scratch / "output"), "");
-    if (std::filesystem::exists(scratch / "t/a")) {
-      EXPECT_EQ(ReadFile(scratch / "t/a"), "good");
-    }
   }
 }
 
