@@ -25,11 +25,6 @@ int BoundSocket(int& port) {
   return socket;
 }
 
-/// Waits until all has been taken, or the client has gone.
-void Send(int connection, std::string_view bytes) {
-  send(connection, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-}
-
 /// What a client asks, which is short and comes in one piece.
 std::string Receive(int connection) {
   std::string request(65536, '\0');
@@ -65,7 +60,7 @@ std::vector<std::string> LoopbackServer::Requests() const {
 }
 
 void LoopbackServer::SendMore(const std::string& bytes) const {
-  Send(kept_, bytes);
+  send(kept_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
 }
 
 void LoopbackServer::Serve() {
@@ -75,7 +70,8 @@ void LoopbackServer::Serve() {
       const std::lock_guard lock(mutex_);
       requests_.push_back(request);
     }
-    Send(client, answer_);
+    // Waits until all has been taken, or the client has gone.
+    send(client, answer_.data(), answer_.size(), MSG_NOSIGNAL);
     if (then_ == Then::KeepOpen) {
       kept_ = client;
     } else {

@@ -173,22 +173,15 @@ TEST(ExpandInto, FolderIsMadeBeforeTheArchiveIsRead) {
   EXPECT_EQ(ExpandInto(scratch / "a.zip", scratch / "a.zip/t").faults, 1);
 }
 
-struct Standing {
-  // In the folder, and where it leads; what leads nowhere is another name of a file outside.
-  const char* path;
-  const char* linkTo;
-  // Empty for a complete expansion.
-  const char* why;
-  Contents expected;
-};
-
+// In each row what stands in the folder, where it leads (what leads nowhere is another name of a
+// file outside), what is told, and what stands there then.
 TEST(ExpandInto, WhatStandsIsMergedIntoAndLeadsNowhere) {
   const auto with = [](Contents others) {
     others.insert({{"f", "new"}, {"d", "/"}, {"d/g", "new"}, {"l", "-> f"}});
     return others;
   };
   const char* const inTheWay = "d/g: a file or link stands where its folder must be";
-  const std::vector<Standing> rows = {
+  const std::vector<std::tuple<const char*, const char*, const char*, Contents>> rows = {
       {"d/other", "", "", with({{"d/other", "old"}})},
       {"f", "", "", with({})},
       {"f", "../outside/kept", "", with({})},
@@ -199,23 +192,23 @@ TEST(ExpandInto, WhatStandsIsMergedIntoAndLeadsNowhere) {
       {"f/in", "", "f: Is a directory", with({{"f", "/"}, {"f/in", "old"}})},
       {"l/in", "", "l: Is a directory", with({{"l", "/"}, {"l/in", "old"}})},
   };
-  for (const Standing& row : rows) {
-    SCOPED_TRACE(std::string(row.path) + " -> " + row.linkTo);
+  for (const auto& [path, linkTo, why, expected] : rows) {
+    SCOPED_TRACE(std::string(path) + " -> " + linkTo);
     const ScratchFolder scratch;
-    const fs::path standing = scratch / "t" / row.path;
+    const fs::path standing = scratch / "t" / path;
     WriteFile(scratch / "outside/kept", "old");
     fs::create_directories(standing.parent_path());
-    if (*row.linkTo == '\0') {
+    if (*linkTo == '\0') {
       fs::create_hard_link(scratch / "outside/kept", standing);
     } else {
-      fs::create_symlink(row.linkTo, standing);
+      fs::create_symlink(linkTo, standing);
     }
     EXPECT_EQ(Expand(scratch, {{.name = "f", .data = "new"},
                                {.name = "d/g", .data = "new"},
                                {.name = "l", .data = "f", .mode = kLink}})
                   .Line(),
-              row.why);
-    EXPECT_EQ(Tree(scratch / "t"), row.expected);
+              why);
+    EXPECT_EQ(Tree(scratch / "t"), expected);
     EXPECT_EQ(Tree(scratch / "outside"), (Contents{{"kept", "old"}}));
   }
 }

@@ -11,15 +11,10 @@
 namespace zephin::test {
 namespace {
 
-struct ProgramCase {
-  // In a folder with good.zip and bad.zip; standard error goes to a file unless it says otherwise.
-  const char* command;
-  int status;
-  const char* line;
-};
-
+// Each command, in a folder with good.zip and bad.zip, its status and its line: standard error goes
+// to a file unless the command says otherwise.
 TEST(Programs, StatusAndLine) {
-  const std::vector<ProgramCase> rows = {
+  const std::vector<std::tuple<const char*, int, const char*>> rows = {
       {"$DITTO -xk good.zip t && grep -q good t/a", 0, ""},
       {"$DITTO -xk bad.zip t", 1,
        "ditto: ../\\x0a: the name leads out of the folder (and 1 more)\n"},
@@ -32,8 +27,8 @@ TEST(Programs, StatusAndLine) {
       {"$BESIDE good.zip && grep -q good good/a", 0, ""},
       {"$BESIDE none.zip", 1, "expand_beside: none.zip: No such file or directory\n"},
       {"$BESIDE", 2, "expand_beside: usage: expand_beside ARCHIVE\n"}};
-  for (const ProgramCase& row : rows) {
-    SCOPED_TRACE(row.command);
+  for (const auto& [words, status, line] : rows) {
+    SCOPED_TRACE(words);
     const ScratchFolder scratch;
     const ZipEntry good{.name = "a", .data = "good"};
     WriteFile(scratch / "good.zip", MakeZip({good, {.name = "b"}}));
@@ -42,10 +37,10 @@ TEST(Programs, StatusAndLine) {
     const std::string command = "cd '" + scratch.Path().string() +
                                 "' && IFS= DITTO='" DITTO_PROGRAM "' BESIDE='" EXPAND_BESIDE_PROGRAM
                                 "' && { " +
-                                row.command + "; } 2>error >output";
-    const int status = std::system(command.c_str());
-    EXPECT_EQ(WEXITSTATUS(status), row.status);
-    EXPECT_EQ(ReadFile(scratch / "error"), row.line);
+                                words + "; } 2>error >output";
+    const int ended = std::system(command.c_str());
+    EXPECT_EQ(WEXITSTATUS(ended), status);
+    EXPECT_EQ(ReadFile(scratch / "error"), line);
     EXPECT_EQ(ReadFile(scratch / "output"), "");
   }
 }

@@ -39,7 +39,7 @@ void ReadData(const Entry& entry, Unpacker& unpacker) {
 
 void ReadArchive(const std::uint8_t* bytes, std::size_t size) {
   Descriptor memory(::memfd_create("archive", MFD_CLOEXEC));
-  Require(::write(memory.Get(), bytes, size) == static_cast<ssize_t>(size));
+  Require(::write(memory.Number(), bytes, size) == static_cast<ssize_t>(size));
   ArchiveFile file;
   Require(file.Take(std::move(memory)) == 0);
   Faults faults;
