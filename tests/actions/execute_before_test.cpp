@@ -82,6 +82,16 @@ TEST(ExecuteBefore, WithoutANameNothingIsTouched) {
   EXPECT_EQ(run.desktop.milliseconds, 0);
 }
 
+TEST(ExecuteBefore, MissingHelperNamedByATokenDelaysNothing) {
+  StubRun run;
+  ZephinStubWindow& window = run.BareWindow();
+  window.fExecuteBeforeName = "SetupFolder/none";
+  EXPECT_TRUE(window.DoExecuteBefore());
+  EXPECT_EQ(run.desktop.milliseconds, 0);
+  EXPECT_TRUE(run.desktop.launched.empty());
+  EXPECT_TRUE(window.Visible());
+}
+
 TEST(ExecuteBefore, QuitEndsAWaitWithoutEnd) {
   StubRun run;
   run.record.fTargetFolder = "Tool";
