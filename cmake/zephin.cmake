@@ -61,7 +61,7 @@ function(zephin_test name)
   find_package(GTest REQUIRED)
   include(GoogleTest)
   zephin_program(${name} SOURCES ${ARG_SOURCES} LINKS ${ARG_LINKS} GTest::gtest_main)
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES LABELS unit)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST NO_PRETTY_VALUES PROPERTIES LABELS unit)
 endfunction()
 
 # zephin_fuzzer(NAME [SOURCES more.cpp ...] [LINKS lib ...] [OPTIONS -option=value ...]): the libFuzzer
