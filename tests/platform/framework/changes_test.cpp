@@ -105,7 +105,9 @@ TEST_F(Changes, MeetWhatStandsInTheirWay) {
     EXPECT_EQ(Do(act, from, to), 0);
     std::string changes;
     for (const auto& [name, content] : Tree(base)) {
-      changes += before[name] == content ? "" : " +" + name + "=" + content;
+      if (before[name] != content) {
+        changes.append(" +").append(name).append("=").append(content);
+      }
       before.erase(name);
     }
     for (const auto& [name, content] : before) {
