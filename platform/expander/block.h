@@ -10,8 +10,8 @@ namespace zephin::expander {
 
 class Block {
  public:
-  /// NOLINTBEGIN(modernize-avoid-c-arrays): std::array needs its length now, a vector clears its
-  /// bytes.
+  // NOLINTBEGIN(modernize-avoid-c-arrays): std::array needs its length now, a vector clears its
+  // bytes.
   explicit Block(std::size_t size)
       : bytes_(std::make_unique_for_overwrite<char[]>(size)), size_(size) {}
 
@@ -20,7 +20,7 @@ class Block {
 
  private:
   std::unique_ptr<char[]> bytes_;
-  /// NOLINTEND(modernize-avoid-c-arrays)
+  // NOLINTEND(modernize-avoid-c-arrays)
   std::size_t size_;
 };
 
