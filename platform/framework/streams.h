@@ -5,7 +5,7 @@
 #include <span>
 #include <utility>
 
-#include "platform/framework/descriptor.h"
+#include "platform/framework/files/descriptor.h"
 #include "platform/framework/ref.h"
 #include "platform/framework/string.h"
 

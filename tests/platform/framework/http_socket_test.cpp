@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/framework/application.h"
-#include "platform/framework/response_body.h"
+#include "platform/framework/net/response_body.h"
 #include "tests/support/loopback_server.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/scripted_desktop.h"

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "platform/framework/user_folders_linux.h"
+#include "platform/framework/processes/user_folders_linux.h"
 #include "tests/platform/framework/variable.h"
 #include "tests/support/scratch_folder.h"
 

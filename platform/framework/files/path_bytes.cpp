@@ -1,0 +1,42 @@
+#include "platform/framework/files/path_bytes.h"
+
+#include "platform/framework/text.h"
+
+namespace zephin {
+
+std::string PathBytes(const String& text) {
+  const Encoding encoding = text.DeclaredEncoding();
+  if (encoding == Encoding::UTF8 || encoding == Encoding::None) {
+    return text.Bytes();
+  }
+  return ConvertEncoding(text, Encoding::UTF8).Bytes();
+}
+
+const char* SystemPath(const std::string& path) {
+  return path.find('\0') == std::string::npos ? path.c_str() : "";
+}
+
+std::string WithoutTrailingSlashes(std::string path) {
+  while (path.size() > 1 && path.back() == '/') {
+    path.pop_back();
+  }
+  return path;
+}
+
+std::string FolderOfPath(const std::string& path) {
+  const std::string folder = path.substr(0, path.rfind('/') + 1);
+  return folder.empty() ? "/" : WithoutTrailingSlashes(folder);
+}
+
+std::string PathInFolder(const std::string& folder, const std::string& name) {
+  std::string path;
+  path.reserve(folder.size() + 1 + name.size());
+  path += folder;
+  if (path.empty() || path.back() != '/') {
+    path += '/';
+  }
+  path += name;
+  return path;
+}
+
+}  // namespace zephin
