@@ -1,9 +1,12 @@
 #ifndef PLATFORM_FRAMEWORK_PICTURE_H_
 #define PLATFORM_FRAMEWORK_PICTURE_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
+
+#include "platform/framework/exceptions.h"
 
 namespace zephin {
 
@@ -15,7 +18,10 @@ class Picture {
 
   /// `depth` must be 32. A side below 0 or above kLongestSide raises OutOfMemoryException before
   /// memory is taken; sides of 0 make an empty picture.
-  Picture(std::int64_t width, std::int64_t height, int depth);
+  Picture(std::int64_t width, std::int64_t height, int /*depth*/)
+      : width_(CheckedSide(width)),
+        height_(CheckedSide(height)),
+        pixels_(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_), kBlack) {}
 
   int Width() const { return width_; }
   int Height() const { return height_; }
@@ -28,6 +34,15 @@ class Picture {
   std::span<std::uint32_t> Pixels() { return pixels_; }
 
  private:
+  static constexpr std::uint32_t kBlack = 0xFF000000;
+
+  static int CheckedSide(std::int64_t side) {
+    if (side < 0 || side > kLongestSide) {
+      throw OutOfMemoryException();
+    }
+    return static_cast<int>(side);
+  }
+
   int width_;
   int height_;
   int transparent_ = 0;

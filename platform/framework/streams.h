@@ -5,7 +5,7 @@
 #include <span>
 #include <utility>
 
-#include "platform/framework/files/descriptor.h"
+#include "platform/framework/files/file_descriptor.h"
 #include "platform/framework/ref.h"
 #include "platform/framework/string.h"
 
@@ -22,7 +22,7 @@ class BinaryStream {
   static Ref<BinaryStream> Open(const Ref<FolderItem>& item, bool writeable);
 
   /// Takes over the descriptor.
-  explicit BinaryStream(Descriptor descriptor) : descriptor_(std::move(descriptor)) {}
+  explicit BinaryStream(FileDescriptor descriptor) : descriptor_(std::move(descriptor)) {}
 
   /// Size of the file in bytes, now.
   std::int64_t Length() const;
@@ -45,7 +45,7 @@ class BinaryStream {
   bool Failed() const { return failed_; }
 
  private:
-  Descriptor descriptor_;
+  FileDescriptor descriptor_;
   std::int64_t forgotten_ = 0;  ///< Bytes from the file's beginning.
   bool failed_ = false;
 };

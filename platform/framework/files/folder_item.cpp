@@ -4,12 +4,19 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
 
 #include "platform/framework/application.h"
-#include "platform/framework/files/path_bytes.h"
 #include "platform/framework/files/system_calls.h"
+#include "platform/framework/files/system_paths.h"
+#include "platform/framework/random.h"
+#include "platform/framework/special_folder.h"
+#include "platform/framework/text.h"
 
 namespace zephin {
 namespace {
@@ -17,6 +24,40 @@ namespace {
 /// What stands at the path, or at the end of the link there. False: nothing.
 bool StateOf(const char* path, struct stat& state) {
   return stat(path, &state) == 0;
+}
+
+struct FreeText {
+  void operator()(char* text) const { std::free(text); }
+};
+
+/// Where the link at `path` leads; `path` itself if there is none or it leads nowhere.
+std::string FollowLink(const std::string& path) {
+  struct stat state {};
+  if (path.find('\0') != std::string::npos || lstat(path.c_str(), &state) != 0 ||
+      !S_ISLNK(state.st_mode)) {
+    return path;
+  }
+  const std::unique_ptr<char, FreeText> target(realpath(path.c_str(), nullptr));
+  return target == nullptr ? path : target.get();
+}
+
+/// The folder that holds the bundle; empty if the machine doesn't know its executable.
+std::string FolderOfBundle() {
+  const std::string& executable = Application::Current().Facts().executable;
+  if (executable.empty()) {
+    return {};
+  }
+  const String path = Utf8(executable);
+  const std::int64_t contents = InStr(path, "/Contents");
+  return FolderOfPath(contents == 0 ? executable : Left(path, contents - 1).Bytes());
+}
+
+std::string RandomName() {
+  static Random random;
+  std::array<char, 32> name{};
+  std::snprintf(name.data(), name.size(), "item-%016llx",
+                static_cast<unsigned long long>(random.InRange(0, INT64_MAX)));
+  return name.data();
 }
 
 }  // namespace
@@ -103,6 +144,65 @@ void FolderItem::CreateAsFolder() {
 
 void FolderItem::Launch(bool activate) const {
   Application::Current().Session().LaunchItem(*this, activate);
+}
+
+Ref<FolderItem> FolderItem::Child(const String& name, bool followAlias) const {
+  if (name.IsEmpty()) {
+    return nullptr;
+  }
+  const std::string path = WithoutTrailingSlashes(PathInFolder(path_, PathBytes(name)));
+  return MakeRef<FolderItem>(followAlias ? FollowLink(path) : path);
+}
+
+std::int64_t FolderItem::Count() const {
+  names_ = NamesInFolder(SystemPath(path_));
+  listed_ = true;
+  return static_cast<std::int64_t>(names_.size());
+}
+
+Ref<FolderItem> FolderItem::Item(std::int64_t index) const {
+  return Listed(index, Links::Followed);
+}
+
+Ref<FolderItem> FolderItem::TrueItem(std::int64_t index) const {
+  return Listed(index, Links::Own);
+}
+
+Ref<FolderItem> FolderItem::Listed(std::int64_t index, Links links) const {
+  if (!listed_) {
+    Count();
+  }
+  if (index < 1 || index > static_cast<std::int64_t>(names_.size())) {
+    return nullptr;
+  }
+  const std::string& name = names_[static_cast<std::size_t>(index - 1)];
+  return Ref<FolderItem>(
+      std::shared_ptr<FolderItem>(new FolderItem(PathInFolder(path_, name), links)));
+}
+
+Ref<FolderItem> GetFolderItem(const String& path, int mode) {
+  const std::string bytes = PathBytes(path);
+  if (!bytes.empty() && bytes.front() == '/') {
+    return MakeRef<FolderItem>(WithoutTrailingSlashes(bytes));
+  }
+  const std::string folder = !bytes.empty() && mode != 0 ? std::string() : FolderOfBundle();
+  if (folder.empty()) {
+    return nullptr;
+  }
+  return MakeRef<FolderItem>(bytes.empty() ? folder
+                                           : WithoutTrailingSlashes(PathInFolder(folder, bytes)));
+}
+
+Ref<FolderItem> GetTemporaryFolderItem() {
+  const Ref<FolderItem> folder = SpecialFolder::Temporary();
+  if (folder.IsNil()) {
+    return nullptr;
+  }
+  Ref<FolderItem> item;
+  do {
+    item = folder->Child(Utf8(RandomName()), false);
+  } while (item->Exists());
+  return item;
 }
 
 }  // namespace zephin

@@ -10,8 +10,8 @@
 #include <utility>
 
 #include "platform/framework/application.h"
-#include "platform/framework/files/path_bytes.h"
 #include "platform/framework/files/system_calls.h"
+#include "platform/framework/files/system_paths.h"
 #include "platform/framework/folder_item.h"
 
 namespace zephin {
@@ -23,7 +23,7 @@ constexpr std::int64_t kSlice = std::int64_t{4} << 20U;
 
 Ref<BinaryStream> OpenStream(const std::string& path, int flags) {
   struct stat state {};
-  Descriptor file = OpenPlainFile(SystemPath(path), flags, state);
+  FileDescriptor file = OpenPlainFile(SystemPath(path), flags, state);
   return file.IsOpen() ? MakeRef<BinaryStream>(std::move(file)) : nullptr;
 }
 

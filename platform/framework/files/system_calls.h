@@ -8,7 +8,7 @@
 
 namespace zephin {
 
-class Descriptor;
+class FileDescriptor;
 
 /// Renames only if nothing stands at `to`. 0, or a code: EEXIST if something does.
 [[nodiscard]] int RenameOntoNothing(const char* from, const char* to);
@@ -20,11 +20,12 @@ void ChangeRights(const char* path, unsigned rights);
 /// Has the system copy up to `count` bytes from file to file without a way through this process,
 /// each from its present position. The number of bytes that it has copied; 0 at the end of the file
 /// and where it can't or doesn't.
-std::int64_t CopyBySystem(const Descriptor& source, const Descriptor& target, std::int64_t count);
+std::int64_t CopyBySystem(const FileDescriptor& source, const FileDescriptor& target,
+                          std::int64_t count);
 
 /// Gives the disk the room of `count` bytes from `position` on of a file that has no name any more;
 /// does nothing to one that somebody may still open, and where the file system can't. Silent.
-void GiveBackRoom(const Descriptor& file, std::int64_t position, std::int64_t count);
+void GiveBackRoom(const FileDescriptor& file, std::int64_t position, std::int64_t count);
 
 }  // namespace zephin
 

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <tuple>
 
-#include "platform/framework/files/descriptor.h"
+#include "platform/framework/files/file_descriptor.h"
 #include "platform/framework/files/system_calls.h"
 
 namespace zephin {
@@ -34,7 +34,8 @@ void ChangeRights(const char* path, unsigned rights) {
   }
 }
 
-std::int64_t CopyBySystem(const Descriptor& source, const Descriptor& target, std::int64_t count) {
+std::int64_t CopyBySystem(const FileDescriptor& source, const FileDescriptor& target,
+                          std::int64_t count) {
   ssize_t copied = 0;
   do {
     copied = copy_file_range(source.Number(), nullptr, target.Number(), nullptr,
@@ -43,7 +44,7 @@ std::int64_t CopyBySystem(const Descriptor& source, const Descriptor& target, st
   return copied < 0 ? 0 : copied;
 }
 
-void GiveBackRoom(const Descriptor& file, std::int64_t position, std::int64_t count) {
+void GiveBackRoom(const FileDescriptor& file, std::int64_t position, std::int64_t count) {
   struct stat state {};
   if (fstat(file.Number(), &state) == 0 && state.st_nlink == 0) {
     std::ignore =

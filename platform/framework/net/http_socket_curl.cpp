@@ -5,8 +5,8 @@
 
 #include "platform/framework/application.h"
 #include "platform/framework/http_socket.h"
+#include "platform/framework/net/host_facts.h"
 #include "platform/framework/net/response_body.h"
-#include "platform/framework/net/trust_store.h"
 
 namespace zephin {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/framework/net/available_memory.h"
+#include "platform/framework/net/host_facts.h"
 
 namespace zephin {
 

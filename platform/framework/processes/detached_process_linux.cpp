@@ -12,8 +12,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/framework/files/descriptor.h"
-#include "platform/framework/files/path_bytes.h"
+#include "platform/framework/files/file_descriptor.h"
+#include "platform/framework/files/system_paths.h"
 #include "platform/framework/launcher.h"
 
 namespace zephin {
@@ -127,10 +127,10 @@ bool StartDetached(const std::vector<std::string>& command) {
   if (program.empty() || pipe2(ends.data(), O_CLOEXEC) != 0) {
     return false;
   }
-  const Descriptor listening(ends[0]);
-  Descriptor lower(ends[1]);
+  const FileDescriptor listening(ends[0]);
+  FileDescriptor lower(ends[1]);
   // Above the standard descriptors, of which this process may have none.
-  Descriptor report(fcntl(lower.Number(), F_DUPFD_CLOEXEC, kReport));
+  FileDescriptor report(fcntl(lower.Number(), F_DUPFD_CLOEXEC, kReport));
   lower.Close();
   if (!report.IsOpen()) {
     return false;

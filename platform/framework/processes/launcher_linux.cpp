@@ -9,9 +9,8 @@
 #include <array>
 #include <string_view>
 
-#include "platform/framework/files/descriptor.h"
-#include "platform/framework/files/folder_names.h"
-#include "platform/framework/files/path_bytes.h"
+#include "platform/framework/files/file_descriptor.h"
+#include "platform/framework/files/system_paths.h"
 
 namespace zephin {
 namespace {
@@ -28,7 +27,7 @@ bool EndsWith(const std::string& path, std::string_view ending) {
 /// The first bytes of a file; none if it can't be read.
 std::string Beginning(const std::string& path, std::size_t count) {
   struct stat state {};
-  const Descriptor file = OpenPlainFile(SystemPath(path), O_RDONLY, state);
+  const FileDescriptor file = OpenPlainFile(SystemPath(path), O_RDONLY, state);
   std::string bytes(count, '\0');
   const ssize_t got = file.IsOpen() ? read(file.Number(), bytes.data(), bytes.size()) : 0;
   bytes.resize(static_cast<std::size_t>(std::max<ssize_t>(got, 0)));

@@ -1,10 +1,20 @@
-#include <sys/sysinfo.h>
+#include "platform/framework/machine.h"
 
+#include <pwd.h>
+#include <sys/stat.h>
+#include <sys/sysinfo.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string_view>
 #include <system_error>
 
-#include "platform/framework/machine.h"
-#include "platform/framework/processes/user_folders_linux.h"
+#include "platform/framework/files/system_paths.h"
 
 namespace zephin {
 namespace {
@@ -28,6 +38,101 @@ std::optional<std::int64_t> PhysicalMemory() {
   }
   const std::uint64_t bytes = std::uint64_t{information.totalram} * information.mem_unit;
   return static_cast<std::int64_t>(bytes / kMemoryUnit);
+}
+
+/// The value of an environment variable that names a folder by its full path; else empty.
+std::string FolderInVariable(const char* name) {
+  const char* value = std::getenv(name);
+  std::error_code failure;
+  if (value == nullptr || value[0] != '/' || !std::filesystem::is_directory(value, failure)) {
+    return {};
+  }
+  return WithoutTrailingSlashes(value);
+}
+
+/// Makes `path` a folder of this user's own. False if something else stands there.
+bool MakeOwnFolder(const std::string& path) {
+  if (mkdir(path.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
+    return false;
+  }
+  // It may be anyone's who was here first: a link would lead this user's files elsewhere.
+  struct stat state {};
+  if (lstat(path.c_str(), &state) != 0 || !S_ISDIR(state.st_mode) || state.st_uid != geteuid()) {
+    return false;
+  }
+  return chmod(path.c_str(), S_IRWXU) == 0;
+}
+
+std::string OwnFolderIn(const std::string& base) {
+  std::string path = PathInFolder(base, "zephin-" + std::to_string(geteuid()));
+  if (!MakeOwnFolder(path)) {
+    path += "-XXXXXX";
+    if (mkdtemp(path.data()) == nullptr) {
+      return {};
+    }
+  }
+  std::error_code failure;
+  const std::filesystem::path resolved = std::filesystem::canonical(path, failure);
+  return failure ? "" : resolved.string();
+}
+
+std::string HomeFolder() {
+  std::string home = FolderInVariable("HOME");
+  std::array<char, 16384> buffer{};
+  passwd entry{};
+  passwd* found = nullptr;
+  if (home.empty() && getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found) == 0 &&
+      found != nullptr) {
+    home = WithoutTrailingSlashes(entry.pw_dir);
+  }
+  return home;
+}
+
+std::string DesktopFolderInList(const std::string& list, const std::string& home) {
+  constexpr std::string_view kKey = "XDG_DESKTOP_DIR=\"";
+  constexpr std::string_view kHome = "$HOME";
+  std::istringstream lines(list);
+  std::string folder;
+  // A shell reads the list as it stands, so that the last line wins.
+  for (std::string line; std::getline(lines, line);) {
+    line.erase(0, line.find_first_not_of(" \t"));
+    if (!line.starts_with(kKey)) {
+      continue;
+    }
+    std::string value;
+    std::size_t i = kKey.size();
+    const bool belowHome = line.compare(i, kHome.size(), kHome) == 0;
+    if (belowHome) {
+      value = home;
+      i += kHome.size();
+    }
+    for (; i < line.size() && line[i] != '"'; ++i) {
+      if (line[i] == '\\' && i + 1 < line.size()) {
+        ++i;
+      }
+      value += line[i];
+    }
+    if (value.starts_with('/')) {
+      folder = WithoutTrailingSlashes(value);
+    }
+  }
+  return folder;
+}
+
+std::string DesktopFolder(const std::string& home) {
+  const char* configured = std::getenv("XDG_CONFIG_HOME");
+  const std::string settings =
+      configured != nullptr && configured[0] == '/' ? configured : PathInFolder(home, ".config");
+  std::ostringstream list;
+  list << std::ifstream(PathInFolder(settings, "user-dirs.dirs")).rdbuf();
+  const std::string folder = DesktopFolderInList(list.str(), home);
+  return folder.empty() ? PathInFolder(home, "Desktop") : folder;
+}
+
+std::string TemporaryFolder() {
+  const std::string folder = FolderInVariable("TMPDIR");
+  std::string own = folder.empty() ? "" : OwnFolderIn(folder);
+  return own.empty() ? OwnFolderIn("/tmp") : own;
 }
 
 }  // namespace

@@ -11,7 +11,7 @@
 #include <string>
 
 #include "platform/framework/application.h"
-#include "platform/framework/files/path_bytes.h"
+#include "platform/framework/files/system_paths.h"
 
 namespace zephin {
 namespace {

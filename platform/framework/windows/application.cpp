@@ -1,13 +1,11 @@
 #include "platform/framework/application.h"
 
+#include <ctime>
 #include <exception>
 #include <new>
 #include <stdexcept>
 #include <typeinfo>
 #include <utility>
-
-#include "platform/framework/clipboard.h"
-#include "platform/framework/select_folder_dialog.h"
 
 namespace zephin {
 namespace {
@@ -27,6 +25,27 @@ String KindOfFailure() {
   } catch (const std::exception& failure) {
     return Utf8(typeid(failure).name());
   }
+}
+
+constexpr int kMillisecondsPerTick = 16;
+
+/// Milliseconds on a clock whose reading costs a few nanoseconds and that moves every few
+/// milliseconds: fine enough for a slice, and cheap enough to be looked at in every loop.
+std::int64_t CoarseMilliseconds() {
+  timespec now{};
+  clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+  return std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1'000'000;
+}
+
+/// The time before which no slice is due. It stands alone, so that a yield before it costs no more
+/// than the clock.
+std::int64_t nextLook = 0;
+
+void LetEventsRun(int milliseconds) {
+  Desktop& desktop = Application::Current().Session();
+  desktop.LetEventsRun(milliseconds);
+  // Taken after the events, so that a slow handler doesn't make the next yield due at once.
+  nextLook = CoarseMilliseconds() + desktop.YieldSlice();
 }
 
 }  // namespace
@@ -90,16 +109,18 @@ std::int64_t Ticks() {
   return Application::Current().Session().Ticks();
 }
 
-String Clipboard::Text() const {
-  return Application::Current().Session().ClipboardText();
+void RuntimeBackgroundTask() {
+  if (CoarseMilliseconds() >= nextLook) {
+    LetEventsRun(0);
+  }
 }
 
-void Clipboard::SetText(const String& text) {
-  Application::Current().Session().SetClipboardText(text);
+void WaitingBackgroundTask() {
+  LetEventsRun(kMillisecondsPerTick);
 }
 
-Ref<FolderItem> SelectFolderDialog::ShowModal() const {
-  return Application::Current().Session().SelectFolder(*this);
+void MakeYieldDue() {
+  nextLook = 0;
 }
 
 }  // namespace zephin

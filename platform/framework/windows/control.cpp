@@ -1,7 +1,6 @@
 #include "platform/framework/control.h"
 
 #include "platform/framework/application.h"
-#include "platform/framework/controls.h"
 #include "platform/framework/window.h"
 
 namespace zephin {
@@ -34,24 +33,6 @@ void Control::Changed() {
   if (owner_ != nullptr && owner_->opened_) {
     Application::Current().Session().ControlChanged(*this);
   }
-}
-
-void RadioButton::SetValue(bool value) {
-  if (value && Owner() != nullptr) {
-    for (const Ref<Control>& other : Owner()->Controls()) {
-      const Ref<RadioButton> radio = RefCast<RadioButton>(other);
-      if (!radio.IsNil() && &*radio != this && radio->value_) {
-        radio->Set(radio->value_, false);
-      }
-    }
-  }
-  Set(value_, value);
-}
-
-void HTMLViewer::LoadPage(const String& source, const Ref<FolderItem>& base) {
-  source_ = source;
-  base_ = base;
-  Changed();
 }
 
 }  // namespace zephin

@@ -1,4 +1,4 @@
-#include "platform/framework/files/descriptor.h"
+#include "platform/framework/files/file_descriptor.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -13,14 +13,14 @@ constexpr mode_t kReadAndWrite = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH
 
 }  // namespace
 
-int Descriptor::Close() {
+int FileDescriptor::Close() {
   const int number = Release();
   // The number is free even after an interruption: it must not be closed a second time.
   return number < 0 || close(number) == 0 || errno == EINTR ? 0 : errno;
 }
 
-Descriptor OpenPlainFile(const char* path, int flags, struct stat& state) {
-  Descriptor file(open(path, flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, kReadAndWrite));
+FileDescriptor OpenPlainFile(const char* path, int flags, struct stat& state) {
+  FileDescriptor file(open(path, flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, kReadAndWrite));
   if (!file.IsOpen() || fstat(file.Number(), &state) != 0) {
     return {};
   }
@@ -31,7 +31,7 @@ Descriptor OpenPlainFile(const char* path, int flags, struct stat& state) {
   return file;
 }
 
-int WriteAll(const Descriptor& target, const char* bytes, std::size_t count) {
+int WriteAll(const FileDescriptor& target, const char* bytes, std::size_t count) {
   while (count > 0) {
     const ssize_t written = write(target.Number(), bytes, count);
     if (written > 0) {

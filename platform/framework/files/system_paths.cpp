@@ -1,8 +1,21 @@
-#include "platform/framework/files/path_bytes.h"
+#include "platform/framework/files/system_paths.h"
+
+#include <dirent.h>
+
+#include <algorithm>
+#include <memory>
+#include <string_view>
 
 #include "platform/framework/text.h"
 
 namespace zephin {
+namespace {
+
+struct CloseFolder {
+  void operator()(DIR* folder) const { closedir(folder); }
+};
+
+}  // namespace
 
 std::string PathBytes(const String& text) {
   const Encoding encoding = text.DeclaredEncoding();
@@ -37,6 +50,22 @@ std::string PathInFolder(const std::string& folder, const std::string& name) {
   }
   path += name;
   return path;
+}
+
+std::vector<std::string> NamesInFolder(const char* path) {
+  std::vector<std::string> names;
+  const std::unique_ptr<DIR, CloseFolder> folder(opendir(path));
+  if (folder == nullptr) {
+    return names;
+  }
+  while (const dirent* entry = readdir(folder.get())) {
+    const std::string_view name = entry->d_name;
+    if (name != "." && name != "..") {
+      names.emplace_back(name);
+    }
+  }
+  std::sort(names.begin(), names.end());
+  return names;
 }
 
 }  // namespace zephin

@@ -1,7 +1,8 @@
-#ifndef PLATFORM_FRAMEWORK_FILES_PATH_BYTES_H_
-#define PLATFORM_FRAMEWORK_FILES_PATH_BYTES_H_
+#ifndef PLATFORM_FRAMEWORK_FILES_SYSTEM_PATHS_H_
+#define PLATFORM_FRAMEWORK_FILES_SYSTEM_PATHS_H_
 
 #include <string>
+#include <vector>
 
 #include "platform/framework/string.h"
 
@@ -21,7 +22,10 @@ std::string WithoutTrailingSlashes(std::string path);
 std::string FolderOfPath(const std::string& path);
 /// The path of an item in a folder.
 std::string PathInFolder(const std::string& folder, const std::string& name);
+/// The names of what a folder holds, hidden ones too, without "." and "..", sorted by their bytes.
+/// None for what isn't a folder or can't be read.
+std::vector<std::string> NamesInFolder(const char* path);
 
 }  // namespace zephin
 
-#endif  // PLATFORM_FRAMEWORK_FILES_PATH_BYTES_H_
+#endif  // PLATFORM_FRAMEWORK_FILES_SYSTEM_PATHS_H_

@@ -1,7 +1,8 @@
-#ifndef PLATFORM_FRAMEWORK_NET_AVAILABLE_MEMORY_H_
-#define PLATFORM_FRAMEWORK_NET_AVAILABLE_MEMORY_H_
+#ifndef PLATFORM_FRAMEWORK_NET_HOST_FACTS_H_
+#define PLATFORM_FRAMEWORK_NET_HOST_FACTS_H_
 
 #include <cstdint>
+#include <string>
 
 namespace zephin {
 
@@ -13,6 +14,11 @@ namespace zephin {
 /// allocation tells nothing. What grows with input from outside asks here first.
 std::int64_t AvailableMemory();
 
+/// The file of certificates that the user's system trusts. A program that is carried from one
+/// system to another finds it here, not where the system that it was built on keeps its own. Empty
+/// if it is in none of the known places; the TLS library's own default is the best guess then.
+std::string SystemTrustStore();
+
 }  // namespace zephin
 
-#endif  // PLATFORM_FRAMEWORK_NET_AVAILABLE_MEMORY_H_
+#endif  // PLATFORM_FRAMEWORK_NET_HOST_FACTS_H_

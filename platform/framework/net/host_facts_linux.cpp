@@ -1,11 +1,12 @@
+#include "platform/framework/net/host_facts.h"
+
 #include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <fstream>
 #include <string>
-
-#include "platform/framework/net/available_memory.h"
 
 namespace zephin {
 namespace {
@@ -93,6 +94,25 @@ std::int64_t LeftOfGroups() {
 std::int64_t AvailableMemory() {
   const std::int64_t least = std::min({FreeOnMachine(), LeftOfOwnLimits(), LeftOfGroups()});
   return std::max<std::int64_t>(least, 0);
+}
+
+std::string SystemTrustStore() {
+  // What the programs of a session agree on where its administrator has moved the store.
+  const char* moved = std::getenv("SSL_CERT_FILE");
+  if (moved != nullptr && access(moved, R_OK) == 0) {
+    return moved;
+  }
+  for (const char* place : {
+           "/etc/ssl/certs/ca-certificates.crt",  // Debian, Ubuntu, Arch
+           "/etc/pki/tls/certs/ca-bundle.crt",    // Fedora and its relatives
+           "/etc/ssl/ca-bundle.pem",              // openSUSE
+           "/etc/ssl/cert.pem",                   // Alpine
+       }) {
+    if (access(place, R_OK) == 0) {
+      return place;
+    }
+  }
+  return {};
 }
 
 }  // namespace zephin
