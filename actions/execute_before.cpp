@@ -1,11 +1,11 @@
 #include "app/zephin_stub_window.h"
-#include "platform/bundle_location.h"
+#include "files/files.h"
+#include "platform/bundle/bundle_location.h"
 #include "platform/framework/application.h"
 #include "platform/framework/clipboard.h"
 #include "platform/framework/text.h"
-#include "platform/process_to_top.h"
-#include "util/files.h"
 #include "util/my_get_folder_item.h"
+#include "util/process_to_top.h"
 #include "util/text_search.h"
 
 // The before-program talks to the installer over the clipboard: "ZephinInstallWait" while it works,

@@ -2,7 +2,7 @@
 
 #include "actions/user_account.h"
 #include "app/zephin_stub_window.h"
-#include "platform/bundle_location.h"
+#include "platform/bundle/bundle_location.h"
 #include "platform/framework/clipboard.h"
 #include "platform/framework/text.h"
 #include "util/text_search.h"

@@ -1,11 +1,11 @@
 #include <array>
 
 #include "app/zephin_stub_window.h"
+#include "files/files.h"
 #include "platform/framework/application.h"
 #include "platform/framework/machine.h"
 #include "platform/framework/streams.h"
 #include "platform/framework/text.h"
-#include "util/files.h"
 #include "util/globals.h"
 #include "util/my_get_folder_item.h"
 #include "util/paths.h"

@@ -2,12 +2,12 @@
 
 #include "app/zephin_stub_window.h"
 #include "dialogs/conflict.h"
+#include "files/files.h"
 #include "platform/framework/application.h"
 #include "platform/framework/clipboard.h"
 #include "platform/framework/shell.h"
 #include "platform/framework/streams.h"
 #include "platform/framework/text.h"
-#include "util/files.h"
 #include "util/my_get_folder_item.h"
 #include "util/paths.h"
 #include "util/text_search.h"

@@ -1,9 +1,9 @@
 #include "app/zephin_stub_window.h"
+#include "files/access_rights.h"
+#include "files/files.h"
 #include "payload/expansion_time.h"
-#include "platform/access_rights.h"
 #include "platform/framework/application.h"
 #include "platform/framework/machine.h"
-#include "util/files.h"
 #include "util/sleep.h"
 
 namespace zephin {

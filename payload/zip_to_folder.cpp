@@ -1,8 +1,8 @@
 #include "payload/zip_to_folder.h"
 
+#include "files/files.h"
+#include "files/folders.h"
 #include "platform/framework/shell.h"
-#include "util/files.h"
-#include "util/folders.h"
 #include "util/my_get_folder_item.h"
 
 namespace zephin::ViewConst {

@@ -1,13 +1,13 @@
 #include <memory>
 
 #include "app/zephin_stub_window.h"
+#include "files/access_rights.h"
+#include "files/files.h"
 #include "payload/zip_to_folder.h"
-#include "platform/access_rights.h"
 #include "platform/framework/application.h"
 #include "platform/framework/http_socket.h"
 #include "platform/framework/streams.h"
 #include "platform/framework/text.h"
-#include "util/files.h"
 #include "util/my_get_folder_item.h"
 #include "util/paths.h"
 

@@ -3,11 +3,11 @@
 #include "payload/zip_to_folder.h"
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"
-#include "platform/process_to_top.h"
 #include "selection/placement.h"
 #include "selection/selection_list.h"
 #include "util/my_get_folder_item.h"
 #include "util/paths.h"
+#include "util/process_to_top.h"
 #include "util/text_search.h"
 
 namespace zephin {

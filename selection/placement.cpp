@@ -1,9 +1,9 @@
 #include "selection/placement.h"
 
+#include "files/files.h"
+#include "files/folders.h"
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"
-#include "util/files.h"
-#include "util/folders.h"
 #include "util/my_get_folder_item.h"
 #include "util/paths.h"
 

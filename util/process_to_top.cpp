@@ -1,4 +1,4 @@
-#include "platform/process_to_top.h"
+#include "util/process_to_top.h"
 
 #include "platform/framework/application.h"
 

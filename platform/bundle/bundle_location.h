@@ -1,5 +1,5 @@
-#ifndef PLATFORM_BUNDLE_LOCATION_H_
-#define PLATFORM_BUNDLE_LOCATION_H_
+#ifndef PLATFORM_BUNDLE_BUNDLE_LOCATION_H_
+#define PLATFORM_BUNDLE_BUNDLE_LOCATION_H_
 
 #include "platform/framework/folder_item.h"
 
@@ -17,4 +17,4 @@ Ref<FolderItem> ContentsFolder();
 
 }  // namespace zephin::ViewConst
 
-#endif  // PLATFORM_BUNDLE_LOCATION_H_
+#endif  // PLATFORM_BUNDLE_BUNDLE_LOCATION_H_

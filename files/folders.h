@@ -1,5 +1,5 @@
-#ifndef UTIL_FOLDERS_H_
-#define UTIL_FOLDERS_H_
+#ifndef FILES_FOLDERS_H_
+#define FILES_FOLDERS_H_
 
 #include "platform/framework/string.h"
 
@@ -24,4 +24,4 @@ void ForceDirectories(const String& path, bool showErrors);
 
 }  // namespace zephin::ViewConst
 
-#endif  // UTIL_FOLDERS_H_
+#endif  // FILES_FOLDERS_H_

@@ -1,8 +1,8 @@
-#include "platform/bundle_location.h"
+#include "platform/bundle/bundle_location.h"
 
+#include "platform/bundle/gatekeeper_dialog.h"
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"
-#include "platform/gatekeeper_dialog.h"
 #include "util/globals.h"
 #include "util/my_get_folder_item.h"
 #include "util/paths.h"

@@ -1,4 +1,4 @@
-#include "platform/gatekeeper_dialog.h"
+#include "platform/bundle/gatekeeper_dialog.h"
 
 #include "platform/framework/application.h"
 #include "platform/framework/shell.h"

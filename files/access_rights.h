@@ -1,5 +1,5 @@
-#ifndef PLATFORM_ACCESS_RIGHTS_H_
-#define PLATFORM_ACCESS_RIGHTS_H_
+#ifndef FILES_ACCESS_RIGHTS_H_
+#define FILES_ACCESS_RIGHTS_H_
 
 #include "platform/framework/folder_item.h"
 
@@ -26,4 +26,4 @@ void SetInvisible(const String& path);
 
 }  // namespace zephin::ViewConst
 
-#endif  // PLATFORM_ACCESS_RIGHTS_H_
+#endif  // FILES_ACCESS_RIGHTS_H_

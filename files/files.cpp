@@ -1,8 +1,8 @@
-#include "util/files.h"
+#include "files/files.h"
 
+#include "files/folders.h"
 #include "platform/framework/special_folder.h"
 #include "platform/framework/text.h"
-#include "util/folders.h"
 #include "util/my_get_folder_item.h"
 #include "util/paths.h"
 

@@ -1,5 +1,5 @@
-#ifndef UTIL_FILES_H_
-#define UTIL_FILES_H_
+#ifndef FILES_FILES_H_
+#define FILES_FILES_H_
 
 #include "platform/framework/folder_item.h"
 #include "platform/framework/string.h"
@@ -36,4 +36,4 @@ bool CopyFileB(const String& source, const String& destination);
 
 }  // namespace zephin::ViewConst
 
-#endif  // UTIL_FILES_H_
+#endif  // FILES_FILES_H_

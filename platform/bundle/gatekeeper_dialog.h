@@ -1,5 +1,5 @@
-#ifndef PLATFORM_GATEKEEPER_DIALOG_H_
-#define PLATFORM_GATEKEEPER_DIALOG_H_
+#ifndef PLATFORM_BUNDLE_GATEKEEPER_DIALOG_H_
+#define PLATFORM_BUNDLE_GATEKEEPER_DIALOG_H_
 
 #include "platform/framework/controls.h"
 #include "platform/framework/window.h"
@@ -28,4 +28,4 @@ class TGatekeeperTranslocationDlg : public Window {
 
 }  // namespace zephin
 
-#endif  // PLATFORM_GATEKEEPER_DIALOG_H_
+#endif  // PLATFORM_BUNDLE_GATEKEEPER_DIALOG_H_

@@ -1,11 +1,13 @@
-#include "util/files.h"
+#include "files/files.h"
 
 #include <gtest/gtest.h>
 
 #include "dialogs/message_modal.h"
+#include "files/access_rights.h"
+#include "files/folders.h"
 #include "tests/support/limits.h"
 #include "tests/support/stub_run.h"
-#include "util/folders.h"
+#include "util/my_get_folder_item.h"
 
 namespace zephin::test {
 namespace {
@@ -152,6 +154,29 @@ TEST_F(Files, ChainOfFoldersIsMadeUpToWhatIsInTheWay) {
   EXPECT_EQ(Tree(base), (Expected{{"a", "/"}, {"a/b", "/"}, {"file", "f"}}));
   EXPECT_TRUE(DirectoryExists(At("a/")));
   EXPECT_FALSE(DirectoryExists("/"));
+}
+
+TEST(AccessRights, AreGivenToTheItemAloneWhateverItsName) {
+  StubRun run;
+  run.BareWindow();
+  const std::string name = "it's \"$(touch evil)\"\n`id`;&\xE9";
+  const fs::path folder = run.scratch / name;
+  const fs::path file = folder / name;
+  const Ref<FolderItem> alias = GlobalsVk::MyGetFolderItem(Utf8(folder / "alias"));
+  WriteFile(file, "x");
+  fs::create_symlink(name, folder / "alias");
+  fs::permissions(file, fs::perms(0400));
+  fs::permissions(folder, fs::perms(0700));
+  ViewConst::AllUsersFullAccess(Utf8(folder));
+  EXPECT_EQ(fs::status(folder).permissions(), fs::perms(0777));
+  // From a tree that is deleted they don't go to a target that stays.
+  ViewConst::AllUsersFullAccessInTree(alias);
+  EXPECT_EQ(fs::status(file).permissions(), fs::perms(0400));
+  ViewConst::AllUsersFullAccess(Utf8(file));
+  EXPECT_EQ(fs::status(file).permissions(), fs::perms(0666));
+  ViewConst::AllUsersFullAccessOnMac(alias);
+  EXPECT_EQ(fs::status(file).permissions(), fs::perms(0777));
+  EXPECT_FALSE(fs::exists("evil"));
 }
 
 }  // namespace

@@ -1,13 +1,13 @@
-#include "util/folders.h"
+#include "files/folders.h"
 
 #include <algorithm>
 #include <vector>
 
 #include "dialogs/conflict.h"
-#include "platform/access_rights.h"
+#include "files/access_rights.h"
+#include "files/files.h"
 #include "platform/framework/application.h"
 #include "util/debug_console.h"
-#include "util/files.h"
 #include "util/globals.h"
 #include "util/my_get_folder_item.h"
 #include "util/paths.h"

@@ -1,5 +1,5 @@
-#ifndef PLATFORM_PROCESS_TO_TOP_H_
-#define PLATFORM_PROCESS_TO_TOP_H_
+#ifndef UTIL_PROCESS_TO_TOP_H_
+#define UTIL_PROCESS_TO_TOP_H_
 
 namespace zephin::ViewConst {
 
@@ -8,4 +8,4 @@ void MyProcessToTop();
 
 }  // namespace zephin::ViewConst
 
-#endif  // PLATFORM_PROCESS_TO_TOP_H_
+#endif  // UTIL_PROCESS_TO_TOP_H_

@@ -1,4 +1,4 @@
-#include "platform/access_rights.h"
+#include "files/access_rights.h"
 #include "platform/framework/shell.h"
 #include "util/my_get_folder_item.h"
 
