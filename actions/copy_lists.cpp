@@ -6,7 +6,6 @@
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"
 #include "util/globals.h"
-#include "util/my_get_folder_item.h"
 #include "util/paths.h"
 
 // A copy list is entries "key=value" between "|", obeyed in their order; what follows a second "="

@@ -4,8 +4,8 @@
 #include "platform/framework/application.h"
 #include "platform/framework/clipboard.h"
 #include "platform/framework/text.h"
-#include "util/my_get_folder_item.h"
-#include "util/process_to_top.h"
+#include "util/paths.h"
+#include "util/process.h"
 #include "util/text_search.h"
 
 // The before-program talks to the installer over the clipboard: "ZephinInstallWait" while it works,

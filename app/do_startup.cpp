@@ -1,7 +1,7 @@
 #include "app/zephin_stub_window.h"
 #include "dialogs/pixel_strings.h"
 #include "platform/framework/application.h"
-#include "util/process_to_top.h"
+#include "util/process.h"
 
 namespace zephin {
 namespace {

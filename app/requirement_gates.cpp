@@ -7,7 +7,6 @@
 #include "platform/framework/streams.h"
 #include "platform/framework/text.h"
 #include "util/globals.h"
-#include "util/my_get_folder_item.h"
 #include "util/paths.h"
 
 namespace zephin {

@@ -1,7 +1,6 @@
 #include "app/zephin_stub_window.h"
 #include "platform/framework/application.h"
 #include "platform/framework/select_folder_dialog.h"
-#include "util/my_get_folder_item.h"
 #include "util/paths.h"
 
 namespace zephin {

@@ -1,6 +1,6 @@
 #include "files/access_rights.h"
 #include "platform/framework/shell.h"
-#include "util/my_get_folder_item.h"
+#include "util/paths.h"
 
 namespace zephin::ViewConst {
 

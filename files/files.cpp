@@ -3,7 +3,6 @@
 #include "files/folders.h"
 #include "platform/framework/special_folder.h"
 #include "platform/framework/text.h"
-#include "util/my_get_folder_item.h"
 #include "util/paths.h"
 
 namespace zephin::ViewConst {

@@ -9,7 +9,6 @@
 #include "platform/framework/application.h"
 #include "util/debug_console.h"
 #include "util/globals.h"
-#include "util/my_get_folder_item.h"
 #include "util/paths.h"
 
 namespace zephin::ViewConst {

@@ -8,9 +8,8 @@
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"
 #include "util/globals.h"
-#include "util/my_get_folder_item.h"
 #include "util/paths.h"
-#include "util/sleep.h"
+#include "util/process.h"
 
 namespace zephin {
 namespace {

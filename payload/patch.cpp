@@ -5,9 +5,8 @@
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"
 #include "util/globals.h"
-#include "util/my_get_folder_item.h"
 #include "util/paths.h"
-#include "util/sleep.h"
+#include "util/process.h"
 #include "util/text_search.h"
 
 // A patch is a tree laid out like the installed one, in a folder beside it. A file in it replaces

@@ -8,7 +8,7 @@
 #include "platform/framework/streams.h"
 #include "setup/scrambling.h"
 #include "setup/scrambling_bytes.h"
-#include "util/my_get_folder_item.h"
+#include "util/paths.h"
 
 namespace zephin::ViewConst {
 namespace {

@@ -8,7 +8,6 @@
 #include "platform/framework/shell.h"
 #include "platform/framework/streams.h"
 #include "platform/framework/text.h"
-#include "util/my_get_folder_item.h"
 #include "util/paths.h"
 #include "util/text_search.h"
 

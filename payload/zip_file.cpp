@@ -4,7 +4,7 @@
 #include "payload/expansion_time.h"
 #include "platform/framework/application.h"
 #include "platform/framework/machine.h"
-#include "util/sleep.h"
+#include "util/process.h"
 
 namespace zephin {
 namespace {

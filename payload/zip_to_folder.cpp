@@ -3,7 +3,7 @@
 #include "files/files.h"
 #include "files/folders.h"
 #include "platform/framework/shell.h"
-#include "util/my_get_folder_item.h"
+#include "util/paths.h"
 
 namespace zephin::ViewConst {
 

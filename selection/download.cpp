@@ -8,7 +8,6 @@
 #include "platform/framework/http_socket.h"
 #include "platform/framework/streams.h"
 #include "platform/framework/text.h"
-#include "util/my_get_folder_item.h"
 #include "util/paths.h"
 
 namespace zephin {

@@ -5,9 +5,8 @@
 #include "platform/framework/text.h"
 #include "selection/placement.h"
 #include "selection/selection_list.h"
-#include "util/my_get_folder_item.h"
 #include "util/paths.h"
-#include "util/process_to_top.h"
+#include "util/process.h"
 #include "util/text_search.h"
 
 namespace zephin {

@@ -4,7 +4,6 @@
 #include "files/folders.h"
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"
-#include "util/my_get_folder_item.h"
 #include "util/paths.h"
 
 namespace zephin {

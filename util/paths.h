@@ -49,4 +49,12 @@ std::int64_t ContentsPosition(const String& path);
 
 }  // namespace zephin::ViewConst
 
+namespace zephin::GlobalsVk {
+
+/// The item of a full path, whether it exists or not; nil if `path` is empty or doesn't begin with
+/// "/", so that relative paths never resolve.
+Ref<FolderItem> MyGetFolderItem(const String& path);
+
+}  // namespace zephin::GlobalsVk
+
 #endif  // UTIL_PATHS_H_

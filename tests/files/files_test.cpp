@@ -7,7 +7,7 @@
 #include "files/folders.h"
 #include "tests/support/limits.h"
 #include "tests/support/stub_run.h"
-#include "util/my_get_folder_item.h"
+#include "util/paths.h"
 
 namespace zephin::test {
 namespace {

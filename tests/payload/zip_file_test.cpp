@@ -4,7 +4,7 @@
 #include "tests/support/limits.h"
 #include "tests/support/stub_run.h"
 #include "tools/make_setup/zip_folder.h"
-#include "util/my_get_folder_item.h"
+#include "util/paths.h"
 
 namespace zephin::test {
 namespace {

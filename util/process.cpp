@@ -1,4 +1,4 @@
-#include "util/sleep.h"
+#include "util/process.h"
 
 #include "platform/framework/application.h"
 
@@ -10,6 +10,10 @@ void Sleep(std::int64_t seconds) {
   while (Ticks() < start + seconds * kTicksPerSecond) {
     WaitingBackgroundTask();
   }
+}
+
+void MyProcessToTop() {
+  Application::Current().Session().BringToFront();
 }
 
 }  // namespace zephin::ViewConst
