@@ -1,7 +1,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "app/startup.h"
+#include "app/app.h"
 #include "platform/framework/machine.h"
 #include "platform/qt/qt_desktop.h"
 

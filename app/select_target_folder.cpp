@@ -8,9 +8,10 @@ namespace zephin {
 String ZephinStubWindow::SelectTargetFolder(const String& defaultPath, bool emptyOnCancel) {
   SelectFolderDialog dialog;
   dialog.SetActionButtonCaption("Select");
-  dialog.SetTitle(CustomLabel(dialog.Title(), fLabels(14)));
-  dialog.SetActionButtonCaption(CustomLabel(dialog.ActionButtonCaption(), fLabels(15)));
-  dialog.SetCancelButtonCaption(CustomLabel(dialog.CancelButtonCaption(), fLabels(3)));
+  dialog.SetTitle(CustomLabel(dialog.Title(), Custom(Caption::FolderTitle)));
+  dialog.SetActionButtonCaption(
+      CustomLabel(dialog.ActionButtonCaption(), Custom(Caption::FolderSelect)));
+  dialog.SetCancelButtonCaption(CustomLabel(dialog.CancelButtonCaption(), Custom(Caption::Cancel)));
   try {
     dialog.SetInitialDirectory(GlobalsVk::MyGetFolderItem(defaultPath));
   } catch (const FrameworkException&) {
@@ -21,7 +22,7 @@ String ZephinStubWindow::SelectTargetFolder(const String& defaultPath, bool empt
     return emptyOnCancel ? "" : defaultPath;
   }
   if (!chosen->IsWriteable()) {
-    MsgBox(CustomLabel("Cannot write to selected location.", fLabels(0)));
+    MsgBox(Wording(Caption::NotWritable));
     return "";
   }
   String path = ViewConst::MyAbsolutePath(chosen);

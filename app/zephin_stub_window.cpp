@@ -1,5 +1,7 @@
 #include "app/zephin_stub_window.h"
+
 #include "platform/framework/application.h"
+#include "util/text_search.h"
 
 namespace zephin {
 namespace {
@@ -69,6 +71,30 @@ void ZephinStubWindow::_CreateControls0() {
 
 bool ZephinStubWindow::Event_CancelClose(bool /*appQuitting*/) {
   return false;
+}
+
+void ZephinStubWindow::QuitBtn_Action(PushButton& /*button*/) {
+  Quit(0);
+}
+
+void ZephinStubWindow::InfoBtn_Action(PushButton& /*button*/) {
+  InfoBtnClicked();
+}
+
+void ZephinStubWindow::InstallBtn_Action(PushButton& /*button*/) {
+  OKBtnClicked();
+  Quit(0);
+}
+
+bool ZephinStubWindow::URLLabel_MouseDown(Label& /*label*/, int /*x*/, int /*y*/) {
+  if (!fURLActual.IsEmpty()) {
+    ShowURL(ViewConst::Pos("http", fURLActual) == 0 ? "http://" + fURLActual : fURLActual);
+  }
+  return false;
+}
+
+String ZephinStubWindow::CustomLabel(const String& builtIn, const String& custom) const {
+  return custom.IsEmpty() ? builtIn : custom;
 }
 
 }  // namespace zephin

@@ -1,59 +1,26 @@
 #ifndef APP_ZEPHIN_STUB_WINDOW_H_
 #define APP_ZEPHIN_STUB_WINDOW_H_
 
-#include <cstdint>
-
-#include "platform/framework/array.h"
 #include "platform/framework/controls.h"
 #include "platform/framework/window.h"
+#include "setup/captions.h"
+#include "setup/record.h"
 
 namespace zephin {
 
-/// The main window, and the holder of all state of a run: the fields of the setup record live here,
-/// and each subsystem's steps are methods of it, defined in that subsystem's folder (setup,
-/// payload, selection, actions, platform, app). What doesn't need the window is a free function
-/// there.
-class ZephinStubWindow : public Window {
- public:
-  // The setup record (see ReadData in setup/). Empty, 0 or false before it is read and where the
-  // publisher gave nothing. A flag is true only for exactly "1".
-  String fExecuteAfterName;  ///< Program to start after the install; rewritten by SpecialPath.
-  String fAgreement;         ///< Page to be accepted before the install.
-  bool fApplicationFolder = false;  ///< Install into the Applications folder, without a question.
-  String fLogoPixelStr;             ///< Pixel string of the picture at the top right.
-  String fMessage;                  ///< The main window's text.
-  String fPicturePixelStr;          ///< Pixel string of the picture at the top left.
-  String fURLActual;                ///< Target of the link.
-  std::int64_t fLogoWidth = 0;      ///< Of a pixel string, in pixels, as all widths and heights.
-  std::int64_t fLogoHeight = 0;
-  std::int64_t fPictureWidth = 0;
-  std::int64_t fPictureHeight = 0;
-  String fURLDisplayed;           ///< Caption of the link.
-  String fTimeStamp;              ///< Kept; nothing reads it.
-  bool fPromptToReplace = false;  ///< Ask before an existing target folder is deleted.
-  Array<String> fLabels;          ///< The publisher's wording, by index; an empty entry keeps ours.
-  String fInfo;                   ///< Page behind the Info button.
-  /// The bare name of the folder to install; its full path once the place is known (with "Patch"
-  /// behind it in a patch), and empty when the user gave no place.
-  String fTargetFolder;
-  String fExecuteBeforeName;   ///< Program run first of all; rewritten by SpecialPath.
-  String fBackgroundPixelStr;  ///< Pixel string of the window's backdrop.
-  std::int64_t fBackgroundHeight = 0;
-  std::int64_t fBackgroundWidth = 0;
-  std::int64_t fEncryptionLen = 0;  ///< Kept; nothing reads it.
-  String fCopyright;                ///< Line at the bottom of the window.
-  String fWindowTitle;              ///< Title of the window.
-  bool fCenterMessage = false;      ///< Centre the message.
-  bool fInstallationPatch = false;  ///< The payload updates an installed folder.
-  String fInstallChoices;           ///< List of choices, one of which is installed.
-  String fInstallOptions;           ///< List of options, any of which are installed.
-  String fMinOS;                    ///< Keyword of the oldest system.
-  String fMinRAM;                   ///< Keyword of the least memory.
-  String fCompletionURL;            ///< Address opened at the end.
-  String fPreInstallNotes;          ///< Page shown first.
-  String fPostInstallNotes;         ///< Page shown at the end.
-  String fPostCopy;                 ///< Copy lists, for before and after the install.
-
+/// The main window, and the holder of all state of a run. The fields of the setup record are its
+/// own, and each step of an install is a method of it. What doesn't need the window is a free
+/// function. The methods are defined by subject:
+///
+///   app/zephin_stub_window.cpp   layout, controls and their handlers, wording
+///   app/read_data.cpp            ReadData, ReadPlainOrHtmlText
+///   app/do_startup.cpp           Event_Open, DoStartup
+///   app/requirement_gates.cpp    CheckAdminAccount, CheckMinOSorRAM
+///   app/install_flow.cpp         OKBtnClicked, InfoBtnClicked, ShowInstallinProgress
+///   payload/                     ExpandFolder and the steps that it calls
+///   actions/                     SpecialPath, copy lists, the before-program
+///   selection/                   choices and options, from the pick to their place
+class ZephinStubWindow : public Window, public SetupRecord {
  protected:
   void Layout() override;
   void CreateControls() override;
@@ -93,6 +60,13 @@ class ZephinStubWindow : public Window {
   virtual void OKBtnClicked();
   /// The publisher's wording if it isn't empty, else the program's.
   virtual String CustomLabel(const String& builtIn, const String& custom) const;
+  /// The publisher's wording of a caption; empty to keep the built-in one. Raises
+  /// OutOfBoundsException if the record's list of captions is too short.
+  const String& Custom(Caption caption) const { return fLabels(IndexOf(caption)); }
+  /// A caption in the publisher's wording, or else in the built-in one. Raises like Custom.
+  String Wording(Caption caption) const {
+    return CustomLabel(BuiltInWording(caption), Custom(caption));
+  }
   /// Shows the publisher's page about the product.
   virtual void InfoBtnClicked();
   /// Asks for the folder to install into, opening at `defaultPath`. Its path without a trailing

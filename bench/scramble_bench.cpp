@@ -5,7 +5,6 @@
 
 #include "platform/framework/application.h"
 #include "setup/scrambling.h"
-#include "setup/scrambling_bytes.h"
 #include "tests/platform/framework/quiet_desktop.h"
 
 namespace zephin {

@@ -7,6 +7,7 @@
 #include "platform/bundle/bundle_location.h"
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"
+#include "setup/bundle_files.h"
 #include "util/globals.h"
 #include "util/paths.h"
 #include "util/process.h"
@@ -36,7 +37,7 @@ Payload FindPayload() {
     return {};
   }
   const String resourcesPath = MyAbsolutePath(resources);
-  return {resources, resourcesPath + "Data2", resourcesPath + "Data#1"};
+  return {resources, resourcesPath + kPayloadFile, resourcesPath + kFirstPieceFile};
 }
 
 /// The item to start after the install; nil if there is none. Looked up before the install, so that
@@ -71,18 +72,18 @@ String PlaceTarget(ZephinStubWindow& w) {
 
 bool UserAgreesToReplace(const ZephinStubWindow& w) {
   const Ref<YesNoDialog> dialog = MakeWindow<YesNoDialog>();
-  const auto setText = [&w](const Ref<Label>& label, const String& custom) {
-    label->SetText(w.CustomLabel(label->Text(), custom));
+  const auto setText = [&w](const Ref<Label>& label, Caption caption) {
+    label->SetText(w.CustomLabel(label->Text(), w.Custom(caption)));
   };
-  const auto setCaption = [&w](const Ref<PushButton>& button, const String& custom) {
-    button->SetCaption(w.CustomLabel(button->Caption(), custom));
+  const auto setCaption = [&w](const Ref<PushButton>& button, Caption caption) {
+    button->SetCaption(w.CustomLabel(button->Caption(), w.Custom(caption)));
   };
-  dialog->SetTitle(w.CustomLabel(dialog->Title(), w.fLabels(10)));
-  setText(dialog->ConfirmLabel1(), w.fLabels(11));
-  setText(dialog->ConfirmLabel2(), w.fLabels(12));
+  dialog->SetTitle(w.CustomLabel(dialog->Title(), w.Custom(Caption::ReplaceTitle)));
+  setText(dialog->ConfirmLabel1(), Caption::ReplaceFirst);
+  setText(dialog->ConfirmLabel2(), Caption::ReplaceSecond);
   dialog->ConfirmLabel3()->SetText(w.fTargetFolder);
-  setCaption(dialog->CancelBtn(), w.fLabels(3));
-  setCaption(dialog->OKBtn(), w.fLabels(4));
+  setCaption(dialog->CancelBtn(), Caption::Cancel);
+  setCaption(dialog->OKBtn(), Caption::Ok);
   dialog->ShowModal();
   return TextEquals(dialog->fBtnName, "OKBtn");
 }
@@ -114,7 +115,7 @@ bool PatchHasItsTarget(const ZephinStubWindow& w) {
   if (!w.fInstallationPatch || DirectoryExists(w.fTargetFolder)) {
     return true;
   }
-  MsgBox(w.CustomLabel("Patch Failed.  No installation folder exists.", w.fLabels(18)));
+  MsgBox(w.Wording(Caption::PatchNoTarget));
   return false;
 }
 
@@ -151,7 +152,7 @@ void WriteArchive(ZephinStubWindow& w, const Payload& payload, const String& zip
   if (FileExists(payload.firstPartPath)) {
     w.CombineSplitSetup(payload.firstPartPath, zipPath);
   } else if (!ViewConst::CopyFile(payload.dataPath, zipPath)) {
-    MsgBox(w.CustomLabel("Installation Failed", w.fLabels(13)));
+    MsgBox(w.Wording(Caption::Failed));
   }
 }
 
@@ -185,13 +186,6 @@ void ZephinStubWindow::ExpandFolder() {
   }
   PostInstallCopy();
   ZipFileDelete(zipPath, executeAfterItem);
-}
-
-void ZephinStubWindow::ShowInstallinProgress() {
-  MessageLabel()->SetText(CustomLabel("Install in Progress...", fLabels(19)));
-  SetFocus();
-  MessageLabel()->Refresh(true);
-  Refresh(true);
 }
 
 }  // namespace zephin

@@ -7,7 +7,6 @@
 #include "platform/framework/application.h"
 #include "platform/framework/streams.h"
 #include "setup/scrambling.h"
-#include "setup/scrambling_bytes.h"
 #include "util/paths.h"
 
 namespace zephin::ViewConst {

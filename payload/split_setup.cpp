@@ -8,6 +8,7 @@
 #include "platform/framework/shell.h"
 #include "platform/framework/streams.h"
 #include "platform/framework/text.h"
+#include "setup/bundle_files.h"
 #include "util/paths.h"
 #include "util/text_search.h"
 
@@ -20,8 +21,6 @@ namespace {
 
 using GlobalsVk::MyGetFolderItem;
 using ViewConst::FileExists;
-
-const char* const kLastPiece = "Data#End";
 
 /// Reads a piece block by block and hands each block on. A piece that can't be opened raises.
 template <class Take>
@@ -65,9 +64,9 @@ String ReadAllPieces(ZephinStubWindow& w, const String& folder, const String& fi
   bool done = false;
   while (!done) {
     ++index;
-    path = folder + "Data#" + Str(index);
+    path = folder + kPieceStem + Str(index);
     if (!FileExists(path)) {
-      path = folder + kLastPiece;
+      path = folder + kLastPieceFile;
       done = FileExists(path);
     }
     if (FileExists(path)) {
@@ -76,10 +75,7 @@ String ReadAllPieces(ZephinStubWindow& w, const String& folder, const String& fi
         ReadPiece(item, take);
         eject();
       }
-    } else if (GlobalsVk::YesNoDlg(w.CustomLabel(
-                   "Insert next CD.  When you see the CD icon, click YES to continue or NO to "
-                   "quit.",
-                   w.fLabels(16)))) {
+    } else if (GlobalsVk::YesNoDlg(w.Wording(Caption::NextDisc))) {
       --index;
     } else {
       Quit(0);
@@ -111,7 +107,7 @@ void ZephinStubWindow::CombineSplitSetupX(const String& firstPartPath, const Str
   String whole("", Encoding::None);
   const String lastPath = ReadAllPieces(*this, folder, firstPartPath,
                                         [&whole](const String& block) { whole += block; });
-  if (TextEquals(ViewConst::ExtractFileName(lastPath), kLastPiece)) {
+  if (TextEquals(ViewConst::ExtractFileName(lastPath), kLastPieceFile)) {
     const Ref<BinaryStream> output = CreateAnew(zipPath);
     if (!output.IsNil()) {
       output->Write(whole);

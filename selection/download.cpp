@@ -8,6 +8,7 @@
 #include "platform/framework/http_socket.h"
 #include "platform/framework/streams.h"
 #include "platform/framework/text.h"
+#include "setup/limits.h"
 #include "util/paths.h"
 
 namespace zephin {
@@ -39,13 +40,11 @@ bool Store(const String& body, const String& localPath) {
 
 bool ZephinStubWindow::DownloadURL(const String& url, const String& fileName,
                                    const String& targetPath, bool renameFlag) {
-  // The only test of the response: publishers keep their archives at this size or more.
-  constexpr std::int64_t kSmallestBody = 10000;
   String localPath;
   String stemPath;
   {
     const String body = Fetch(url);
-    if (LenB(body) < kSmallestBody) {
+    if (LenB(body) < kSmallestDownload) {
       MsgBox("Setup file download failed.");
       return false;
     }

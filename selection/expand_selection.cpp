@@ -4,7 +4,7 @@
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"
 #include "selection/placement.h"
-#include "selection/selection_list.h"
+#include "setup/selection_list.h"
 #include "util/paths.h"
 #include "util/process.h"
 #include "util/text_search.h"
@@ -37,7 +37,7 @@ void ShowLine(ZephinStubWindow& w, const String& text) {
 }
 
 void ShowPleaseWait(ZephinStubWindow& w) {
-  ShowLine(w, w.CustomLabel("Please Wait", w.fLabels(21)));
+  ShowLine(w, w.Wording(Caption::PleaseWait));
 }
 
 void PlaceChoice(ZephinStubWindow& w, const String& choice, const String& resourcesPath) {
@@ -58,7 +58,7 @@ void PlaceChoice(ZephinStubWindow& w, const String& choice, const String& resour
 }
 
 bool FetchOption(ZephinStubWindow& w, const SelectionEntry& entry, const Placement& placement) {
-  ShowLine(w, w.CustomLabel("Installing Options", w.fLabels(22)) + " " + entry.caption);
+  ShowLine(w, w.Wording(Caption::Downloading) + " " + entry.caption);
   const bool willBeMerged = !placement.mergeFolder.IsEmpty();
   const bool ok = w.DownloadURL(entry.source, ExtractFileName(entry.source),
                                 placement.extractFolder, willBeMerged);
@@ -67,7 +67,7 @@ bool FetchOption(ZephinStubWindow& w, const SelectionEntry& entry, const Placeme
 }
 
 void PlaceOption(ZephinStubWindow& w, const SelectionEntry& entry, const String& resourcesPath) {
-  const bool isAddress = ViewConst::Pos("http", entry.source) == 1;
+  const bool isAddress = ViewConst::Pos(kAddressBeginning, entry.source) == 1;
   const Placement placement = PlaceOf(w.fTargetFolder, entry.folder, "_Option");
   const bool ok = isAddress
                       ? FetchOption(w, entry, placement)
@@ -84,9 +84,9 @@ void ShowReleaseNotes(const ZephinStubWindow& w) {
   if (w.fPostInstallNotes.IsEmpty()) {
     return;
   }
-  const String accept = w.CustomLabel("OK", w.fLabels(4));
+  const String accept = w.Wording(Caption::Ok);
   ShowPage({.text = w.fPostInstallNotes,
-            .title = w.CustomLabel("Release Notes", w.fLabels(26)),
+            .title = w.Wording(Caption::ReleaseNotesTitle),
             .quitButton = QuitButton::Hidden,
             .acceptCaptionInHtml = accept,
             .acceptCaptionInPlain = accept});

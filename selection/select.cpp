@@ -1,7 +1,7 @@
 #include "app/zephin_stub_window.h"
 #include "platform/framework/text.h"
 #include "selection/selection_dialogs.h"
-#include "selection/selection_list.h"
+#include "setup/selection_list.h"
 
 namespace zephin {
 namespace {
@@ -30,7 +30,7 @@ void Fill(Dialog& dialog, const std::vector<SelectionEntry>& entries, RowOf rowO
 bool PickChoice(ZephinStubWindow& w, String& choice) {
   const Ref<TChoiceDlg> dialog = MakeWindow<TChoiceDlg>();
   const auto row = [&dialog](int i) { return dialog->ChoiceRadio(i); };
-  dialog->SetTitle(w.CustomLabel("Pick One Choice", w.fLabels(23)));
+  dialog->SetTitle(w.Wording(Caption::ChoiceTitle));
   const std::vector<SelectionEntry> entries = ReadSelectionList(w.fInstallChoices);
   Fill(*dialog, entries, row);
   row(0)->SetValue(true);
@@ -46,7 +46,7 @@ bool PickChoice(ZephinStubWindow& w, String& choice) {
 bool PickOptions(ZephinStubWindow& w, String& options) {
   const Ref<TOptionsDlg> dialog = MakeWindow<TOptionsDlg>();
   const auto row = [&dialog](int i) { return dialog->OptionCheckBox(i); };
-  dialog->SetTitle(w.CustomLabel("Select Options", w.fLabels(24)));
+  dialog->SetTitle(w.Wording(Caption::OptionsTitle));
   const std::vector<SelectionEntry> entries = ReadSelectionList(w.fInstallOptions);
   Fill(*dialog, entries, row);
   dialog->ShowModal();

@@ -3,13 +3,11 @@
 
 #include "platform/framework/controls.h"
 #include "platform/framework/window.h"
+#include "setup/limits.h"
 
 /// The two windows in which the user picks: ten rows, a Quit and a Continue button, and no logic
 /// but recording which button ended them. Whoever shows them fills and reads the rows.
 namespace zephin {
-
-/// How many rows either dialog has.
-inline constexpr int kSelectionRows = 10;
 
 /// A row of the choice dialog.
 class ChoiceRadio final : public RadioButton {

@@ -45,7 +45,9 @@ TEST(SelectTargetFolder, DialogSpeaksThePublishersWords) {
   };
   run.desktop.ExpectFolderDialog("");
   (void)window.SelectTargetFolder("/default", true);
-  window.fLabels = Split("|||No|||||||||||Where to?|There", "|");
+  window.fLabels = Captions({{Caption::Cancel, "No"},
+                             {Caption::FolderTitle, "Where to?"},
+                             {Caption::FolderSelect, "There"}});
   run.desktop.ExpectFolderDialog("");
   (void)window.SelectTargetFolder("relative", true);
   EXPECT_EQ(seen.Bytes(), ",Select,,/default;Where to?,There,No,;");

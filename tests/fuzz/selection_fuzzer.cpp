@@ -10,7 +10,7 @@
 #include "platform/framework/text.h"
 #include "selection/placement.h"
 #include "selection/selection_dialogs.h"
-#include "selection/selection_list.h"
+#include "setup/selection_list.h"
 #include "tests/fuzz/bare_stub.h"
 #include "tests/fuzz/fuzzing.h"
 #include "util/text_search.h"

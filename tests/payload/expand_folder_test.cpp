@@ -65,7 +65,10 @@ TEST_F(ExpandFolder, ReplacesAnExistingFolderAsTheUserSays) {
   window.fPromptToReplace = true;
   for (const bool agrees : {false, true}) {
     WriteFile(chosen / "Tool/old", "o");
-    window.fLabels = Split("|||No!|Yes!||||||Really?||Sure?||||||||||||||", "|");
+    window.fLabels = Captions({{Caption::Cancel, "No!"},
+                               {Caption::Ok, "Yes!"},
+                               {Caption::ReplaceTitle, "Really?"},
+                               {Caption::ReplaceSecond, "Sure?"}});
     window.fTargetFolder = "Tool";
     run.desktop.milliseconds = 0;
     run.desktop.ExpectFolderDialog(chosen);

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "setup/scrambling_bytes.h"
+#include "setup/scrambling.h"
 #include "tests/support/limits.h"
 #include "tests/support/stub_run.h"
 

@@ -121,7 +121,7 @@ TEST_P(SplitSetup, ForeignClipboardIsOnlyAskedAboutInThePublishersWords) {
       ScriptedDesktop::Press(asked, no);
     });
     EXPECT_EQ(Join(), 0);
-    window->fLabels = Split("||||||||||||||||Next disc?||||||||||", "|");
+    window->fLabels = Captions({{Caption::NextDisc, "Next disc?"}});
   }
 }
 

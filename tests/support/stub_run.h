@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -14,6 +15,9 @@
 #include "tools/make_setup/record.h"
 
 namespace zephin::test {
+
+/// The captions of a record: these, and empty ones for all others.
+Array<String> Captions(const std::map<Caption, String>& captions = {});
 
 /// A machine in a scratch folder and a bundle on it, on which the program can be run as a whole or
 /// a method of its window alone:

@@ -6,7 +6,7 @@
 #include <functional>
 #include <random>
 
-#include "setup/scrambling_bytes.h"
+#include "setup/scrambling.h"
 #include "tools/make_setup/files.h"
 #include "tools/make_setup/setup_error.h"
 #include "tools/make_setup/zip_folder.h"

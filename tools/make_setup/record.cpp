@@ -1,6 +1,6 @@
 #include "tools/make_setup/record.h"
 
-#include "setup/scrambling_bytes.h"
+#include "setup/scrambling.h"
 #include "tools/make_setup/files.h"
 #include "tools/make_setup/setup_error.h"
 

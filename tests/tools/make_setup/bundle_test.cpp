@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "setup/scrambling_bytes.h"
+#include "setup/scrambling.h"
 #include "tests/support/limits.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/tools/make_setup/trees.h"

@@ -1,20 +1,12 @@
-#include "app/startup.h"
+#include "app/app.h"
 
 #include <memory>
 
-#include "app/app.h"
-#include "app/menu_bar.h"
 #include "app/zephin_stub_window.h"
 #include "dialogs/message_modal.h"
 #include "util/globals.h"
 
 namespace zephin {
-
-void App::Event_Open() {
-  ViewConst::VkAppInit();
-  ViewConst::gIgnoreTranslocationError = true;
-}
-
 namespace {
 
 /// The application and its one implicit window, which goes first.
@@ -47,6 +39,29 @@ void _LateStartup(Program& program) {
 }
 
 }  // namespace
+
+void App::Event_Open() {
+  ViewConst::VkAppInit();
+  ViewConst::gIgnoreTranslocationError = true;
+}
+
+Ref<MenuBar> MakeMenuBar1() {
+  Ref<MenuBar> bar = MakeRef<MenuBar>();
+  bar->menus = {
+      {"FileMenu", "&File", {{"FileQuit", "&Quit", "Cmd+Q", MenuCommand::Quit}}},
+      {"EditMenu",
+       "&Edit",
+       {{"EditUndo", "&Undo", "Cmd+Z", MenuCommand::Undo},
+        {"UntitledMenu1", "-", "", MenuCommand::None},
+        {"EditCut", "Cu&t", "Cmd+X", MenuCommand::Cut},
+        {"EditCopy", "&Copy", "Cmd+C", MenuCommand::Copy},
+        {"EditPaste", "&Paste", "Cmd+V", MenuCommand::Paste},
+        {"EditClear", "&Delete", "", MenuCommand::Clear},
+        {"UntitledMenu0", "-", "", MenuCommand::None},
+        {"EditSelectAll", "Select &All", "Cmd+A", MenuCommand::SelectAll}}},
+  };
+  return bar;
+}
 
 void _Main(Desktop& desktop, const Machine& machine) {
   Program program;
