@@ -51,6 +51,10 @@ Application& Application::Current() {
   return *current;
 }
 
+bool Application::Exists() {
+  return current != nullptr;
+}
+
 Ref<FolderItem> Application::ExecutableFile() const {
   return machine_.executable.empty() ? nullptr : MakeRef<FolderItem>(machine_.executable);
 }

@@ -29,7 +29,7 @@ void LetEventsRun(int milliseconds) {
 }  // namespace
 
 void RuntimeBackgroundTask() {
-  if (CoarseMilliseconds() >= nextLook) {
+  if (CoarseMilliseconds() >= nextLook && Application::Exists()) {
     LetEventsRun(0);
   }
 }
