@@ -42,7 +42,8 @@ void _LateStartup(Program& program) {
 
 void App::Event_Open() {
   ViewConst::VkAppInit();
-  // Users can't do what the dialog about translocation asks for, so it is never shown.
+  // A translocated bundle is recognised by the main window's open event, so the dialog about
+  // translocation stays off.
   ViewConst::gIgnoreTranslocationError = true;
 }
 

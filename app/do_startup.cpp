@@ -85,7 +85,7 @@ void RunRelocated(ZephinStubWindow& window) {
 
 void ZephinStubWindow::Event_Open() {
   if (RunningRelocatedInstaller()) {
-    // A browser's "open" starts a download from there, and the system clears that folder.
+    // The system runs a quarantined download from there, where the bundle's neighbours are missing.
     Hide();
     MsgBox("Drag the installer out of the Downloads folder before running it.");
     Quit(0);
