@@ -3,7 +3,7 @@
 #include "files/files.h"
 #include "files/folders.h"
 #include "payload/scrambled_file.h"
-#include "payload/target_name.h"
+#include "payload/target_folder.h"
 #include "platform/bundle/bundle_location.h"
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"

@@ -1,9 +1,27 @@
+#include "payload/target_folder.h"
+
 #include "app/zephin_stub_window.h"
 #include "platform/framework/application.h"
 #include "platform/framework/select_folder_dialog.h"
+#include "platform/framework/text.h"
 #include "util/paths.h"
 
 namespace zephin {
+
+bool LiesBelowItsParent(const String& targetName) {
+  int depth = 0;
+  for (const String& part : Split(targetName, "/")) {
+    if (part == "..") {
+      --depth;
+    } else if (!part.IsEmpty() && !(part == ".")) {
+      ++depth;
+    }
+    if (depth < 0) {
+      return false;
+    }
+  }
+  return depth > 0;
+}
 
 String ZephinStubWindow::SelectTargetFolder(const String& defaultPath, bool emptyOnCancel) {
   SelectFolderDialog dialog;

@@ -1,5 +1,5 @@
-#ifndef PAYLOAD_TARGET_NAME_H_
-#define PAYLOAD_TARGET_NAME_H_
+#ifndef PAYLOAD_TARGET_FOLDER_H_
+#define PAYLOAD_TARGET_FOLDER_H_
 
 #include "platform/framework/string.h"
 
@@ -11,4 +11,4 @@ bool LiesBelowItsParent(const String& targetName);
 
 }  // namespace zephin
 
-#endif  // PAYLOAD_TARGET_NAME_H_
+#endif  // PAYLOAD_TARGET_FOLDER_H_
