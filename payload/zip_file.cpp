@@ -1,13 +1,32 @@
+#include "payload/zip_file.h"
+
 #include "app/zephin_stub_window.h"
 #include "files/access_rights.h"
 #include "files/files.h"
-#include "payload/expansion_time.h"
+#include "files/folders.h"
 #include "platform/framework/application.h"
 #include "platform/framework/machine.h"
+#include "platform/framework/shell.h"
+#include "util/paths.h"
 #include "util/process.h"
 
 namespace zephin {
 namespace {
+
+/// How long an archive of `length` bytes is given to be expanded, in ticks of 1/60 second: half a
+/// second for each 3,000,000 bytes begun, doubled on a slow system; half of that for a large
+/// archive, a quarter for a very large one, which hold larger files.
+std::int64_t ExpansionTicks(std::int64_t length, bool slow) {
+  constexpr std::int64_t kStep = 3'000'000;
+  constexpr std::int64_t kTicksPerStep = 30;
+  constexpr std::int64_t kLarge = 30'000'000;
+  constexpr std::int64_t kVeryLarge = 300'000'000;
+  const std::int64_t duration = (length / kStep + 1) * kTicksPerStep * (slow ? 2 : 1);
+  if (length > kVeryLarge) {
+    return duration / 4;
+  }
+  return length > kLarge ? duration / 2 : duration;
+}
 
 /// One release of the system expands at half the speed of the others: the one whose minor version
 /// is 13, whatever its major one.
@@ -50,3 +69,20 @@ void ZephinStubWindow::ZipFileDelete(const String& zipPath, const Ref<FolderItem
 }
 
 }  // namespace zephin
+
+namespace zephin::ViewConst {
+
+bool ZipFileToFolder(const String& zipPath, const String& folderPath, bool deleteExisting) {
+  constexpr int kSynchronous = 0;
+  Shell shell;
+  if (deleteExisting && DirectoryExists(folderPath)) {
+    DeleteFolderOrApp(folderPath);
+  }
+  const String destination = GlobalsVk::MyGetFolderItem(folderPath)->ShellPath();
+  const String source = GlobalsVk::MyGetFolderItem(zipPath)->ShellPath();
+  shell.SetMode(kSynchronous);
+  shell.Execute("ditto -xk " + source + " " + destination);
+  return shell.ErrorCode() == 0;
+}
+
+}  // namespace zephin::ViewConst

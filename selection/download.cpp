@@ -3,7 +3,7 @@
 #include "app/zephin_stub_window.h"
 #include "files/access_rights.h"
 #include "files/files.h"
-#include "payload/zip_to_folder.h"
+#include "payload/zip_file.h"
 #include "platform/framework/application.h"
 #include "platform/framework/http_socket.h"
 #include "platform/framework/streams.h"

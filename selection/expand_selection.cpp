@@ -1,6 +1,6 @@
 #include "app/zephin_stub_window.h"
 #include "dialogs/page_run.h"
-#include "payload/zip_to_folder.h"
+#include "payload/zip_file.h"
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"
 #include "selection/placement.h"

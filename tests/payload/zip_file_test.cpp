@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "payload/zip_to_folder.h"
+#include "payload/zip_file.h"
 #include "tests/support/limits.h"
 #include "tests/support/stub_run.h"
 #include "tools/make_setup/zip_folder.h"

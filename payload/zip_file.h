@@ -1,5 +1,5 @@
-#ifndef PAYLOAD_ZIP_TO_FOLDER_H_
-#define PAYLOAD_ZIP_TO_FOLDER_H_
+#ifndef PAYLOAD_ZIP_FILE_H_
+#define PAYLOAD_ZIP_FILE_H_
 
 #include "platform/framework/string.h"
 
@@ -13,4 +13,4 @@ namespace zephin::ViewConst {
 
 }  // namespace zephin::ViewConst
 
-#endif  // PAYLOAD_ZIP_TO_FOLDER_H_
+#endif  // PAYLOAD_ZIP_FILE_H_
