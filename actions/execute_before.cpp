@@ -1,10 +1,8 @@
 #include "app/zephin_stub_window.h"
-#include "files/files.h"
-#include "platform/bundle/bundle_location.h"
+#include "payload/bundle_resources.h"
 #include "platform/framework/application.h"
 #include "platform/framework/clipboard.h"
 #include "platform/framework/text.h"
-#include "util/paths.h"
 #include "util/process.h"
 #include "util/text_search.h"
 
@@ -52,18 +50,9 @@ bool ZephinStubWindow::DoExecuteBefore() {
   }
   Clipboard().SetText("");
   SetVisible(false);
-  Ref<FolderItem> program;
-  if (SpecialPath(fExecuteBeforeName)) {
-    // A missing helper doesn't stop the installation.
-    program = ViewConst::FileExists(fExecuteBeforeName)
-                  ? GlobalsVk::MyGetFolderItem(fExecuteBeforeName)
-                  : nullptr;
-  } else {
-    const Ref<FolderItem> contents = ViewConst::ContentsFolder();
-    const Ref<FolderItem> resources = contents.IsNil() ? nullptr : contents->Child("Resources");
-    // An item comes for a missing file too, so that the exchange then runs with nobody at its end.
-    program = resources.IsNil() ? nullptr : resources->Child(fExecuteBeforeName);
-  }
+  // No item for a missing program with a token, which delays nothing; one for a program that is
+  // missing in the bundle, so the installer then waits for an answer that nobody gives.
+  const Ref<FolderItem> program = FindHelper(*this, fExecuteBeforeName, ResourcesFolder());
   bool goOn = true;
   if (!program.IsNil()) {
     program->Launch(true);

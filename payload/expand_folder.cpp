@@ -1,9 +1,9 @@
 #include "app/zephin_stub_window.h"
 #include "files/files.h"
 #include "files/folders.h"
+#include "payload/bundle_resources.h"
 #include "payload/scrambled_file.h"
 #include "payload/target_folder.h"
-#include "platform/bundle/bundle_location.h"
 #include "platform/framework/application.h"
 #include "setup/bundle_files.h"
 #include "util/paths.h"
@@ -24,8 +24,7 @@ struct Payload {
 };
 
 Payload FindPayload() {
-  const Ref<FolderItem> contents = ViewConst::ContentsFolder();
-  const Ref<FolderItem> resources = contents.IsNil() ? nullptr : contents->Child("Resources", true);
+  const Ref<FolderItem> resources = ResourcesFolder();
   if (resources.IsNil()) {
     return {};
   }
@@ -33,15 +32,12 @@ Payload FindPayload() {
   return {resources, resourcesPath + kPayloadFile, resourcesPath + kFirstPieceFile};
 }
 
-/// The item to start after the install; nil if there is none.
+/// The item to start after the install; nil if there is none. A name with a token stays as it is if
+/// the bundle can't be found.
 Ref<FolderItem> FindAfterProgram(ZephinStubWindow& w, const Ref<FolderItem>& resources) {
-  if (resources.IsNil() || w.fExecuteAfterName.IsEmpty()) {
-    return nullptr;
-  }
-  if (w.SpecialPath(w.fExecuteAfterName)) {
-    return FileExists(w.fExecuteAfterName) ? MyGetFolderItem(w.fExecuteAfterName) : nullptr;
-  }
-  return resources->Child(w.fExecuteAfterName, true);
+  return resources.IsNil() || w.fExecuteAfterName.IsEmpty()
+             ? nullptr
+             : FindHelper(w, w.fExecuteAfterName, resources);
 }
 
 /// Writes the payload beside the target folder. A copy that fails is reported, and the install goes
