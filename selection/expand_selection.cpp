@@ -1,6 +1,7 @@
 #include "app/zephin_stub_window.h"
 #include "dialogs/page_run.h"
 #include "payload/zip_file.h"
+#include "platform/bundle/bundle_location.h"
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"
 #include "selection/placement.h"
@@ -15,18 +16,13 @@ namespace {
 using ViewConst::ExtractFileName;
 using ViewConst::MyAbsolutePath;
 
-/// Path of the bundle's Resources folder with a trailing separator; empty if it can't be found.
+/// Path of the bundle's Resources folder with a trailing separator; empty if the executable is
+/// unknown. Outside a bundle it is a path below the executable: no archive exists there, and the
+/// user learns of each that is missing.
 String ResourcesPath() {
-  constexpr std::int64_t kContentsLength = 8;
-  Ref<FolderItem> item = Application::Current().ExecutableFile();
-  if (item.IsNil()) {
-    return "";
-  }
-  const String path = MyAbsolutePath(item);
-  const std::int64_t position = ViewConst::ContentsPosition(path);
-  if (position != 0) {
-    item = GlobalsVk::MyGetFolderItem(Left(path, position + kContentsLength));
-  }
+  const Ref<FolderItem> contents = ViewConst::ContentsFolder();
+  const Ref<FolderItem> item =
+      contents.IsNil() ? Application::Current().ExecutableFile() : contents;
   return item.IsNil() ? "" : MyAbsolutePath(item->Child("Resources"));
 }
 
