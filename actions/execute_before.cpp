@@ -6,8 +6,8 @@
 #include "util/process.h"
 #include "util/text_search.h"
 
-// The before-program talks to the installer over the clipboard: "ZephinInstallWait" while it works,
-// then "ZephinInstallDone:" or "ZephinInstallAbort:", each with a message behind it if it likes.
+// The before-program answers over the clipboard: "ZephinInstallWait" while it works, then
+// "ZephinInstallDone:" or "ZephinInstallAbort:", each with an optional message after the colon.
 
 namespace zephin {
 namespace {
@@ -20,7 +20,8 @@ void WaitTicks(std::int64_t ticks) {
   }
 }
 
-/// What the clipboard holds once the helper no longer asks for time. There is no limit to that.
+/// Waits until the clipboard holds another text than "ZephinInstallWait", without a limit: a helper
+/// may need the user's attention. Returns that text.
 String WaitForAnswer() {
   constexpr std::int64_t kOneSecond = 60;
   const Clipboard clipboard;
@@ -33,7 +34,7 @@ String WaitForAnswer() {
   return text;
 }
 
-/// The text behind `word` if the answer begins with it.
+/// Whether the answer begins with `word`, in any letter case; `message` is then what follows it.
 bool BeginsWith(const String& answer, const String& word, String& message) {
   if (!TextEquals(Left(answer, Len(word)), word)) {
     return false;
@@ -50,8 +51,8 @@ bool ZephinStubWindow::DoExecuteBefore() {
   }
   Clipboard().SetText("");
   SetVisible(false);
-  // No item for a missing program with a token, which delays nothing; one for a program that is
-  // missing in the bundle, so the installer then waits for an answer that nobody gives.
+  // A missing program costs no time if it is named with a token. In the bundle a missing one has an
+  // item too, and the installer waits three seconds for its answer.
   const Ref<FolderItem> program = FindHelper(*this, fExecuteBeforeName, ResourcesFolder());
   bool goOn = true;
   if (!program.IsNil()) {
@@ -76,7 +77,7 @@ bool ZephinStubWindow::CommunicateWithExecuteBefore() {
       goOn = false;
     }
     if (BeginsWith(answer, "ZephinInstallDone:", message) && Len(message) >= 2) {
-      // One character alone is no message here.
+      // A single character is not shown here, on purpose; after an abort it is.
       MsgBox(message);
     }
   }

@@ -15,8 +15,8 @@ using GlobalsVk::MyGetFolderItem;
 using ViewConst::DirectoryExists;
 using ViewConst::FileExists;
 
-/// The bundle's payload. Everything is empty if the bundle can't be found; then copying the payload
-/// fails, and that is reported.
+/// Where the payload is in the bundle. Everything is empty if the bundle can't be found; the copy
+/// of the payload then fails, which is reported.
 struct Payload {
   Ref<FolderItem> resources;
   String dataPath;       ///< The payload in one file.
@@ -40,8 +40,8 @@ Ref<FolderItem> FindAfterProgram(ZephinStubWindow& w, const Ref<FolderItem>& res
              : FindHelper(w, w.fExecuteAfterName, resources);
 }
 
-/// Writes the payload beside the target folder. A copy that fails is reported, and the install goes
-/// on: the steps that follow accept that the file is missing.
+/// Writes the payload beside the target folder. A failed copy is reported and the install
+/// goes on: the steps that follow accept a missing file.
 void WriteArchive(ZephinStubWindow& w, const Payload& payload, const String& zipPath) {
   w.ShowInstallinProgress();
   if (FileExists(zipPath)) {

@@ -19,6 +19,7 @@ using ViewConst::DirectoryExists;
 using ViewConst::gLineBreak;
 
 bool UserAgreesToReplace(const ZephinStubWindow& window) {
+  // Where the publisher gives no text, the dialog keeps its own.
   const Ref<YesNoDialog> dialog = MakeWindow<YesNoDialog>();
   const auto setText = [&window](const Ref<Label>& label, Caption caption) {
     label->SetText(window.CustomLabel(label->Text(), window.Custom(caption)));
@@ -46,6 +47,7 @@ bool LiesBelowItsParent(const String& targetName) {
     } else if (!part.IsEmpty() && !(part == ".")) {
       ++depth;
     }
+    // The final depth alone would accept "../x/y".
     if (depth < 0) {
       return false;
     }
@@ -68,7 +70,7 @@ bool RemoveTargetFolder(ZephinStubWindow& window) {
   ViewConst::DeleteFolderOrApp(window.fTargetFolder);
   window.ShowInstallinProgress();
   Application::Current().DoEvents(1);
-  // What another program holds back may disappear a little later.
+  // A deletion may take effect late, on a network drive for instance.
   ViewConst::Sleep(1);
   if (DirectoryExists(window.fTargetFolder)) {
     ViewConst::Sleep(3);
@@ -96,6 +98,7 @@ String ZephinStubWindow::SelectTargetFolder(const String& defaultPath, bool empt
   try {
     dialog.SetInitialDirectory(GlobalsVk::MyGetFolderItem(defaultPath));
   } catch (const FrameworkException&) {
+    // A desktop may reject the folder; the bundle's own always exists.
     dialog.SetInitialDirectory(GetFolderItem(""));
   }
   const Ref<FolderItem> chosen = dialog.ShowModal();

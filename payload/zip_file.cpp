@@ -13,9 +13,9 @@
 namespace zephin {
 namespace {
 
-/// How long an archive of `length` bytes is given to be expanded, in ticks of 1/60 second: half a
-/// second for each 3,000,000 bytes begun, doubled on a slow system; half of that for a large
-/// archive, a quarter for a very large one, which hold larger files.
+/// The time for the expansion of an archive of `length` bytes, in ticks of 1/60 second: half a
+/// second for each started 3,000,000 bytes, doubled on a slow system. A large archive gets half of
+/// that, a very large one a quarter, since it holds fewer and larger files for its size.
 std::int64_t ExpansionTicks(std::int64_t length, bool slow) {
   constexpr std::int64_t kStep = 3'000'000;
   constexpr std::int64_t kTicksPerStep = 30;
@@ -28,8 +28,8 @@ std::int64_t ExpansionTicks(std::int64_t length, bool slow) {
   return length > kLarge ? duration / 2 : duration;
 }
 
-/// One release of the system expands at half the speed of the others: the one whose minor version
-/// is 13, whatever its major one.
+/// One release of the system expands at half the speed of the others: the one with the minor
+/// version 13. The major version must be known, but its value is ignored.
 bool SystemIsSlow() {
   constexpr std::int64_t kSlowRelease = 13;
   std::int64_t major = 0;
@@ -47,7 +47,7 @@ void ZephinStubWindow::ZipFileProcess(const String& /*zipPath*/, const Ref<Folde
   bar->SetMaximum(duration);
   bar->SetVisible(true);
   const std::int64_t start = Ticks();
-  // The expansion gives no signal, so the bar knows the time alone and is never cut short.
+  // The expansion gives no signal of its end, so the bar shows the time and always fills up.
   do {
     bar->SetValue(Ticks() - start);
     bar->Refresh(true);
@@ -57,6 +57,7 @@ void ZephinStubWindow::ZipFileProcess(const String& /*zipPath*/, const Ref<Folde
 }
 
 void ZephinStubWindow::ZipFileDelete(const String& zipPath, const Ref<FolderItem>& launchItem) {
+  // The program doesn't have to wait for the deletion, which may take any number of attempts.
   if (!launchItem.IsNil()) {
     launchItem->Launch(true);
   }

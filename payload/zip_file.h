@@ -5,9 +5,10 @@
 
 namespace zephin::ViewConst {
 
-/// Expands an archive into a folder, by a command that waits; no events run meanwhile. What stands
-/// in the folder is expanded over, or deleted first with `deleteExisting`. True if the command
-/// ended with status 0. Both are full paths; another raises NilObjectException.
+/// Expands an archive into a folder with a command, and returns when the command has ended; no
+/// events run meanwhile. An existing folder keeps what it holds, and files of the same names are
+/// replaced; with `deleteExisting` it is deleted first. True if the command ended with status 0.
+/// Both must be full paths, else this raises NilObjectException.
 [[nodiscard]] bool ZipFileToFolder(const String& zipPath, const String& folderPath,
                                    bool deleteExisting);
 

@@ -26,7 +26,7 @@ String ResourcesPath() {
   return item.IsNil() ? "" : MyAbsolutePath(item->Child("Resources"));
 }
 
-/// Sets the message line and repaints it at once, before the work that blocks.
+/// Sets the message line and repaints it at once: the work that follows blocks.
 void ShowLine(ZephinStubWindow& w, const String& text) {
   w.MessageLabel()->SetText(text);
   w.Refresh(true);
@@ -39,7 +39,7 @@ void ShowPleaseWait(ZephinStubWindow& w) {
 void PlaceChoice(ZephinStubWindow& w, const String& choice, const String& resourcesPath) {
   Placement placement;
   String archivePath;
-  // No stop at the first: of equal captions the last one is installed.
+  // No stop at the first match, on purpose: of equal captions the last one is installed.
   for (const SelectionEntry& entry : ReadSelectionList(w.fInstallChoices)) {
     if (TextEquals(entry.caption, choice)) {
       archivePath = resourcesPath + ExtractFileName(entry.source);
@@ -63,6 +63,7 @@ bool FetchOption(ZephinStubWindow& w, const SelectionEntry& entry, const Placeme
 }
 
 void PlaceOption(ZephinStubWindow& w, const SelectionEntry& entry, const String& resourcesPath) {
+  // Anywhere else in the source "http" is part of a path.
   const bool isAddress = ViewConst::Pos(kAddressBeginning, entry.source) == 1;
   const Placement placement = PlaceOf(w.fTargetFolder, entry.folder, "_Option");
   const bool ok = isAddress
@@ -92,6 +93,7 @@ void ShowReleaseNotes(const ZephinStubWindow& w) {
 
 void ZephinStubWindow::ExpandChoiceAndOptions(const String& choice, const String& options) {
   if (fTargetFolder.IsEmpty()) {
+    // The user has chosen no folder, so nothing was installed.
     return;
   }
   const String resourcesPath = ResourcesPath();
