@@ -118,15 +118,45 @@ TEST_F(ExpandFolder, FolderThatCannotBeDeletedAbortsAfterFourSeconds) {
   EXPECT_EQ(Tree(applications), installed);
 }
 
+TEST_F(ExpandFolder, LinkToAFolderIsReplacedLikeAFolderAndItsTargetIsKept) {
+  WriteFile(run.scratch / "mine/file", "m");
+  fs::create_directory_symlink("../mine", chosen / "Tool");
+  window.fPromptToReplace = true;
+  for (const char* button : {"CancelBtn", "OKBtn"}) {
+    EXPECT_TRUE(fs::is_symlink(chosen / "Tool"));
+    window.fTargetFolder = "Tool";
+    run.desktop.ExpectFolderDialog(chosen);
+    run.desktop.ExpectWindow("Confirmation", button);
+    window.ExpandFolder();
+    EXPECT_EQ(Tree(run.scratch / "mine"), (Expected{{"file", "m"}}));
+  }
+  EXPECT_EQ(Tree(chosen), installed);
+}
+
+TEST_F(ExpandFolder, FullFolderWithTheArchivesNameIsKept) {
+  WriteFile(zip + "/mine", "m");
+  run.desktop.ExpectFolderDialog(chosen);
+  run.desktop.ExpectMessage("Installation Failed");
+  // The archive is never deleted, so the attempts end only with the run.
+  run.desktop.After(10'000, [] { Quit(0); });
+  EXPECT_EQ(run.Call([this] { window.ExpandFolder(); }), 0);
+  EXPECT_EQ(Tree(chosen), (Expected{{"Tool.zip", "/"}, {"Tool.zip/mine", "m"}}));
+}
+
 TEST_F(ExpandFolder, NameOutsideItsParentIsRefused) {
-  WriteFile(chosen / "mine", "m");
-  WriteFile(run.scratch / "x/mine", "m");
+  for (const char* path : {"Chosen/mine", "Chosen/a/mine", "Chosen/Patch/mine", "Chosen/..Patch/m",
+                           "x/y/mine", "x/yPatch/mine", "xPatch/mine"}) {
+    WriteFile(run.scratch / path, "m");
+  }
   window.fPromptToReplace = true;
   const Expected before = Tree(run.scratch.Path());
-  for (const char* name : {"", ".", "..", "../x", "a/.."}) {
-    window.fTargetFolder = name;
-    Expand({kAborted});
-    EXPECT_EQ(Tree(run.scratch.Path()), before) << name;
+  for (const bool isPatch : {false, true}) {
+    window.fInstallationPatch = isPatch;
+    for (const char* name : {"", ".", "..", "../x", "../x/y", "a/..", "./a/../..", "../Chosen/a"}) {
+      window.fTargetFolder = name;
+      Expand({kAborted});
+      EXPECT_EQ(Tree(run.scratch.Path()), before) << name;
+    }
   }
   EXPECT_EQ(run.desktop.milliseconds, 0);
 }
