@@ -16,6 +16,7 @@ using ViewConst::DirectoryExists;
 using ViewConst::ExtractFileName;
 using ViewConst::FileExists;
 
+/// Deletes a file or a folder with all it holds; of a link only the link itself.
 void DeleteItem(const String& path) {
   if (DirectoryExists(path)) {
     ViewConst::DeleteFolderOrApp(path);
@@ -24,7 +25,7 @@ void DeleteItem(const String& path) {
   }
 }
 
-/// Copies what stands at the source, unless something stands at the destination. Silent.
+/// Copies a file or a folder, unless the destination exists. Errors are ignored.
 void CopyIfFree(const String& source, const String& destination) {
   const bool sourceIsFolder = DirectoryExists(source);
   const bool sourceIsFile = !sourceIsFolder && FileExists(source);
@@ -58,19 +59,20 @@ bool ConditionHolds(const CopyCommand& command) {
   return true;
 }
 
-/// Makes room for a copy: the folder that receives it, and no file in its place.
+/// Prepares the destination of a copy: creates the folder that holds it, and deletes a file or an
+/// empty folder in its place.
 void MakeRoom(const String& destination) {
   const String parent = ViewConst::MyExtractFilePath(destination);
   if (!parent.IsEmpty() && !DirectoryExists(parent)) {
     ViewConst::ForceDirectories(parent, true);
   }
   if (FileExists(destination)) {
-    // A full folder stays, and is copied into.
+    // A folder that isn't empty stays, and a folder is copied into it.
     ViewConst::DeleteFile(destination);
   }
 }
 
-/// Copies an item of the target folder out of it.
+/// Copies an item of the target folder to another place. Each failure is reported.
 void CopyOut(const String& source, const CopyCommand& command) {
   if (!ConditionHolds(command)) {
     return;
@@ -106,11 +108,12 @@ void ObeyAfterInstall(const String& targetFolder, const CopyCommand& command) {
       break;
     case CopyVerb::PreInstallDelete:
     case CopyVerb::PreInstallCopy:
+      // Done before the install, and never an error here, even without a value.
       break;
   }
 }
 
-/// Calls `obey` for each command of the list, and lets events run after each.
+/// Calls `obey` for each command of the list in its order; events run after each.
 template <class Obey>
 void ForEachCommand(const String& list, Obey obey) {
   for (const CopyCommand& command : ReadCopyList(list)) {
@@ -122,6 +125,7 @@ void ForEachCommand(const String& list, Obey obey) {
 }  // namespace
 
 void ZephinStubWindow::PreInstallCopy() {
+  // These paths are absolute: no token is replaced in them.
   ForEachCommand(fPostCopy, [](const CopyCommand& command) {
     if (command.verb == CopyVerb::PreInstallDelete) {
       DeleteItem(command.path);

@@ -11,12 +11,16 @@
 namespace zephin {
 namespace {
 
+String UserHomePath() {
+  return SpecialFolder::UserHome()->NativePath();
+}
+
 String Resolved(PathToken token, const String& rest, const String& targetFolder) {
   switch (token) {
     case PathToken::UserAccount:
       return UserHomePath() + "/" + rest;
     case PathToken::InstallFolder:
-      // Not the folder that the user picks: that is known only later.
+      // Always in the applications folder: the user selects another folder only later.
       return "/Applications/" + targetFolder + "/" + rest;
     case PathToken::SetupFolder:
       return ViewConst::GetApplicationPath() + rest;
@@ -27,10 +31,6 @@ String Resolved(PathToken token, const String& rest, const String& targetFolder)
 }
 
 }  // namespace
-
-String UserHomePath() {
-  return SpecialFolder::UserHome()->NativePath();
-}
 
 String WithUserAccount(const String& path) {
   return ViewConst::Pos(kUserAccountToken, path) == 1
@@ -46,8 +46,8 @@ bool ZephinStubWindow::SpecialPath(String& path) {
       continue;
     }
     const String rest = Mid(path, Len(text) + 1);
-    // Whatever the token means, the helper learns where an item of this name would lie beside the
-    // installer.
+    // For every token alike: the helper reads from the clipboard where an item of this name would
+    // be beside the installer, and finds the installer's folder that way.
     clipboard.SetText(ViewConst::GetApplicationPath() + rest);
     path = Resolved(token, rest, fTargetFolder);
     found = true;

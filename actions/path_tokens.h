@@ -3,15 +3,12 @@
 
 #include "platform/framework/string.h"
 
-/// What the tokens of a publisher's paths mean on this machine; see setup/path_tokens.h for the
-/// tokens. SpecialPath, a method of the main window, resolves all four.
+/// The paths on this machine for the tokens that a publisher's paths begin with. The tokens
+/// themselves are in setup/path_tokens.h. The main window's SpecialPath handles all four.
 namespace zephin {
 
-/// The home folder's path, without a trailing separator.
-String UserHomePath();
-
-/// The path with a leading "UserAccount/", in any letter case, replaced by the home folder; any
-/// other path as it is.
+/// Replaces a leading "UserAccount/", in any letter case, by the path of the user's home folder and
+/// a separator. Any other path is returned unchanged.
 String WithUserAccount(const String& path);
 
 }  // namespace zephin

@@ -17,7 +17,7 @@ namespace zephin {
 ///   app/do_startup.cpp           Event_Open, DoStartup
 ///   app/requirement_gates.cpp    CheckAdminAccount, CheckMinOSorRAM
 ///   app/install_flow.cpp         OKBtnClicked, InfoBtnClicked, ShowInstallinProgress
-///   payload/                     ExpandFolder and the steps that it calls
+///   payload/                     ExpandFolder and the steps that it calls, SelectTargetFolder
 ///   actions/                     SpecialPath, copy lists, the before-program
 ///   selection/                   choices and options, from the pick to their place
 ///

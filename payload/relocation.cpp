@@ -13,13 +13,11 @@
 namespace zephin {
 namespace {
 
-using ViewConst::ExtractFileName;
-using ViewConst::GetApplicationPath;
 using ViewConst::MyAbsolutePath;
 using ViewConst::Pos;
 
-/// The bundle's path ends with the first ".app" of the executable's path, even if that is the name
-/// of a folder above it.
+/// Path of the running bundle; empty if the executable's path holds no ".app". It ends with the
+/// first ".app" in that path, even if that is part of the name of a folder above the bundle.
 String RunningBundle() {
   constexpr std::int64_t kEndingLength = 4;
   const String path = MyAbsolutePath(Application::Current().ExecutableFile());
@@ -27,29 +25,34 @@ String RunningBundle() {
   return position == 0 ? "" : Left(path, position + kEndingLength - 1);
 }
 
+/// Copies the bundle into a new folder of the temporary folder and launches the copy. A failed copy
+/// is not reported.
+void LaunchCopy(const String& bundle) {
+  const String folder =
+      MyAbsolutePath(SpecialFolder::Temporary()) + Str(ViewConst::gRandom->InRange(1000, 9999));
+  ViewConst::ForceDirectories(folder, false);
+  const String copy = folder + ViewConst::GetPathSeparator() + ViewConst::ExtractFileName(bundle);
+  // An earlier run may have drawn the same number.
+  ViewConst::DeleteFolderOrApp(copy);
+  if (ViewConst::CopyFile(bundle, copy)) {
+    GlobalsVk::MyGetFolderItem(copy)->Launch(true);
+  }
+}
+
 }  // namespace
 
 bool ZephinStubWindow::RunningRelocatedInstaller() const {
-  return Pos(MyAbsolutePath(SpecialFolder::Temporary()), GetApplicationPath()) >= 1;
+  return Pos(MyAbsolutePath(SpecialFolder::Temporary()), ViewConst::GetApplicationPath()) >= 1;
 }
 
 bool ZephinStubWindow::RelocateInstaller(const String& firstSplitPart) {
-  Clipboard clipboard;
-  const String temporary = MyAbsolutePath(SpecialFolder::Temporary());
-  if (Pos(temporary, GetApplicationPath()) > 0 || !ViewConst::FileExists(firstSplitPart)) {
+  if (RunningRelocatedInstaller() || !ViewConst::FileExists(firstSplitPart)) {
     return false;
   }
   const String bundle = RunningBundle();
-  // This is how the copy learns where the further pieces lie.
-  clipboard.SetText(ViewConst::ExtractFilePath(bundle));
-  const String folder = temporary + Str(ViewConst::gRandom->InRange(1000, 9999));
-  ViewConst::ForceDirectories(folder, false);
-  const String copy = folder + ViewConst::GetPathSeparator() + ExtractFileName(bundle);
-  ViewConst::DeleteFolderOrApp(copy);
-  if (ViewConst::CopyFile(bundle, copy)) {
-    const Ref<FolderItem> item = GlobalsVk::MyGetFolderItem(copy);
-    item->Launch(true);
-  }
+  // The copy takes from the clipboard where the other pieces are.
+  Clipboard().SetText(ViewConst::ExtractFilePath(bundle));
+  LaunchCopy(bundle);
   return true;
 }
 

@@ -1,16 +1,35 @@
+#include "payload/zip_file.h"
+
 #include "app/zephin_stub_window.h"
 #include "files/access_rights.h"
 #include "files/files.h"
-#include "payload/expansion_time.h"
+#include "files/folders.h"
 #include "platform/framework/application.h"
 #include "platform/framework/machine.h"
+#include "platform/framework/shell.h"
+#include "util/paths.h"
 #include "util/process.h"
 
 namespace zephin {
 namespace {
 
-/// One release of the system expands at half the speed of the others: the one whose minor version
-/// is 13, whatever its major one.
+/// The time for the expansion of an archive of `length` bytes, in ticks of 1/60 second: half a
+/// second for each started 3,000,000 bytes, doubled on a slow system. A large archive gets half of
+/// that, a very large one a quarter, since it holds fewer and larger files for its size.
+std::int64_t ExpansionTicks(std::int64_t length, bool slow) {
+  constexpr std::int64_t kStep = 3'000'000;
+  constexpr std::int64_t kTicksPerStep = 30;
+  constexpr std::int64_t kLarge = 30'000'000;
+  constexpr std::int64_t kVeryLarge = 300'000'000;
+  const std::int64_t duration = (length / kStep + 1) * kTicksPerStep * (slow ? 2 : 1);
+  if (length > kVeryLarge) {
+    return duration / 4;
+  }
+  return length > kLarge ? duration / 2 : duration;
+}
+
+/// One release of the system expands at half the speed of the others: the one with the minor
+/// version 13. The major version must be known, but its value is ignored.
 bool SystemIsSlow() {
   constexpr std::int64_t kSlowRelease = 13;
   std::int64_t major = 0;
@@ -28,7 +47,7 @@ void ZephinStubWindow::ZipFileProcess(const String& /*zipPath*/, const Ref<Folde
   bar->SetMaximum(duration);
   bar->SetVisible(true);
   const std::int64_t start = Ticks();
-  // The expansion gives no signal, so the bar knows the time alone and is never cut short.
+  // The expansion gives no signal of its end, so the bar shows the time and always fills up.
   do {
     bar->SetValue(Ticks() - start);
     bar->Refresh(true);
@@ -38,6 +57,7 @@ void ZephinStubWindow::ZipFileProcess(const String& /*zipPath*/, const Ref<Folde
 }
 
 void ZephinStubWindow::ZipFileDelete(const String& zipPath, const Ref<FolderItem>& launchItem) {
+  // The program doesn't have to wait for the deletion, which may take any number of attempts.
   if (!launchItem.IsNil()) {
     launchItem->Launch(true);
   }
@@ -50,3 +70,20 @@ void ZephinStubWindow::ZipFileDelete(const String& zipPath, const Ref<FolderItem
 }
 
 }  // namespace zephin
+
+namespace zephin::ViewConst {
+
+bool ZipFileToFolder(const String& zipPath, const String& folderPath, bool deleteExisting) {
+  constexpr int kSynchronous = 0;
+  Shell shell;
+  if (deleteExisting && DirectoryExists(folderPath)) {
+    DeleteFolderOrApp(folderPath);
+  }
+  const String destination = GlobalsVk::MyGetFolderItem(folderPath)->ShellPath();
+  const String source = GlobalsVk::MyGetFolderItem(zipPath)->ShellPath();
+  shell.SetMode(kSynchronous);
+  shell.Execute("ditto -xk " + source + " " + destination);
+  return shell.ErrorCode() == 0;
+}
+
+}  // namespace zephin::ViewConst

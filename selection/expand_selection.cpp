@@ -1,6 +1,7 @@
 #include "app/zephin_stub_window.h"
 #include "dialogs/page_run.h"
-#include "payload/zip_to_folder.h"
+#include "payload/zip_file.h"
+#include "platform/bundle/bundle_location.h"
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"
 #include "selection/placement.h"
@@ -15,22 +16,17 @@ namespace {
 using ViewConst::ExtractFileName;
 using ViewConst::MyAbsolutePath;
 
-/// Path of the bundle's Resources folder with a trailing separator; empty if it can't be found.
+/// Path of the bundle's Resources folder with a trailing separator; empty if the executable is
+/// unknown. Outside a bundle it is a path below the executable: no archive exists there, and the
+/// user learns of each that is missing.
 String ResourcesPath() {
-  constexpr std::int64_t kContentsLength = 8;
-  Ref<FolderItem> item = Application::Current().ExecutableFile();
-  if (item.IsNil()) {
-    return "";
-  }
-  const String path = MyAbsolutePath(item);
-  const std::int64_t position = ViewConst::ContentsPosition(path);
-  if (position != 0) {
-    item = GlobalsVk::MyGetFolderItem(Left(path, position + kContentsLength));
-  }
+  const Ref<FolderItem> contents = ViewConst::ContentsFolder();
+  const Ref<FolderItem> item =
+      contents.IsNil() ? Application::Current().ExecutableFile() : contents;
   return item.IsNil() ? "" : MyAbsolutePath(item->Child("Resources"));
 }
 
-/// Sets the message line and repaints it at once, before the work that blocks.
+/// Sets the message line and repaints it at once: the work that follows blocks.
 void ShowLine(ZephinStubWindow& w, const String& text) {
   w.MessageLabel()->SetText(text);
   w.Refresh(true);
@@ -43,7 +39,7 @@ void ShowPleaseWait(ZephinStubWindow& w) {
 void PlaceChoice(ZephinStubWindow& w, const String& choice, const String& resourcesPath) {
   Placement placement;
   String archivePath;
-  // No stop at the first: of equal captions the last one is installed.
+  // No stop at the first match, on purpose: of equal captions the last one is installed.
   for (const SelectionEntry& entry : ReadSelectionList(w.fInstallChoices)) {
     if (TextEquals(entry.caption, choice)) {
       archivePath = resourcesPath + ExtractFileName(entry.source);
@@ -67,6 +63,7 @@ bool FetchOption(ZephinStubWindow& w, const SelectionEntry& entry, const Placeme
 }
 
 void PlaceOption(ZephinStubWindow& w, const SelectionEntry& entry, const String& resourcesPath) {
+  // Anywhere else in the source "http" is part of a path.
   const bool isAddress = ViewConst::Pos(kAddressBeginning, entry.source) == 1;
   const Placement placement = PlaceOf(w.fTargetFolder, entry.folder, "_Option");
   const bool ok = isAddress
@@ -96,6 +93,7 @@ void ShowReleaseNotes(const ZephinStubWindow& w) {
 
 void ZephinStubWindow::ExpandChoiceAndOptions(const String& choice, const String& options) {
   if (fTargetFolder.IsEmpty()) {
+    // The user has chosen no folder, so nothing was installed.
     return;
   }
   const String resourcesPath = ResourcesPath();

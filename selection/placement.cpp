@@ -14,6 +14,8 @@ Placement PlaceOf(const String& target, const String& folder, const String& suff
   if (TextEquals(folder, ViewConst::ExtractFileName(target))) {
     return {target + suffix, target};
   }
+  // An empty folder name gives the target itself, which exists, so the temporary folder is then
+  // inside the target.
   const String inside = target + GetPathSeparator() + folder;
   if (ViewConst::DirectoryExists(inside)) {
     return {inside + suffix, inside};
@@ -26,6 +28,7 @@ void Merge(const Placement& placement) {
     return;
   }
   const Ref<FolderItem> folder = GlobalsVk::MyGetFolderItem(placement.extractFolder);
+  // From the last item to the first, since each move takes one away.
   for (std::int64_t i = folder.IsNil() ? 0 : folder->Count(); i >= 1; --i) {
     const Ref<FolderItem> item = folder->Item(i);
     if (item.IsNil()) {

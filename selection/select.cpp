@@ -6,9 +6,9 @@
 namespace zephin {
 namespace {
 
-/// Fills the rows from the list and takes away the ones that it doesn't need: the buttons move up
-/// to the first of these, and the window follows them. A list of more than ten entries raises at
-/// the eleventh.
+/// Fills one row for each entry and hides the other rows. The buttons move up to the first hidden
+/// row, and the window shrinks with them. More than ten entries raise NilObjectException, as there
+/// are no more rows.
 template <class Dialog, class RowOf>
 void Fill(Dialog& dialog, const std::vector<SelectionEntry>& entries, RowOf rowOf) {
   const int count = static_cast<int>(entries.size());
@@ -33,8 +33,10 @@ bool PickChoice(ZephinStubWindow& w, String& choice) {
   dialog->SetTitle(w.Wording(Caption::ChoiceTitle));
   const std::vector<SelectionEntry> entries = ReadSelectionList(w.fInstallChoices);
   Fill(*dialog, entries, row);
+  // Radio buttons without a selection would let the user continue without a choice.
   row(0)->SetValue(true);
   dialog->ShowModal();
+  // Read after Quit too; the caller then ignores the result.
   for (int i = 0; i < std::ssize(entries); ++i) {
     if (row(i)->Value()) {
       choice = row(i)->Caption();

@@ -5,8 +5,8 @@
 #include "platform/framework/window.h"
 #include "setup/limits.h"
 
-/// The two windows in which the user picks: ten rows, a Quit and a Continue button, and no logic
-/// but recording which button ended them. Whoever shows them fills and reads the rows.
+/// The two windows in which the user picks: ten rows, a Quit button and a Continue button. They
+/// only record which button ended them; the caller fills the rows before and reads them afterwards.
 namespace zephin {
 
 /// A row of the choice dialog.
@@ -21,15 +21,16 @@ class OptionCheckBox final : public CheckBox {
   using CheckBox::CheckBox;
 };
 
-/// Picks one of up to ten choices.
+/// Lets the user pick one of up to ten choices.
 class TChoiceDlg : public Window {
  public:
-  /// The word of the button that ended it: "OKBtn" or "Quit"; empty before.
+  /// How it ended: "OKBtn" for Continue, "Quit" for Quit; empty before.
   String fBtnName;
 
  protected:
   void Layout() override;
   void CreateControls() override;
+  /// Creates rows and buttons; the rows come first in the tab order.
   virtual void _CreateControls0();
 
  public:
@@ -41,15 +42,16 @@ class TChoiceDlg : public Window {
   virtual void ContinueBtn_Action(PushButton& button);
 };
 
-/// Picks any of up to ten options.
+/// Lets the user pick any of up to ten options.
 class TOptionsDlg : public Window {
  public:
-  /// The word of the button that ended it: "OKBtn" or "Quit"; empty before.
+  /// How it ended: "OKBtn" for Continue, "Quit" for Quit; empty before.
   String fBtnName;
 
  protected:
   void Layout() override;
   void CreateControls() override;
+  /// Creates rows and buttons; the buttons come first in the tab order.
   virtual void _CreateControls0();
 
  public:

@@ -19,7 +19,7 @@ class Relocation : public testing::Test {
   const fs::path temporary = run.scratch / "Temporary";
 };
 
-TEST_F(Relocation, SplitSetupGoesOnAsACopyThatLearnsWhereItCameFrom) {
+TEST_F(Relocation, SplitSetupLaunchesACopyAndPassesItsFolder) {
   EXPECT_TRUE(Relocate());
   ASSERT_EQ(run.desktop.launched.size(), 1U);
   const fs::path copy = run.desktop.launched.front();
@@ -32,21 +32,21 @@ TEST_F(Relocation, SplitSetupGoesOnAsACopyThatLearnsWhereItCameFrom) {
   EXPECT_EQ(run.desktop.clipboard, run.Disk().string() + "/");
 }
 
-TEST_F(Relocation, ASetupInOneFileStays) {
+TEST_F(Relocation, SetupInOneFileDoesNotRelocate) {
   fs::remove(run.Resources() / "Data#1");
   EXPECT_FALSE(Relocate());
   EXPECT_EQ(run.desktop.clipboard, "before");
   EXPECT_TRUE(fs::is_empty(temporary));
 }
 
-TEST_F(Relocation, ACopyStaysWhereverTheTemporaryFolderStandsInItsPath) {
+TEST_F(Relocation, CopyDoesNotRelocateWhereverTheTemporaryFolderIsInItsPath) {
   run.machine.temporaryFolder = run.Disk().string().substr(4);
   EXPECT_TRUE(run.BareWindow().RunningRelocatedInstaller());
   EXPECT_FALSE(Relocate());
   EXPECT_EQ(run.desktop.clipboard, "before");
 }
 
-TEST_F(Relocation, AFailedCopyIsSilentAndStillEndsTheInstall) {
+TEST_F(Relocation, FailedCopyIsSilentAndStillEndsTheInstall) {
   fs::permissions(temporary, fs::perms(0555));
   const PlainUser user(run.scratch.Path());
   EXPECT_TRUE(Relocate());

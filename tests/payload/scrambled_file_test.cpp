@@ -20,7 +20,7 @@ class ScrambledFile : public testing::Test {
   const fs::path file = run.scratch / "folder/file.zip";
 };
 
-TEST_F(ScrambledFile, IsMadeAnewWholeInBothDirections) {
+TEST_F(ScrambledFile, IsReplacedByAWholeNewFileInBothDirections) {
   constexpr std::size_t kBlock = std::size_t{256} * 1024;
   for (const std::size_t size : {0UL, 1UL, 255UL, kBlock - 1, kBlock, 2 * kBlock + 1}) {
     const std::string plain = Noise(size);
@@ -34,15 +34,15 @@ TEST_F(ScrambledFile, IsMadeAnewWholeInBothDirections) {
     Unscramble();
     EXPECT_TRUE(ReadFile(file) == plain) << size;
   }
-  // Where there is no file nothing happens.
+  // Without a file nothing happens.
   fs::remove(file);
   Unscramble();
   ViewConst::EncryptDecryptFileEnd("", false);
   EXPECT_FALSE(fs::exists(file));
 }
 
-// The room of what has been read is given back, but never that of a file with another name.
-TEST_F(ScrambledFile, LargeOneIsWholeAndItsOtherNamesKeepTheirs) {
+// Freeing what was read must not damage the file under its other name.
+TEST_F(ScrambledFile, LargeFileIsWholeAndItsHardLinkKeepsItsContent) {
   std::string scrambled;
   scrambled.resize(33'000'001, 'b');
   const std::string before = scrambled;
@@ -56,7 +56,7 @@ TEST_F(ScrambledFile, LargeOneIsWholeAndItsOtherNamesKeepTheirs) {
   EXPECT_TRUE(ReadFile(run.scratch / "other") == before);
 }
 
-TEST_F(ScrambledFile, OneThatCanNotBeDeletedIsWrittenOver) {
+TEST_F(ScrambledFile, FileThatCannotBeDeletedIsOverwritten) {
   WriteFile(file, std::string(100'001, 'b'));
   fs::permissions(file.parent_path(), fs::perms(0555));
   const PlainUser user(run.scratch.Path());

@@ -10,11 +10,11 @@
 namespace zephin::test {
 namespace {
 
-TEST(SelectTargetFolder, GivesThePathOrNothing) {
+TEST(SelectTargetFolder, ReturnsThePathOrNothing) {
   StubRun run;
   ZephinStubWindow& window = run.BareWindow();
   if (access("/", W_OK) == 0) {
-    // Without its separator the root reads as a cancel.
+    // Without its separator the root folder counts as a cancel.
     run.desktop.ExpectFolderDialog("/");
     EXPECT_TRUE(window.SelectTargetFolder("/default", false).IsEmpty());
   }
@@ -34,7 +34,7 @@ TEST(SelectTargetFolder, GivesThePathOrNothing) {
   }
 }
 
-TEST(SelectTargetFolder, DialogSpeaksThePublishersWords) {
+TEST(SelectTargetFolder, DialogShowsThePublishersWords) {
   StubRun run;
   ZephinStubWindow& window = run.BareWindow();
   String seen;
