@@ -5,7 +5,7 @@
 #include "files/files.h"
 #include "payload/scrambled_file.h"
 #include "platform/framework/application.h"
-#include "tests/platform/framework/quiet_desktop.h"
+#include "tests/support/quiet_desktop.h"
 
 int main(int argc, char** argv) {
   using zephin::Utf8;

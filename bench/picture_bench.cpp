@@ -8,7 +8,7 @@
 
 #include "dialogs/pixel_strings.h"
 #include "platform/framework/application.h"
-#include "tests/platform/framework/quiet_desktop.h"
+#include "tests/support/quiet_desktop.h"
 #include "tools/make_setup/pixel_string.h"
 
 // A picture of a setup record from its string, against the same work written down as it is told:

@@ -6,7 +6,7 @@
 #include "files/files.h"
 #include "files/folders.h"
 #include "platform/framework/application.h"
-#include "tests/platform/framework/quiet_desktop.h"
+#include "tests/support/quiet_desktop.h"
 
 int main(int argc, char** argv) {
   using zephin::Utf8;

@@ -12,10 +12,7 @@ void YesNoDialog::CreateControls() {
   const auto addButton = [this](const char* name, const Bounds& place, const char* caption) {
     Ref<PushButton> button = Add<PushButton>(name, place);
     button->SetCaption(caption);
-    button->Action = [this](PushButton& pressed) {
-      fBtnName = Utf8(pressed.Name());
-      Hide();
-    };
+    AnswerWithName(*button);
     return button;
   };
   const auto addLabel = [this](const char* name, const Bounds& place, const char* text) {

@@ -3,22 +3,23 @@
 
 #include "platform/framework/folder_item.h"
 
-/// What the file system allows and shows. None of these reports anything: if a right can't be given
-/// or a file can't be hidden, the install goes on.
+/// What the file system allows and shows. All fail silently: if a right can't be given or a file
+/// can't be hidden, the install goes on.
 namespace zephin::ViewConst {
 
 /// Lets all users read and write the item at `path`, and enter it if it is a folder: mode 777 for a
-/// folder, 666 for a file, which can't be run as a program then. By a shell command that waits.
-/// A folder's own mode changes, not that of what it holds. A path that gives no item is silent.
+/// folder, 666 for a file, which then can't be run as a program. Waits for a shell command. Only
+/// the item's own mode changes, not that of a folder's contents. Does nothing if the path gives no
+/// item.
 void AllUsersFullAccess(const String& path);
 
-/// Adds all rights of all users (ugo+rwx) to those of an item, which may be nil. An alias means
-/// what it points to.
+/// Gives all users the rights to read, write and execute (ugo+rwx) the item, or the target of an
+/// alias. Does nothing for nil.
 void AllUsersFullAccessOnMac(const Ref<FolderItem>& item);
 
-/// Adds them to an item of a tree that is being deleted, where an alias must not pass the rights on
-/// to a target that stays. By system call: a shell command for each item of a tree of 20,000 would
-/// take half a minute. The item must not be nil.
+/// The same for an item of a tree that is being deleted, where an alias must not pass the rights on
+/// to its target. Uses a system call: shell commands for the items of a tree of 20,000 would take
+/// half a minute. The item must not be nil.
 void AllUsersFullAccessInTree(const Ref<FolderItem>& item);
 
 /// Hides an item from the file browser, where the platform has a flag for that.

@@ -52,55 +52,78 @@ bool MakeSegment(const String& segment, Errors errors) {
   return true;
 }
 
-/// Folders that a copy is at work in, from its first one down.
-using WorkedOn = std::vector<Ref<FolderItem>>;
+/// The folders that a copy is inside of: the top of the copy, then the source folders from the top
+/// down.
+class OpenFolders {
+ public:
+  /// Adds a folder for as long as it lives.
+  class Entered {
+   public:
+    Entered(OpenFolders& open, const Ref<FolderItem>& folder) : open_(open) {
+      open_.folders_.push_back(folder);
+    }
+    ~Entered() { open_.folders_.pop_back(); }
+    Entered(const Entered&) = delete;
+    Entered& operator=(const Entered&) = delete;
 
-bool HoldsFolder(const WorkedOn& folders, const FolderItem& folder) {
-  return std::any_of(folders.begin(), folders.end(),
-                     [&folder](const Ref<FolderItem>& worked) { return worked->IsSameAs(folder); });
+   private:
+    OpenFolders& open_;
+  };
+
+  bool Hold(const FolderItem& folder) const {
+    return std::any_of(folders_.begin(), folders_.end(),
+                       [&folder](const Ref<FolderItem>& open) { return open->IsSameAs(folder); });
+  }
+
+ private:
+  std::vector<Ref<FolderItem>> folders_;
+};
+
+bool CopyInto(const String& source, const String& destination, OpenFolders& open);
+
+/// Copies one item of the folder `from` to the path `target`.
+bool CopyChild(const Ref<FolderItem>& from, const Ref<FolderItem>& child, const String& target,
+               OpenFolders& open) {
+  if (!child->Directory()) {
+    child->CopyFileTo(MyGetFolderItem(target));
+    // The folder's code on purpose, not the child's: one file that can't be read doesn't make a
+    // whole copy fail.
+    return from->LastErrorCode() == 0;
+  }
+  // An alias to a folder above it, or the copy itself, would be copied without end.
+  return open.Hold(*child) || CopyInto(MyAbsolutePath(child), target, open);
 }
 
-bool CopyInto(const String& source, const String& destination, WorkedOn& workedOn) {
+bool CopyInto(const String& source, const String& destination, OpenFolders& open) {
   const Ref<FolderItem> from = MyGetFolderItem(source);
   const Ref<FolderItem> to = MyGetFolderItem(destination);
   if (from.IsNil() || to.IsNil()) {
     return false;
   }
   to->CreateAsFolder();
-  if (workedOn.empty()) {
-    workedOn.push_back(to);
-  }
-  workedOn.push_back(from);
+  const OpenFolders::Entered entered(open, from);
   bool ok = from->LastErrorCode() == 0;
   const String base = MyAbsolutePath(to);
   for (std::int64_t i = from->Count(); i >= 1; --i) {
     const Ref<FolderItem> child = from->Item(i);
-    if (child.IsNil()) {
-      continue;
-    }
-    const String target = base + child->Name();
-    if (child->Directory()) {
-      // An alias to a folder above it, or the copy itself, would go on for ever.
-      if (!HoldsFolder(workedOn, *child)) {
-        ok = CopyInto(MyAbsolutePath(child), target, workedOn) && ok;
-      }
-    } else {
-      child->CopyFileTo(MyGetFolderItem(target));
-      // The folder's code on purpose, not the child's: one file that can't be read doesn't make a
-      // whole copy fail.
-      ok = from->LastErrorCode() == 0 && ok;
+    if (!child.IsNil()) {
+      ok = CopyChild(from, child, base + child->Name(), open) && ok;
     }
     RuntimeBackgroundTask();
   }
-  workedOn.pop_back();
   return ok;
 }
 
 }  // namespace
 
 bool CopyFolder(const String& source, const String& destination) {
-  WorkedOn workedOn;
-  return CopyInto(source, destination, workedOn);
+  OpenFolders open;
+  const Ref<FolderItem> top = MyGetFolderItem(destination);
+  if (top.IsNil()) {
+    return false;
+  }
+  const OpenFolders::Entered entered(open, top);
+  return CopyInto(source, destination, open);
 }
 
 void DeleteFolderOrApp(const String& path) {

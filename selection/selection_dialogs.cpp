@@ -24,14 +24,6 @@ void LayOut(Window& window, const char* title) {
   window.SetType(WindowType::MovableModal);
 }
 
-/// Stores the word and ends the dialog. It is hidden, not closed, so that its rows can still be
-/// read.
-template <class Dialog>
-void End(Dialog& dialog, const char* word) {
-  dialog.fBtnName = word;
-  dialog.Hide();
-}
-
 /// Sets captions and handlers of the buttons. They take `firstTab` and the next place in the tab
 /// order.
 template <class Dialog>
@@ -72,11 +64,11 @@ Ref<ChoiceRadio> TChoiceDlg::ChoiceRadio(int index) const {
 }
 
 void TChoiceDlg::QuitBtn_Action(PushButton& /*button*/) {
-  End(*this, "Quit");
+  Answer("Quit");
 }
 
 void TChoiceDlg::ContinueBtn_Action(PushButton& /*button*/) {
-  End(*this, "OKBtn");
+  Answer("OKBtn");
 }
 
 void TOptionsDlg::Layout() {
@@ -103,11 +95,11 @@ Ref<OptionCheckBox> TOptionsDlg::OptionCheckBox(int index) const {
 }
 
 void TOptionsDlg::QuitBtn_Action(PushButton& /*button*/) {
-  End(*this, "Quit");
+  Answer("Quit");
 }
 
 void TOptionsDlg::ContinueBtn_Action(PushButton& /*button*/) {
-  End(*this, "OKBtn");
+  Answer("OKBtn");
 }
 
 }  // namespace zephin

@@ -1,12 +1,12 @@
 #ifndef SELECTION_SELECTION_DIALOGS_H_
 #define SELECTION_SELECTION_DIALOGS_H_
 
-#include "platform/framework/controls.h"
-#include "platform/framework/window.h"
+#include "dialogs/answer_window.h"
 #include "setup/limits.h"
 
 /// The two windows in which the user picks: ten rows, a Quit button and a Continue button. They
-/// only record which button ended them; the caller fills the rows before and reads them afterwards.
+/// only record how they ended, "OKBtn" for Continue and "Quit" for Quit; the caller fills the rows
+/// before and reads them afterwards.
 namespace zephin {
 
 /// A row of the choice dialog.
@@ -22,11 +22,7 @@ class OptionCheckBox final : public CheckBox {
 };
 
 /// Lets the user pick one of up to ten choices.
-class TChoiceDlg : public Window {
- public:
-  /// How it ended: "OKBtn" for Continue, "Quit" for Quit; empty before.
-  String fBtnName;
-
+class TChoiceDlg : public AnswerWindow {
  protected:
   void Layout() override;
   void CreateControls() override;
@@ -43,11 +39,7 @@ class TChoiceDlg : public Window {
 };
 
 /// Lets the user pick any of up to ten options.
-class TOptionsDlg : public Window {
- public:
-  /// How it ended: "OKBtn" for Continue, "Quit" for Quit; empty before.
-  String fBtnName;
-
+class TOptionsDlg : public AnswerWindow {
  protected:
   void Layout() override;
   void CreateControls() override;

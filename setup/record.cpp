@@ -1,7 +1,7 @@
 #include "setup/record.h"
 
-#include "dialogs/pixel_strings.h"
 #include "platform/framework/text.h"
+#include "util/hex_text.h"
 #include "util/text_building.h"
 #include "util/text_search.h"
 

@@ -42,10 +42,7 @@ void TGatekeeperTranslocationDlg::CreateControls() {
     button->SetCaption(caption);
     button->SetCancel(true);
     button->SetTabIndex(tabIndex);
-    button->Action = [this](PushButton& pressed) {
-      fBtnName = Utf8(pressed.Name());
-      Hide();
-    };
+    AnswerWithName(*button);
     return button;
   };
   addButton("CancelBtn", 408, "Cancel", 5);
@@ -56,8 +53,8 @@ void OfferToClearTranslocation() {
   const Ref<TGatekeeperTranslocationDlg> dialog = MakeWindow<TGatekeeperTranslocationDlg>();
   dialog->ShowModal();
   if (TextEquals(dialog->fBtnName, "OKBtn")) {
-    // What the user typed goes into the command as it is: it is the user's own shell, and a quote
-    // in it only breaks the command.
+    // What the user typed becomes a part of the command as it is: it is the user's own shell, and a
+    // quote in it only breaks the command.
     Shell shell;
     shell.Execute("echo \"" + dialog->AdminPasswordEdit()->Text() +
                   "\" | sudo -S xattr -r -d com.apple.quarantine \"" +

@@ -1,20 +1,16 @@
 #ifndef PLATFORM_BUNDLE_GATEKEEPER_DIALOG_H_
 #define PLATFORM_BUNDLE_GATEKEEPER_DIALOG_H_
 
-#include "platform/framework/controls.h"
-#include "platform/framework/window.h"
+#include "dialogs/answer_window.h"
 
 namespace zephin {
 
 /// Explains that the system runs the bundle from a translocated place, and asks for what is needed
-/// to clear the cause.
-class TGatekeeperTranslocationDlg : public Window {
+/// to clear the cause. Answers with the name of the button, "OKBtn" or "CancelBtn".
+class TGatekeeperTranslocationDlg : public AnswerWindow {
  public:
-  /// Name of the button that closed it: "OKBtn" or "CancelBtn"; empty before.
-  String fBtnName;
-
   Ref<TextField> AppPathEdit() const { return Named<TextField>("AppPathEdit"); }
-  /// Not masked, on purpose: users check what they type here.
+  /// Not masked, on purpose, so that users can check what they type.
   Ref<TextField> AdminPasswordEdit() const { return Named<TextField>("AdminPasswordEdit"); }
 
  protected:

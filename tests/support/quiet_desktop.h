@@ -1,5 +1,5 @@
-#ifndef TESTS_PLATFORM_FRAMEWORK_QUIET_DESKTOP_H_
-#define TESTS_PLATFORM_FRAMEWORK_QUIET_DESKTOP_H_
+#ifndef TESTS_SUPPORT_QUIET_DESKTOP_H_
+#define TESTS_SUPPORT_QUIET_DESKTOP_H_
 
 #include <cstdlib>
 #include <functional>
@@ -45,4 +45,4 @@ class QuietDesktop : public Desktop {
 
 }  // namespace zephin
 
-#endif  // TESTS_PLATFORM_FRAMEWORK_QUIET_DESKTOP_H_
+#endif  // TESTS_SUPPORT_QUIET_DESKTOP_H_
