@@ -43,9 +43,14 @@ void CopyChanged(BinaryStream& from, BinaryStream& to, ChangeBytes change) {
   }
 }
 
-/// Also open for writing if possible: space can be freed only in such a file.
+/// Also open for writing if possible: space can be freed only in such a file. A payload from a
+/// read-only disc can't be written; it gets the right here, as it is deleted next.
 Ref<BinaryStream> OpenToRead(const Ref<FolderItem>& item) {
-  const Ref<BinaryStream> stream = item->OpenAsBinaryFile(true);
+  Ref<BinaryStream> stream = item->OpenAsBinaryFile(true);
+  if (stream.IsNil() && !item->Directory()) {
+    item->GrantAllRights();
+    stream = item->OpenAsBinaryFile(true);
+  }
   return stream.IsNil() ? item->OpenAsBinaryFile(false) : stream;
 }
 

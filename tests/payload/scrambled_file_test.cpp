@@ -1,6 +1,10 @@
 #include "payload/scrambled_file.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <memory>
 
 #include "setup/scrambling.h"
 #include "tests/support/limits.h"
@@ -54,6 +58,21 @@ TEST_F(ScrambledFile, LargeFileIsWholeAndItsHardLinkKeepsItsContent) {
     EXPECT_TRUE(ReadFile(file) == scrambled) << again;
   }
   EXPECT_TRUE(ReadFile(run.scratch / "other") == before);
+}
+
+// A payload from a read-only disc: without the right to write, the disk would have to hold it
+// twice.
+TEST_F(ScrambledFile, ReadOnlyFileGivesItsSpaceBack) {
+  WriteFile(file, std::string(40'000'000, 'b'));
+  fs::permissions(file, fs::perms(0444));
+  const PlainUser user(run.scratch.Path());
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> old(std::fopen(file.c_str(), "rb"),
+                                                            std::fclose);
+  Unscramble();
+  struct stat state {};
+  ASSERT_EQ(fstat(fileno(old.get()), &state), 0);
+  EXPECT_EQ(state.st_nlink, 0U);
+  EXPECT_LT(state.st_blocks * 512, 20'000'000);
 }
 
 TEST_F(ScrambledFile, FileThatCannotBeDeletedIsOverwritten) {
