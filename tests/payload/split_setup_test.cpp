@@ -143,15 +143,6 @@ TEST_P(SplitSetup, ArchiveThatCannotBeCreatedIsNotReported) {
   EXPECT_EQ(run.desktop.cursor, MouseCursor::Arrow);
 }
 
-TEST_P(SplitSetup, LinkWithTheArchivesNameIsReplacedAndItsTargetIsKept) {
-  AddPiece("End", "end");
-  WriteFile(run.scratch / "mine", "m");
-  fs::create_symlink("mine", archive);
-  EXPECT_EQ(Join(), -1);
-  EXPECT_EQ(ReadFile(archive), "one,end");
-  EXPECT_EQ(ReadFile(run.scratch / "mine"), "m");
-}
-
 TEST_P(SplitSetup, FullDiskMakesAShortArchiveSilently) {
   AddPiece("End", std::string(100'000, 'x'));
   const FullDisk full(10'000);
