@@ -103,7 +103,7 @@ TEST(PostInstallCopy, ConditionsAreTestedBeforeTheSource) {
   Check(&ZephinStubWindow::PostInstallCopy,
         {
             {"Readme.txt=[@/there]@/there/y", "there/y=read"},
-            {"Readme.txt=[UserAccount/]@/there/y", "there/y=read"},
+            {"Readme.txt=[UserAccount/]@/there/y]tail", "there/y=read"},
             {"Readme.txt=[@/there/file]@/there/y"},
             {"nothing=[@/nowhere]@/there/y"},
             {"nothing=[@/there]@/there/y", "", {"Missing File: nothing"}},
