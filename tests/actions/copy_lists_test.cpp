@@ -80,7 +80,9 @@ TEST(PostInstallCopy, CopiesOutOfTheTargetFolder) {
             {"Readme.txt=UserAccount/b", "home/b=read"},
             {"Readme.txt=useraccount/new/b", "home/new/ home/new/b=read"},
             {"Readme.txt=@/UserAccount/b", "UserAccount/ UserAccount/b=read"},
-            {"Docs/nothing=@/there/new", "", {"Missing File: nothing"}},
+            // A missing source changes nothing at the destination.
+            {"Docs/nothing=@/there/file", "", {"Missing File: nothing"}},
+            {"nothing=@/deep/new", "", {"Missing File: nothing"}},
             // Text after a second "=" is dropped; a space belongs to its field.
             {"Readme.txt=@/there/new=tail", "there/new=read"},
             {"Readme.txt =@/there/new", "", {"Missing File: Readme.txt "}},
@@ -101,7 +103,7 @@ TEST(PostInstallCopy, ConditionsAreTestedBeforeTheSource) {
   Check(&ZephinStubWindow::PostInstallCopy,
         {
             {"Readme.txt=[@/there]@/there/y", "there/y=read"},
-            {"Readme.txt=[UserAccount/]@/there/y", "there/y=read"},
+            {"Readme.txt=[UserAccount/]@/there/y]tail", "there/y=read"},
             {"Readme.txt=[@/there/file]@/there/y"},
             {"nothing=[@/nowhere]@/there/y"},
             {"nothing=[@/there]@/there/y", "", {"Missing File: nothing"}},

@@ -183,23 +183,31 @@ TEST_F(ExpandFolder, FailedCopyIsReportedAndTheInstallContinues) {
   EXPECT_EQ(run.desktop.launched,
             (std::vector<std::string>{zip, (run.Resources() / "after").string()}));
   EXPECT_TRUE(fs::is_empty(chosen));
+  EXPECT_EQ(window.MessageLabel()->Text().Bytes(), "Install in Progress...");
   EXPECT_NEAR(static_cast<double>(run.desktop.milliseconds), 520, 20);
 }
 
 TEST_F(ExpandFolder, AfterProgramIsFoundFirstAndLaunchedBeforeTheArchiveIsDeleted) {
   WriteFile(run.Home() / "there", "x");
+  fs::create_symlink(run.Home() / "there", run.Resources() / "link");
   const std::string home = run.Home();
-  // The copy list creates it, which is too late.
-  window.fPostCopy = Utf8("preinstallcopy=" + home + "/there;" + home + "/late");
+  const std::string mark = home + "/mark";
+  // The copy list creates "late", which is too late, and deletes the mark before the program runs.
+  window.fPostCopy = Utf8("preinstallcopy=" + home + "/there;" + home + "/late|delete=" + mark);
   const std::vector<std::pair<const char*, std::vector<std::string>>> rows{
       {"UserAccount/late", {zip}},
       {"UserAccount/there", {zip, home + "/there"}},
       {"after", {zip, run.Resources() / "after"}},
+      {"link", {zip, home + "/there"}},
       {"", {zip}},
   };
   for (const auto& [name, launched] : rows) {
     run.desktop.launched.clear();
-    run.desktop.onLaunch = [this](const auto& path) { EXPECT_TRUE(fs::exists(zip)) << path; };
+    WriteFile(mark, "");
+    run.desktop.onLaunch = [this, &mark](const auto& path) {
+      EXPECT_TRUE(fs::exists(zip)) << path;
+      EXPECT_EQ(fs::exists(mark), path == zip) << path;
+    };
     window.fTargetFolder = "Tool";
     window.fExecuteAfterName = name;
     Expand();

@@ -32,6 +32,17 @@ TEST_F(Relocation, SplitSetupLaunchesACopyAndPassesItsFolder) {
   EXPECT_EQ(run.desktop.clipboard, run.Disk().string() + "/");
 }
 
+TEST_F(Relocation, EarlierCopyOfTheSameNumberIsDeletedFirst) {
+  const fs::path earlier = temporary / "earlier";
+  WriteFile(earlier / "Setup.app/stale", "s");
+  for (int number = 1000; number <= 9999; ++number) {
+    fs::create_directory_symlink("earlier", temporary / std::to_string(number));
+  }
+  EXPECT_TRUE(Relocate());
+  EXPECT_TRUE(fs::exists(earlier / "Setup.app/Contents"));
+  EXPECT_FALSE(fs::exists(earlier / "Setup.app/stale"));
+}
+
 TEST_F(Relocation, SetupInOneFileDoesNotRelocate) {
   fs::remove(run.Resources() / "Data#1");
   EXPECT_FALSE(Relocate());

@@ -83,6 +83,7 @@ TEST_F(ExpandSelection, OfEqualCaptionsTheLastChoiceAndEveryOptionIsPlaced) {
   Install("");
   Place(list, "Same", "");
   EXPECT_EQ(TreeWords(tool), "A/ A/two=2");
+  EXPECT_EQ(run.desktop.bringToFrontCalls, 1);
   Install("");
   // The second finds the folder that the first created.
   Place(list, "", "none,same");
@@ -113,14 +114,20 @@ TEST_F(ExpandSelection, ItemThatCannotBeMovedIsReportedAndDeletedWithTheTemporar
   EXPECT_EQ(TreeWords(tool.parent_path()), "Tool/ Tool/a=1 Tool/c=3");
 }
 
-TEST(ExpandSelectionAlone, WithoutABundleTheMissingPathIsReported) {
-  StubRun run;
-  run.machine.executable.clear();
-  ZephinStubWindow& window = run.BareWindow();
-  window.fTargetFolder = Utf8(run.scratch / "Tool");
-  window.fInstallChoices = "C,pack.zip,Tool";
-  EXPECT_EQ(run.Call([&window] { window.ExpandChoiceAndOptions("C", ""); }), 0);
-  EXPECT_EQ(run.desktop.failures, std::vector<std::string>{"NilObjectException"});
+TEST(ExpandSelectionAlone, OutsideABundleTheArchiveIsMissingAndWithoutAProgramTheRunEnds) {
+  for (const bool isKnown : {true, false}) {
+    StubRun run;
+    run.machine.executable = isKnown ? (run.scratch / "program").string() : "";
+    ZephinStubWindow& window = run.BareWindow();
+    window.fTargetFolder = Utf8(run.scratch / "Tool");
+    window.fInstallChoices = "C,pack.zip,Tool";
+    if (isKnown) {
+      run.desktop.ExpectMessage("Install failed for selected choice");
+    }
+    EXPECT_EQ(run.Call([&window] { window.ExpandChoiceAndOptions("C", ""); }), isKnown ? -1 : 0);
+    EXPECT_EQ(run.desktop.failures, isKnown ? std::vector<std::string>{}
+                                            : std::vector<std::string>{"NilObjectException"});
+  }
 }
 
 TEST_F(ExpandSelection, OptionFromAnAddressIsNamedWhileItDownloadsAndIsMergedWithLeftovers) {
@@ -153,6 +160,7 @@ TEST_F(ExpandSelection, NotesAndAddressComeLastAndOnlyAfterAnInstall) {
   window.fTargetFolder = "";
   window.ExpandChoiceAndOptions("C", "O");
   EXPECT_EQ(run.desktop.opened.size(), 1U);
+  EXPECT_EQ(run.desktop.bringToFrontCalls, 0);
 }
 
 }  // namespace
