@@ -6,15 +6,15 @@
 
 #include "platform/framework/application.h"
 #include "platform/framework/window.h"
-#include "platform/qt/accessibility.h"
-#include "platform/qt/answer_keys.h"
-#include "platform/qt/folder_dialog.h"
-#include "platform/qt/look.h"
-#include "platform/qt/message_window.h"
+#include "platform/qt/clipboard/session_clipboard.h"
+#include "platform/qt/peers/answer_keys.h"
+#include "platform/qt/peers/window_peer.h"
 #include "platform/qt/qt_string.h"
-#include "platform/qt/session.h"
-#include "platform/qt/session_clipboard.h"
-#include "platform/qt/window_peer.h"
+#include "platform/qt/session/accessibility.h"
+#include "platform/qt/session/folder_dialog.h"
+#include "platform/qt/session/session.h"
+#include "platform/qt/widgets/look.h"
+#include "platform/qt/widgets/message_window.h"
 
 namespace zephin {
 namespace {

@@ -9,12 +9,12 @@
 
 #include "platform/framework/application.h"
 #include "platform/framework/launcher.h"
-#include "platform/qt/answer_keys.h"
+#include "platform/qt/clipboard/session_clipboard.h"
+#include "platform/qt/peers/answer_keys.h"
+#include "platform/qt/peers/window_peer.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_string.h"
-#include "platform/qt/session.h"
-#include "platform/qt/session_clipboard.h"
-#include "platform/qt/window_peer.h"
+#include "platform/qt/session/session.h"
 
 namespace zephin {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/qt/answer_keys.h"
+#include "platform/qt/peers/answer_keys.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "dialogs/pages.h"
-#include "platform/qt/window_peer.h"
+#include "platform/qt/peers/window_peer.h"
 #include "tests/support/scripted_desktop.h"
 
 namespace zephin {

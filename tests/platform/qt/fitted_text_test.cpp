@@ -1,4 +1,4 @@
-#include "platform/qt/fitted_text.h"
+#include "platform/qt/widgets/fitted_text.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <tuple>
 #include <vector>
 
-#include "platform/qt/look.h"
+#include "platform/qt/widgets/look.h"
 
 namespace zephin {
 namespace {

@@ -11,10 +11,10 @@
 #include "dialogs/message_modal.h"
 #include "dialogs/pages.h"
 #include "dialogs/yes_no_dialog.h"
-#include "platform/qt/look.h"
+#include "platform/qt/peers/window_peer.h"
 #include "platform/qt/qt_string.h"
-#include "platform/qt/widgets.h"
-#include "platform/qt/window_peer.h"
+#include "platform/qt/widgets/look.h"
+#include "platform/qt/widgets/widgets.h"
 #include "selection/selection_dialogs.h"
 #include "tests/support/stub_run.h"
 

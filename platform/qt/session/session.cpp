@@ -1,4 +1,4 @@
-#include "platform/qt/session.h"
+#include "platform/qt/session/session.h"
 
 #include <unistd.h>
 #include <xcb/xcb.h>

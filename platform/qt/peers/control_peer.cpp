@@ -1,4 +1,4 @@
-#include "platform/qt/control_peer.h"
+#include "platform/qt/peers/control_peer.h"
 
 #include <QHelpEvent>
 #include <QToolTip>

@@ -1,10 +1,10 @@
-#include "platform/qt/accessibility.h"
+#include "platform/qt/session/accessibility.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
 
-#include "platform/qt/message_window.h"
-#include "platform/qt/widgets.h"
+#include "platform/qt/widgets/message_window.h"
+#include "platform/qt/widgets/widgets.h"
 
 namespace zephin {
 namespace {

@@ -4,7 +4,7 @@
 #include <QDialog>
 #include <QString>
 
-#include "platform/qt/answer_keys.h"
+#include "platform/qt/peers/answer_keys.h"
 
 namespace zephin {
 

@@ -3,9 +3,9 @@
 #include <limits>
 
 #include "platform/framework/controls.h"
-#include "platform/qt/control_peer.h"
-#include "platform/qt/picture_image.h"
-#include "platform/qt/widgets.h"
+#include "platform/qt/peers/control_peer.h"
+#include "platform/qt/widgets/picture_image.h"
+#include "platform/qt/widgets/widgets.h"
 
 namespace zephin {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/qt/reading.h"
+#include "platform/qt/widgets/reading.h"
 
 #include <QPlainTextEdit>
 #include <QTextOption>

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <optional>
 
-#include "platform/qt/look.h"
 #include "platform/qt/qt_string.h"
-#include "platform/qt/widgets.h"
+#include "platform/qt/widgets/look.h"
+#include "platform/qt/widgets/widgets.h"
 
 namespace zephin {
 namespace {

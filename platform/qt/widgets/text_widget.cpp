@@ -4,7 +4,7 @@
 #include <QStyle>
 #include <QStyleOptionFocusRect>
 
-#include "platform/qt/widgets.h"
+#include "platform/qt/widgets/widgets.h"
 
 namespace zephin {
 

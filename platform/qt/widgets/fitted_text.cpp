@@ -1,4 +1,4 @@
-#include "platform/qt/fitted_text.h"
+#include "platform/qt/widgets/fitted_text.h"
 
 #include <QFontMetricsF>
 #include <QGlyphRun>
@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/qt/look.h"
 #include "platform/qt/qt_string.h"
+#include "platform/qt/widgets/look.h"
 
 namespace zephin {
 namespace {

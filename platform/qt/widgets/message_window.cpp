@@ -1,4 +1,4 @@
-#include "platform/qt/message_window.h"
+#include "platform/qt/widgets/message_window.h"
 
 #include <QAccessible>
 #include <QGuiApplication>
@@ -8,11 +8,11 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/qt/look.h"
-#include "platform/qt/placement.h"
 #include "platform/qt/qt_string.h"
-#include "platform/qt/reading.h"
-#include "platform/qt/widgets.h"
+#include "platform/qt/widgets/look.h"
+#include "platform/qt/widgets/placement.h"
+#include "platform/qt/widgets/reading.h"
+#include "platform/qt/widgets/widgets.h"
 
 namespace zephin {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/qt/picture_image.h"
+#include "platform/qt/widgets/picture_image.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "platform/qt/window_peer.h"
+#include "platform/qt/peers/window_peer.h"
 
 #include <QCloseEvent>
 #include <QPainter>
@@ -7,9 +7,9 @@
 
 #include "platform/framework/application.h"
 #include "platform/framework/controls.h"
-#include "platform/qt/picture_image.h"
-#include "platform/qt/placement.h"
 #include "platform/qt/qt_string.h"
+#include "platform/qt/widgets/picture_image.h"
+#include "platform/qt/widgets/placement.h"
 
 namespace zephin {
 namespace {

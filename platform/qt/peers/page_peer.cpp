@@ -7,9 +7,9 @@
 #include "platform/framework/application.h"
 #include "platform/framework/controls.h"
 #include "platform/framework/window.h"
-#include "platform/qt/control_peer.h"
+#include "platform/qt/peers/control_peer.h"
 #include "platform/qt/qt_string.h"
-#include "platform/qt/reading.h"
+#include "platform/qt/widgets/reading.h"
 
 namespace zephin {
 namespace {

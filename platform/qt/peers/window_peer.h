@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "platform/framework/window.h"
-#include "platform/qt/answer_keys.h"
-#include "platform/qt/control_peer.h"
+#include "platform/qt/peers/answer_keys.h"
+#include "platform/qt/peers/control_peer.h"
 
 namespace zephin {
 

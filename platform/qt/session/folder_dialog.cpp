@@ -1,4 +1,4 @@
-#include "platform/qt/folder_dialog.h"
+#include "platform/qt/session/folder_dialog.h"
 
 #include <QDir>
 #include <QFile>

@@ -8,7 +8,7 @@
 #include <QWidget>
 #include <functional>
 
-#include "platform/qt/fitted_text.h"
+#include "platform/qt/widgets/fitted_text.h"
 
 // Widgets that draw what they show within their fixed size. They know nothing of the model; the
 // peers fill them.

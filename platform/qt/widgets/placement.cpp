@@ -1,4 +1,4 @@
-#include "platform/qt/placement.h"
+#include "platform/qt/widgets/placement.h"
 
 #include <QGuiApplication>
 #include <QScreen>

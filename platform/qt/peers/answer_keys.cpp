@@ -1,4 +1,4 @@
-#include "platform/qt/answer_keys.h"
+#include "platform/qt/peers/answer_keys.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -6,8 +6,8 @@
 #include <QWidget>
 
 #include "platform/framework/application.h"
+#include "platform/qt/peers/window_peer.h"
 #include "platform/qt/qt_string.h"
-#include "platform/qt/window_peer.h"
 
 namespace zephin {
 namespace {

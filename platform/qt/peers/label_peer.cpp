@@ -1,9 +1,9 @@
 #include "platform/framework/application.h"
 #include "platform/framework/controls.h"
-#include "platform/qt/control_peer.h"
-#include "platform/qt/look.h"
+#include "platform/qt/peers/control_peer.h"
 #include "platform/qt/qt_string.h"
-#include "platform/qt/widgets.h"
+#include "platform/qt/widgets/look.h"
+#include "platform/qt/widgets/widgets.h"
 
 namespace zephin {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/qt/session_clipboard.h"
+#include "platform/qt/clipboard/session_clipboard.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -8,7 +8,7 @@
 #include "platform/qt/clipboard/display.h"
 #include "platform/qt/clipboard/read_text.h"
 #include "platform/qt/qt_string.h"
-#include "platform/qt/session.h"
+#include "platform/qt/session/session.h"
 
 namespace zephin {
 namespace {
