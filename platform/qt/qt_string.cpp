@@ -52,7 +52,7 @@ QString AsCaption(QString text) {
 }
 
 QString AsWindowTitle(QString text) {
-  // The toolkit reads a doubled mark as the letters.
+  // A doubled mark stands for the letters themselves.
   return text.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
 }
 

@@ -1,6 +1,7 @@
 #include "platform/qt/peers/answer_keys.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QWidget>
@@ -8,11 +9,12 @@
 #include "platform/framework/application.h"
 #include "platform/qt/peers/window_peer.h"
 #include "platform/qt/qt_string.h"
+#include "platform/qt/widgets/message_window.h"
 
 namespace zephin {
 namespace {
 
-/// The keys of a shortcut such as "Cmd+Q".
+/// A shortcut of the model, such as "Cmd+Q", as keys of a PC.
 QKeySequence KeysOf(const MenuItem& item) {
   QString keys = ToQString(item.shortcut);
   keys.replace(QLatin1String("Cmd+"), QLatin1String("Ctrl+"));
@@ -35,27 +37,42 @@ bool IsQuitShortcut(const QKeyEvent& event) {
   return false;
 }
 
-/// Return and Escape without Control and the like. Takes a key that is held down but does nothing
-/// for it, so that it doesn't answer the next window too.
-bool Answer(AnswersKeys& window, const QKeyEvent& event) {
+void PressDefault(QDialog& window) {
+  if (auto* peer = dynamic_cast<WindowPeer*>(&window)) {
+    peer->PressDefault();
+  } else {
+    window.accept();
+  }
+}
+
+/// Handles Return and Escape, unless Control or the like is held down. True if it takes the key.
+bool Answer(QDialog& window, const QKeyEvent& event) {
   if ((event.modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier)) != Qt::NoModifier) {
     return false;
   }
+  // The repetitions of a key that is held down do nothing: they would answer the next window too.
   switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
       if (!event.isAutoRepeat()) {
-        window.PressDefault();
+        PressDefault(window);
       }
       return true;
     case Qt::Key_Escape:
       if (!event.isAutoRepeat()) {
-        window.PressCancel();
+        window.reject();
       }
       return true;
     default:
       return false;
   }
+}
+
+/// The window if it is one of this program's own, else null.
+QDialog* OwnWindow(QWidget* window) {
+  const bool isOwn = dynamic_cast<WindowPeer*>(window) != nullptr ||
+                     dynamic_cast<MessageWindow*>(window) != nullptr;
+  return isOwn ? static_cast<QDialog*>(window) : nullptr;
 }
 
 }  // namespace
@@ -69,7 +86,7 @@ bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
     ChooseQuit();
     return true;
   }
-  auto* window = dynamic_cast<AnswersKeys*>(static_cast<QWidget*>(watched)->window());
+  QDialog* window = OwnWindow(static_cast<QWidget*>(watched)->window());
   return window != nullptr && Answer(*window, key);
 }
 

@@ -15,7 +15,7 @@ void ControlPeer::Update() {
   const Bounds& place = control_.Place();
   widget_->setGeometry(place.left, place.top, place.width, place.height);
   widget_->setEnabled(control_.Enabled());
-  // The help tag itself, not the tool tip, is what a screen reader tells.
+  // Not the tool tip, which has markup and may repeat the caption: a screen reader reads it out.
   widget_->setAccessibleDescription(ToQString(control_.HelpTag()));
   Apply();
   widget_->setVisible(control_.Visible());

@@ -4,8 +4,7 @@
 
 #include "platform/framework/controls.h"
 #include "platform/qt/peers/control_peer.h"
-#include "platform/qt/widgets/picture_image.h"
-#include "platform/qt/widgets/widgets.h"
+#include "platform/qt/widgets/picture_widget.h"
 
 namespace zephin {
 namespace {
@@ -14,8 +13,8 @@ class CanvasPeer final : public ControlPeer {
  public:
   CanvasPeer(Canvas& model, PictureWidget* picture)
       : ControlPeer(model, picture), model_(model), picture_(picture) {
-    const bool isLogo = model.Name().find("Logo") != std::string::npos;
-    picture->setAccessibleName(isLogo ? QStringLiteral("Logo") : QStringLiteral("Picture"));
+    // The model doesn't say what the picture shows.
+    picture->setAccessibleName(QStringLiteral("Picture"));
   }
 
  protected:
@@ -36,7 +35,7 @@ class ProgressPeer final : public ControlPeer {
 
  protected:
   void Apply() override {
-    // The toolkit's bar counts in 32 bits and takes a maximum of 0 for "no end known".
+    // The toolkit's bar counts in 32 bits, and a maximum of 0 makes it a bar without an end.
     std::int64_t maximum = std::max<std::int64_t>(model_.Maximum(), 1);
     std::int64_t value =
         model_.Maximum() > 0 ? std::clamp<std::int64_t>(model_.Value(), 0, maximum) : 0;

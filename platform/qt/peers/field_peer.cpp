@@ -6,13 +6,13 @@
 #include "platform/framework/window.h"
 #include "platform/qt/peers/control_peer.h"
 #include "platform/qt/qt_string.h"
-#include "platform/qt/widgets/reading.h"
+#include "platform/qt/widgets/text_widget.h"
 
 namespace zephin {
 namespace {
 
-/// The label that stands left of a field, which names it for a screen reader; else the window's
-/// title.
+/// The name of a field for screen readers: the text of the nearest label on its left, or the
+/// window's title if there is none.
 QString NameOfField(const Control& field) {
   const Label* nearest = nullptr;
   for (const Ref<Control>& control : field.Owner()->Controls()) {
@@ -33,7 +33,7 @@ class TextFieldPeer final : public ControlPeer {
  public:
   TextFieldPeer(TextField& model, QLineEdit* edit)
       : ControlPeer(model, edit), model_(model), edit_(edit) {
-    // Not only what is typed: a screen reader's user may dictate.
+    // Not `textEdited`: assistive programs set the text without the keyboard.
     connect(edit, &QLineEdit::textChanged, this, [this](const QString& text) {
       if (text != ToQString(model_.Text())) {
         model_.SetText(FromQString(text));
@@ -72,9 +72,9 @@ class TextAreaPeer final : public ControlPeer {
   void Apply() override {
     edit_->setReadOnly(model_.ReadOnly());
     if (model_.ReadOnly()) {
-      edit_->setTextInteractionFlags(ReadingFlags());
+      edit_->setTextInteractionFlags(ReadOnlyFlags());
     }
-    // Setting the text anew would lose the place that the user has scrolled to.
+    // Setting the same text again would scroll back to the top.
     if (!shown_ || !(*shown_ == model_.Text())) {
       shown_ = model_.Text();
       applying_ = true;

@@ -3,7 +3,7 @@
 #include "platform/qt/peers/control_peer.h"
 #include "platform/qt/qt_string.h"
 #include "platform/qt/widgets/look.h"
-#include "platform/qt/widgets/widgets.h"
+#include "platform/qt/widgets/text_widget.h"
 
 namespace zephin {
 namespace {

@@ -9,35 +9,35 @@
 #include "platform/framework/window.h"
 #include "platform/qt/peers/control_peer.h"
 #include "platform/qt/qt_string.h"
-#include "platform/qt/widgets/reading.h"
+#include "platform/qt/widgets/text_widget.h"
 
 namespace zephin {
 namespace {
 
 constexpr qreal kMargin = 12;
 
-/// The page without its links to style sheets, which are not fetched and behind which the toolkit
-/// would show nothing of a page that doesn't close them.
+/// Removes the `link` tags. Style sheets aren't fetched anyway, and the toolkit shows nothing of
+/// what follows a `link` tag that isn't closed.
 QString WithoutLinkTags(QString source) {
   static const QRegularExpression kLinkTag(QStringLiteral("</?link\\b[^>]*>"),
                                            QRegularExpression::CaseInsensitiveOption);
   return source.remove(kLinkTag);
 }
 
-/// A page from memory. Whatever it names (pictures, style sheets) stays where it is: nothing is
-/// fetched, neither from the network nor from the disk.
+/// Shows a page from memory. Pictures and style sheets that it refers to are not loaded, neither
+/// from the network nor from the disk.
 class PageView final : public QTextBrowser {
  public:
   explicit PageView(QWidget* parent) : QTextBrowser(parent) {
     setOpenLinks(false);
     document()->setDocumentMargin(kMargin);
-    setTextInteractionFlags(Qt::TextBrowserInteraction | ReadingFlags());
+    setTextInteractionFlags(Qt::TextBrowserInteraction | ReadOnlyFlags());
   }
 
   QVariant loadResource(int /*type*/, const QUrl& /*name*/) override { return {}; }
 
  protected:
-  // Return is the default button's, so that the blank follows a link that has the focus.
+  // Return presses the default button, so Space follows a link that has the focus.
   void keyPressEvent(QKeyEvent* event) override {
     const QTextCursor cursor = textCursor();
     if (event->key() == Qt::Key_Space && cursor.hasSelection() && cursor.charFormat().isAnchor()) {
@@ -67,7 +67,7 @@ class PagePeer final : public ControlPeer {
  private:
   void Follow(const QUrl& link) {
     if (link.scheme().isEmpty()) {
-      // Only places of this page can be meant: it has no address to which others are relative.
+      // A relative link can only be a place in this page, since the page has no address.
       view_->scrollToAnchor(link.fragment());
       return;
     }

@@ -7,17 +7,18 @@
 
 #include "platform/framework/application.h"
 #include "platform/framework/controls.h"
+#include "platform/qt/peers/answer_keys.h"
 #include "platform/qt/qt_string.h"
-#include "platform/qt/widgets/picture_image.h"
+#include "platform/qt/widgets/picture_widget.h"
 #include "platform/qt/widgets/placement.h"
 
 namespace zephin {
 namespace {
 
-/// A frame with a title and nothing that closes, hides or enlarges the window, unless it may.
+/// A frame with a title, and a button to close the window if the model has one, but no others.
 Qt::WindowFlags FrameOf(const Window& model) {
   Qt::WindowFlags flags = Qt::CustomizeWindowHint | Qt::WindowTitleHint;
-  // The main window is a window of the session's task list, the others are dialogs.
+  // Only the main window appears in the session's task list.
   flags |= model.ClosesAsQuit() ? Qt::Window : Qt::Dialog;
   flags.setFlag(Qt::WindowCloseButtonHint, model.HasCloseButton());
   return flags;
@@ -27,7 +28,7 @@ bool IsPressable(const PushButton& button) {
   return button.Visible() && button.Enabled();
 }
 
-/// The first button, in the order of their creation, of which `is` holds; null if none.
+/// The first button in the order of creation for which `is` is true, else null.
 template <class Predicate>
 const PushButton* FindButton(const Window& model, Predicate is) {
   for (const Ref<Control>& control : model.Controls()) {
@@ -57,7 +58,7 @@ void WindowPeer::Update() {
   const QString title = AsWindowTitle(ToQString(model_->Title()));
   if (title != windowTitle()) {
     setWindowTitle(title);
-    // Pages bear the window's title as their name.
+    // The title is the accessible name of pages.
     for (const auto& peer : peers_) {
       peer->Update();
     }
@@ -77,7 +78,7 @@ void WindowPeer::Update() {
 void WindowPeer::UpdateSize() {
   const QSize wanted(model_->Width(), model_->Height());
   if (model_->Resizeable()) {
-    // A screen that is smaller than the least size would hide the buttons.
+    // Otherwise the buttons would lie outside a screen that is smaller than the minimum size.
     setMinimumSize(QSize(model_->MinimumWidth(), model_->MinimumHeight())
                        .boundedTo(RoomOnScreen(this).size()));
     setMaximumSize(model_->MaximumWidth(), model_->MaximumHeight());
@@ -148,7 +149,7 @@ void WindowPeer::Appear(QWidget* over) {
   PutAbove(*this, over);
   show();
   isNew_ = true;
-  // Behind the showing: a dialog of the toolkit would choose its default button.
+  // After `show`, which gives the focus to the default button.
   for (QWidget* widget : tabOrder_) {
     if (widget->isVisible() && widget->isEnabled()) {
       widget->setFocus();
@@ -166,7 +167,7 @@ void WindowPeer::Disappear() {
 
 void WindowPeer::RunModal(QWidget* over) {
   if (isVisible() && windowModality() != Qt::ApplicationModal) {
-    hide();  // The toolkit takes a change of modality only before a window is shown.
+    hide();  // A change of modality has no effect on a visible window.
   }
   setWindowModality(Qt::ApplicationModal);
   Appear(over);
@@ -193,7 +194,7 @@ void WindowPeer::PressDefault() {
   Press(FindButton(*model_, [](const PushButton& button) { return button.Default(); }));
 }
 
-void WindowPeer::PressCancel() {
+void WindowPeer::reject() {
   Press(FindButton(
       *model_, [](const PushButton& button) { return button.Cancel() && IsPressable(button); }));
 }

@@ -1,5 +1,5 @@
-#ifndef PLATFORM_QT_WINDOW_PEER_H_
-#define PLATFORM_QT_WINDOW_PEER_H_
+#ifndef PLATFORM_QT_PEERS_WINDOW_PEER_H_
+#define PLATFORM_QT_PEERS_WINDOW_PEER_H_
 
 #include <QDialog>
 #include <QEventLoop>
@@ -10,41 +10,46 @@
 #include <vector>
 
 #include "platform/framework/window.h"
-#include "platform/qt/peers/answer_keys.h"
 #include "platform/qt/peers/control_peer.h"
 
 namespace zephin {
 
 class PushButton;
 
-/// What shows one window of the model: a window of the same size with a peer for each control at
-/// its place, point for point.
-class WindowPeer final : public QDialog, public AnswersKeys {
+/// Shows one window of the model: a window of the same size, with a peer for each control at its
+/// place, point for point.
+class WindowPeer final : public QDialog {
  public:
+  /// The window's controls must exist already. Not visible at first.
   explicit WindowPeer(Window& model);
 
-  /// Null when the model has gone.
+  /// Null after `Forget`.
   Window* Model() const { return model_; }
-  /// Shows the window's properties as they are now.
+  /// Copies the window's properties to the widget, those of its controls not included.
   void Update();
-  /// Shows one of its controls as it is now.
+  /// Copies one control's properties. Does nothing if the control isn't in this window.
   void UpdateControl(const Control& control);
-  /// Null if the control isn't of this window.
+  /// Null if the control isn't in this window.
   ControlPeer* PeerOf(const Control& control) const;
 
-  /// `over` may be null: the window above which it appears.
+  /// Shows the window above `over`, or in the middle of the screen if that is null. Does nothing if
+  /// it is visible.
   void Appear(QWidget* over);
+  /// Hides the window; every `RunModal` of it returns.
   void Disappear();
-  /// True once for each time that it appears.
-  bool TakeFirstPaint() { return std::exchange(isNew_, false); }
-  /// Appears above all others, which take no input, and returns when it has been hidden.
+  /// Shows the window above all others of the program, which get no input, and returns when it has
+  /// been hidden.
   void RunModal(QWidget* over);
-  /// The model is about to go: hides, and refers to it no more.
+  /// True for the first call after each `Appear`, else false.
+  bool TakeFirstPaint() { return std::exchange(isNew_, false); }
+  /// Called before the model is destroyed: hides the window and drops all references to the model.
   void Forget();
 
-  void PressDefault() override;
-  void PressCancel() override;
-  void reject() override {}
+  /// Presses the default button, if it is visible and enabled.
+  void PressDefault();
+  /// Presses the first cancel button that is visible and enabled, if there is one. The toolkit
+  /// calls it for the Escape key.
+  void reject() override;
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -63,11 +68,11 @@ class WindowPeer final : public QDialog, public AnswersKeys {
   std::map<const Control*, ControlPeer*> peersByControl_;
   std::vector<QWidget*> tabOrder_;
   QImage backdrop_;
-  QPoint position_;     ///< Where the program has last put it.
-  bool isNew_ = false;  ///< It appeared, and nothing waited for it to be on the display.
+  QPoint position_;     ///< The last position that the program has set.
+  bool isNew_ = false;  ///< Shown, and nothing has waited for the display since.
   std::vector<QEventLoop*> modalLoops_;
 };
 
 }  // namespace zephin
 
-#endif  // PLATFORM_QT_WINDOW_PEER_H_
+#endif  // PLATFORM_QT_PEERS_WINDOW_PEER_H_

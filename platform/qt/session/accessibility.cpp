@@ -3,13 +3,15 @@
 #include <QAccessible>
 #include <QAccessibleWidget>
 
+#include "platform/qt/widgets/caption_buttons.h"
 #include "platform/qt/widgets/message_window.h"
-#include "platform/qt/widgets/widgets.h"
+#include "platform/qt/widgets/picture_widget.h"
+#include "platform/qt/widgets/text_widget.h"
 
 namespace zephin {
 namespace {
 
-/// A link: pressing it is its first action.
+/// A link. Its first action presses it.
 class AccessibleLink final : public QAccessibleWidget {
  public:
   explicit AccessibleLink(TextWidget* link)
@@ -31,8 +33,8 @@ class AccessibleLink final : public QAccessibleWidget {
   TextWidget* link_;
 };
 
-/// A radio button. The toolkit's own interface takes one for a check box whose group is not the
-/// toolkit's.
+/// A radio button. The toolkit's own interface gives the role of a check box to one that isn't in a
+/// group of the toolkit.
 class AccessibleRadio final : public QAccessibleWidget {
  public:
   explicit AccessibleRadio(RadioWidget* radio)

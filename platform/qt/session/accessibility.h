@@ -1,12 +1,13 @@
-#ifndef PLATFORM_QT_ACCESSIBILITY_H_
-#define PLATFORM_QT_ACCESSIBILITY_H_
+#ifndef PLATFORM_QT_SESSION_ACCESSIBILITY_H_
+#define PLATFORM_QT_SESSION_ACCESSIBILITY_H_
 
 namespace zephin {
 
-/// Gives screen readers the roles of this program's own widgets: texts, links, pictures and
-/// messages. The toolkit's own widgets have theirs. Called once, before the first window is made.
+/// Gives screen readers the roles of this program's own widgets: texts, links, radio buttons,
+/// pictures and messages. The toolkit knows the roles of its own widgets. Called once, before the
+/// first window is made.
 void SetUpAccessibility();
 
 }  // namespace zephin
 
-#endif  // PLATFORM_QT_ACCESSIBILITY_H_
+#endif  // PLATFORM_QT_SESSION_ACCESSIBILITY_H_

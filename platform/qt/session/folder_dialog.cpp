@@ -19,7 +19,7 @@ void SetCaption(QFileDialog& dialog, QFileDialog::DialogLabel label, const Strin
   }
 }
 
-/// Leaves the names of the folders: this is no place to look at sizes and dates.
+/// Hides all columns but the names of the folders, and the choice of a file type.
 void Simplify(QFileDialog& dialog) {
   for (auto* list : dialog.findChildren<QTreeView*>()) {
     for (int column = 1; column < list->model()->columnCount(); ++column) {
@@ -34,7 +34,7 @@ void Simplify(QFileDialog& dialog) {
   }
 }
 
-/// The folder, or the nearest one above it that is there and that the toolkit can name.
+/// The folder, or the nearest one above it that exists and that the toolkit can name.
 QString NearestFolder(const FolderItem& folder) {
   QString path = QFile::decodeName(QByteArray::fromStdString(folder.NativePath().Bytes()));
   while (!QFileInfo(path).isDir() && path.contains(u'/')) {
@@ -43,10 +43,10 @@ QString NearestFolder(const FolderItem& folder) {
   return path.isEmpty() ? QDir::rootPath() : path;
 }
 
-/// The folder that the user has accepted; empty if there is none.
+/// Empty if the user has accepted nothing that exists.
 QString AcceptedFolder(const QFileDialog& dialog) {
-  // The field says what was typed or picked. While a path is being typed, the list selects each
-  // folder on the way, and gives the first of them for the one that was meant.
+  // The field comes first: while the user types a path, the list selects each folder on the way,
+  // and `selectedFiles` returns the first of them.
   const auto* field = dialog.findChild<QLineEdit*>(QLatin1String("fileNameEdit"));
   if (field != nullptr && !field->text().isEmpty()) {
     const QFileInfo named(dialog.directory(), field->text());

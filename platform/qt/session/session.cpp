@@ -31,17 +31,18 @@ extern "C" void EndOnSignal(int /*signal*/) {
   _exit(0);
 }
 
-/// The toolkit's remarks on fonts, settings and the like are nothing to this program's users.
-void TellGraveOnly(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
+/// The toolkit's warnings, about fonts and settings for example, don't help users of an installer.
+void PrintErrorsOnly(QtMsgType type, const QMessageLogContext& /*context*/,
+                     const QString& message) {
   if (type == QtCriticalMsg || type == QtFatalMsg) {
     std::fprintf(stderr, "%s\n", qPrintable(message));
   }
 }
 
-/// Takes variables out of the environment, or sets them, for as long as it lives.
+/// Changes environment variables, and restores them when it is destroyed.
 class ChangedEnvironment {
  public:
-  using Change = std::pair<const char*, const char*>;  ///< Name and value; null: none.
+  using Change = std::pair<const char*, const char*>;  ///< Name and value; null removes it.
 
   explicit ChangedEnvironment(std::initializer_list<Change> changes) {
     for (const auto& [name, value] : changes) {
@@ -71,15 +72,14 @@ class ChangedEnvironment {
   std::vector<std::pair<const char*, std::optional<std::string>>> before_;
 };
 
-/// Where the bundle keeps what the program needs of other makers; not there in a mere build.
+/// The bundle's folder for libraries, plug-ins and fonts. A build that isn't installed has none.
 QString Frameworks() {
   std::error_code failure;
   const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", failure);
   return QFile::decodeName((program.parent_path().parent_path() / "Frameworks/").c_str());
 }
 
-/// Where the bundle brings plug-ins of its own, the toolkit takes no others: those of the user's
-/// system may be of another version of it.
+/// Plug-ins of the user's system may belong to another version of the toolkit than the bundle's.
 void UseOnlyOwnPlugins() {
   const QString plugins = Frameworks() + QStringLiteral("plugins");
   if (QFile::exists(plugins)) {
@@ -87,8 +87,8 @@ void UseOnlyOwnPlugins() {
   }
 }
 
-/// Without any font on the system, all texts would be rows of boxes. The toolkit names families
-/// even then, but has no letters of them.
+/// On a system without any font, all letters would be boxes. The toolkit lists families even then,
+/// so that only a look at a font's table of letters shows whether there is one.
 void UseOwnFontIfThereIsNone() {
   if (QRawFont::fromFont(QFont()).fontTable("cmap").isEmpty()) {
     QFontDatabase::addApplicationFont(Frameworks() + QStringLiteral("fonts/DejaVuSans.ttf"));
@@ -109,7 +109,7 @@ void EndAlwaysWithStatus0() {
   for (const int signal : {SIGABRT, SIGHUP, SIGINT, SIGTERM}) {
     std::signal(signal, EndOnSignal);
   }
-  // A file that may not grow and a pipe without a reader are failed writes, which are told as such.
+  // A write to a full file or to a pipe without a reader then fails, and its caller reports it.
   for (const int signal : {SIGXFSZ, SIGPIPE}) {
     std::signal(signal, SIG_IGN);
   }
@@ -123,16 +123,16 @@ std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
       {"QT_QPA_GENERIC_PLUGINS", nullptr},
       {"QT_PLUGIN_PATH", nullptr},
       {"QT_STYLE_OVERRIDE", nullptr},
-      {"QT_XCB_GL_INTEGRATION", "none"},  // Nothing here is drawn by OpenGL; finding it takes time.
-      // By the desktop's name the toolkit would choose its theme.
+      {"QT_XCB_GL_INTEGRATION", "none"},  // Not used, and loading OpenGL takes time.
+      // The toolkit chooses a theme by the desktop's name.
       {"XDG_CURRENT_DESKTOP", nullptr},
       {"DESKTOP_SESSION", nullptr},
       {"KDE_FULL_SESSION", nullptr},
       {"GNOME_DESKTOP_SESSION_ID", nullptr},
   });
-  qInstallMessageHandler(TellGraveOnly);
+  qInstallMessageHandler(PrintErrorsOnly);
   UseOnlyOwnPlugins();
-  // The folder dialog would leave a file of settings in the user's home.
+  // Otherwise the folder dialog would write a file of settings to the user's home.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
   auto application = std::make_unique<QApplication>(argc, argv);
   UseOwnFontIfThereIsNone();

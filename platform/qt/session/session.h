@@ -1,34 +1,35 @@
-#ifndef PLATFORM_QT_SESSION_H_
-#define PLATFORM_QT_SESSION_H_
+#ifndef PLATFORM_QT_SESSION_SESSION_H_
+#define PLATFORM_QT_SESSION_SESSION_H_
 
 #include <QApplication>
 #include <functional>
 #include <memory>
 
-// How the program meets the user's session: whether there is one, what of its settings the toolkit
-// may take, and what happens when it ends.
+// The program and the user's session: whether there is a display, which settings of the session
+// reach the toolkit, and what happens when the session ends.
 
 namespace zephin {
 
-/// Whether an X display takes connections.
+/// Whether an X server accepts connections.
 bool DisplayIsThere();
 
-/// Every end of this process from now on, the toolkit's own included (the display has gone, say),
-/// has status 0. For programs that build on QtDesktop alone: a failed test would end so too.
+/// From now on every end of this process has status 0, also one that the toolkit or a signal
+/// causes, for example when the display is lost. Not for tests: a failed one would have status 0,
+/// too.
 void EndAlwaysWithStatus0();
 
-/// The toolkit's application. The session's own settings for other programs of the same toolkit
-/// (plug-ins, style, theme) are kept from it, and stand again for the programs that this one
-/// starts. Both arguments must outlive it.
+/// Creates the toolkit's application. Both arguments must outlive it. Settings of the session that
+/// are meant for other programs of the same toolkit (plug-ins, style, theme) don't reach it; the
+/// programs that this one starts get them unchanged.
 std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv);
 
-/// Talks to the display until `done` holds, or until that many milliseconds have passed. The user's
-/// input waits meanwhile.
+/// Handles the display's events until `done` returns true, or until that many milliseconds have
+/// passed. The user's input stays in the queue.
 void TalkToDisplay(int milliseconds, const std::function<bool()>& done);
 
-/// Sends the display what has been drawn and set so far.
+/// Sends all pending requests to the display.
 void FlushDisplay();
 
 }  // namespace zephin
 
-#endif  // PLATFORM_QT_SESSION_H_
+#endif  // PLATFORM_QT_SESSION_SESSION_H_

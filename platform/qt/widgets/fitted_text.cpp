@@ -13,12 +13,12 @@
 namespace zephin {
 namespace {
 
-/// More letters than any box can show: a long text is laid out no further.
+/// More letters than any box can show. The rest of a long text isn't laid out, which takes time.
 constexpr qsizetype kLongestShown = 20'000;
 constexpr qreal kEndless = 1'000'000;
-/// Per cent of a letter's width at which it can still be read well.
+/// In per cent of a letter's width. Narrower letters are hard to read.
 constexpr int kNarrowest = 75;
-/// Rounding of a font's measures is no reason to shrink a text.
+/// In points. A text isn't shrunk because of the rounding of its font's measures.
 constexpr qreal kTolerance = 0.5;
 
 QTextOption OptionFor(const QString& text, const FittedText::Style& style) {
@@ -32,8 +32,8 @@ QTextOption OptionFor(const QString& text, const FittedText::Style& style) {
   return option;
 }
 
-/// Where the marks of a line's letters really are, which may be less or more than the font's own
-/// line height.
+/// The area that the letters of a line really cover. The font's line height may be larger, or
+/// smaller for scripts with marks above and below.
 QRectF InkOf(const QTextLine& line) {
   QRectF ink;
   for (const QGlyphRun& run : line.glyphRuns()) {
@@ -59,7 +59,7 @@ FittedText::FittedText(const QString& text, const Style& style, const QSizeF& bo
     }
   }
   if (!whole_) {
-    CutOff(smaller, box);
+    ElideLastLine(smaller, box);
   }
   if (style.lines == Lines::One) {
     CentreLine(box);
@@ -74,7 +74,7 @@ bool FittedText::Lay(const QString& text, const Style& style, const QSizeF& box)
                      [&](const QString& paragraph) { return LayParagraph(paragraph, style, box); });
 }
 
-/// False if it doesn't fit: then the line that doesn't is the last one laid out.
+/// False if the paragraph doesn't fit. The last line in the layout is then the one that doesn't.
 bool FittedText::LayParagraph(const QString& text, const Style& style, const QSizeF& box) {
   const auto layout = std::make_shared<QTextLayout>(text, style.font);
   layout->setTextOption(OptionFor(text, style));
@@ -98,31 +98,33 @@ bool FittedText::LayParagraph(const QString& text, const Style& style, const QSi
   return fits;
 }
 
-/// Sets the last line anew that still fits, with what follows it cut off behind an ellipsis.
-void FittedText::CutOff(const Style& style, const QSizeF& box) {
-  const auto lastFits = [&] {
-    const QTextLine line = paragraphs_.back()->lineAt(paragraphs_.back()->lineCount() - 1);
-    return std::min(InkOf(line).bottom(), line.y() + line.height()) <= box.height() + kTolerance;
-  };
-  QTextLayout* last = paragraphs_.back().get();
-  int lines = last->lineCount();
-  if (style.lines == Lines::Many && !lastFits()) {
+/// How many lines of the last paragraph fit into the box. A paragraph of which none fits is
+/// dropped, unless it is the only one; of that, one line is kept, however small the box.
+int FittedText::LinesThatFit(const Style& style, const QSizeF& box) {
+  int lines = paragraphs_.back()->lineCount();
+  const QTextLine last = paragraphs_.back()->lineAt(lines - 1);
+  const bool lastFits =
+      std::min(InkOf(last).bottom(), last.y() + last.height()) <= box.height() + kTolerance;
+  if (style.lines == Lines::Many && !lastFits) {
     --lines;
     if (lines == 0 && paragraphs_.size() > 1) {
       paragraphs_.pop_back();
-      last = paragraphs_.back().get();
-      lines = last->lineCount();
+      lines = paragraphs_.back()->lineCount();
     }
   }
-  lines = std::max(lines, 1);
-  const QTextLine line = last->lineAt(lines - 1);
-  const QString text = last->text();
-  const QString rest = text.mid(line.textStart()) + QChar(0x2026);
-  const QString cut = QFontMetricsF(style.font).elidedText(rest, Qt::ElideRight, box.width());
-  const QString shown = text.left(line.textStart()) + cut;
+  return std::max(lines, 1);
+}
+
+/// Lays out the last line that fits once more, with an ellipsis in place of all that follows it.
+void FittedText::ElideLastLine(const Style& style, const QSizeF& box) {
+  const int lines = LinesThatFit(style, box);
+  const std::shared_ptr<QTextLayout> last = paragraphs_.back();
+  const qsizetype start = last->lineAt(lines - 1).textStart();
+  const QString rest = last->text().mid(start) + QChar(0x2026);
+  const QString elided = QFontMetricsF(style.font).elidedText(rest, Qt::ElideRight, box.width());
   paragraphs_.pop_back();
   height_ = paragraphs_.empty() ? 0 : last->lineAt(0).y();
-  LayParagraph(shown, style, QSizeF(box.width(), kEndless));
+  LayParagraph(last->text().left(start) + elided, style, QSizeF(box.width(), kEndless));
 }
 
 void FittedText::CentreLine(const QSizeF& box) {

@@ -10,9 +10,9 @@
 namespace zephin {
 namespace {
 
-constexpr int kNothingSmaller = 7;
+constexpr int kSmallestPixels = 7;
 
-/// The toolkit's own style, without the pictures of the user's theme on the buttons of its dialogs.
+/// The toolkit's own style. The buttons of its dialogs would carry pictures of the user's theme.
 class PlainStyle final : public QProxyStyle {
  public:
   explicit PlainStyle(QObject* parent) : QProxyStyle(QStringLiteral("Fusion")) {
@@ -48,9 +48,9 @@ QPalette LightPalette() {
   return palette;
 }
 
-/// The families whose lines fill the fixed boxes best come first. Just one is given to the toolkit:
-/// it spends milliseconds on each family of a list that isn't there.
-QString FirstFamilyThere() {
+/// The first family in the list that is installed. The families whose lines suit the fixed boxes
+/// best come first. The toolkit gets one name, since it spends milliseconds on each missing family.
+QString FirstInstalledFamily() {
   for (const char* family : {"Liberation Sans", "Arimo", "DejaVu Sans", "Noto Sans"}) {
     if (QFontDatabase::hasFamily(QLatin1String(family))) {
       return QLatin1String(family);
@@ -74,7 +74,7 @@ void SetUpLook() {
 
 QFont SystemFont(int pixels) {
   static const QFont kFont = [] {
-    QFont font(FirstFamilyThere());
+    QFont font(FirstInstalledFamily());
     font.setPixelSize(kSystemFontPixels);
     return font;
   }();
@@ -86,7 +86,7 @@ QFont SystemFont(int pixels) {
 }
 
 int SmallestReadable(int pixels) {
-  return std::min(pixels, std::max(kNothingSmaller, pixels * 3 / 4));
+  return std::min(pixels, std::max(kSmallestPixels, pixels * 3 / 4));
 }
 
 }  // namespace zephin

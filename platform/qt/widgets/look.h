@@ -1,26 +1,26 @@
-#ifndef PLATFORM_QT_LOOK_H_
-#define PLATFORM_QT_LOOK_H_
+#ifndef PLATFORM_QT_WIDGETS_LOOK_H_
+#define PLATFORM_QT_WIDGETS_LOOK_H_
 
 #include <QFont>
 
-// The look of the program's windows: one style, light colours and fonts in pixels, whatever theme
-// the user's session has. Windows are laid out in fixed points, so that a theme's large font or
-// dark colours would make their texts unreadable.
+// The look of the program's windows: one style, light colours, and fonts whose sizes are in pixels,
+// whatever the theme of the user's session. A theme's large font or dark colours would make texts
+// in windows of a fixed layout unreadable.
 
 namespace zephin {
 
-/// Size of the system's font in pixels.
+/// The size of the system font in pixels.
 constexpr int kSystemFontPixels = 12;
 
-/// Gives the toolkit's application its style, colours and font, and the habits of this program: it
-/// doesn't end when its last window is hidden.
+/// Sets style, colours and font of the toolkit's application, which must exist, and keeps it from
+/// ending when its last window is hidden.
 void SetUpLook();
 
-/// The system's font; `pixels` 0: at its own size.
+/// The system font. `pixels` 0 means its own size.
 QFont SystemFont(int pixels = 0);
-/// The smallest size in pixels to which a text of `pixels` may be shrunk and still be read.
+/// The smallest size to which letters of `pixels` may be shrunk. At most `pixels`.
 int SmallestReadable(int pixels);
 
 }  // namespace zephin
 
-#endif  // PLATFORM_QT_LOOK_H_
+#endif  // PLATFORM_QT_WIDGETS_LOOK_H_

@@ -9,19 +9,22 @@
 #include <cmath>
 
 #include "platform/qt/qt_string.h"
+#include "platform/qt/widgets/caption_buttons.h"
 #include "platform/qt/widgets/look.h"
 #include "platform/qt/widgets/placement.h"
-#include "platform/qt/widgets/reading.h"
-#include "platform/qt/widgets/widgets.h"
+#include "platform/qt/widgets/text_widget.h"
 
 namespace zephin {
 namespace {
 
+// In points.
 constexpr int kMargin = 20;
 constexpr int kWidest = 420;
 constexpr int kNarrowest = 240;
-constexpr qsizetype kLongestUnscrolled = 4000;
 constexpr QSize kButtonSize(80, 22);
+
+/// In letters. A longer text scrolls, since measuring it takes long.
+constexpr qsizetype kLongestUnscrolled = 4000;
 
 }  // namespace
 
@@ -60,7 +63,7 @@ QWidget* MessageWindow::MakeText(const QString& text) {
   auto* scrolled = new QPlainTextEdit(text, this);
   scrolled->setReadOnly(true);
   scrolled->setTabChangesFocus(true);
-  scrolled->setTextInteractionFlags(ReadingFlags());
+  scrolled->setTextInteractionFlags(ReadOnlyFlags());
   scrolled->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   AlignToScript(*scrolled);
   scrolled->setFixedSize(widest, std::min(highest, kWidest));

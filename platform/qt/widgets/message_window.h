@@ -1,24 +1,20 @@
-#ifndef PLATFORM_QT_MESSAGE_WINDOW_H_
-#define PLATFORM_QT_MESSAGE_WINDOW_H_
+#ifndef PLATFORM_QT_WIDGETS_MESSAGE_WINDOW_H_
+#define PLATFORM_QT_WIDGETS_MESSAGE_WINDOW_H_
 
 #include <QDialog>
 #include <QString>
 
-#include "platform/qt/peers/answer_keys.h"
-
 namespace zephin {
 
-/// A modal message with one button, "OK". The text shows letter for letter; one that is too long
-/// for the screen scrolls. Return and Escape close it.
-class MessageWindow final : public QDialog, public AnswersKeys {
+/// A modal message with one button, "OK". The text is shown letter for letter, without markup; one
+/// that is too long for the screen scrolls. Return and Escape close the window.
+class MessageWindow final : public QDialog {
  public:
   MessageWindow(const QString& title, const QString& text);
 
-  /// Shows it above `over` (null: in the middle of the screen) and returns when it is closed.
+  /// Shows the window above `over`, or in the middle of the screen if that is null, and returns
+  /// when the user has closed it.
   void Run(QWidget* over);
-
-  void PressDefault() override { accept(); }
-  void PressCancel() override { accept(); }
 
  private:
   QWidget* MakeText(const QString& text);
@@ -26,4 +22,4 @@ class MessageWindow final : public QDialog, public AnswersKeys {
 
 }  // namespace zephin
 
-#endif  // PLATFORM_QT_MESSAGE_WINDOW_H_
+#endif  // PLATFORM_QT_WIDGETS_MESSAGE_WINDOW_H_

@@ -10,7 +10,8 @@ namespace zephin {
 namespace {
 
 constexpr int kCentreOfScreen = 4;
-/// What a window manager's frame commonly takes.
+/// The size of a common window manager's frame: the real one isn't known before the window is
+/// shown.
 constexpr int kTitleBarHeight = 30;
 constexpr int kFrameWidth = 4;
 
@@ -47,7 +48,7 @@ void PlaceInMiddle(QWidget& widget, QWidget* over) {
 }
 
 void PutAbove(QWidget& widget, QWidget* over) {
-  widget.winId();  // Has the toolkit make the window, which it otherwise does when it is shown.
+  widget.winId();  // Creates the native window, which otherwise exists only once it is shown.
   widget.windowHandle()->setTransientParent(over == nullptr ? nullptr : over->windowHandle());
 }
 

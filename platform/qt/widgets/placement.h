@@ -1,5 +1,5 @@
-#ifndef PLATFORM_QT_PLACEMENT_H_
-#define PLATFORM_QT_PLACEMENT_H_
+#ifndef PLATFORM_QT_WIDGETS_PLACEMENT_H_
+#define PLATFORM_QT_WIDGETS_PLACEMENT_H_
 
 #include <QRect>
 
@@ -7,23 +7,25 @@
 
 class QWidget;
 
+// The places of windows on the screen, in points. A parameter `over` is the window above which
+// another one appears; null stands for none.
+
 namespace zephin {
 
-/// Where the whole of a window can be seen, with its frame: on the screen of `over`, or on the main
-/// one if that is null.
+/// The area for a window's content on the screen of `over`, or on the main screen if that is null:
+/// what panels of the desktop and the window's frame leave free.
 QRect RoomOnScreen(const QWidget* over);
 
-/// Gives a window that is about to be shown its place: where the program has put it, else in the
-/// middle of the screen or, if `over` isn't null, of that window, so that all of it can be seen. A
-/// window that may be resized is made smaller where the screen is.
+/// Sets the place of a window that is about to be shown: where the program has put it, else in the
+/// middle of `over` or of the screen. A resizable window that is larger than the screen shrinks.
 void Place(QWidget& widget, const Window& model, QWidget* over);
 
-/// The middle of `over`, or of the screen if that is null, but wholly on the screen.
+/// Moves the window to the middle of `over`, or of the screen, but not beyond the screen's edges.
 void PlaceInMiddle(QWidget& widget, QWidget* over);
 
-/// Has the window manager keep a window above another one (null: none) and together with it.
+/// Makes the window manager keep the window above `over`.
 void PutAbove(QWidget& widget, QWidget* over);
 
 }  // namespace zephin
 
-#endif  // PLATFORM_QT_PLACEMENT_H_
+#endif  // PLATFORM_QT_WIDGETS_PLACEMENT_H_

@@ -1,10 +1,13 @@
+#include "platform/qt/widgets/text_widget.h"
+
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QStyle>
 #include <QStyleOptionFocusRect>
-
-#include "platform/qt/widgets/widgets.h"
+#include <QTextOption>
 
 namespace zephin {
 
@@ -65,6 +68,19 @@ void TextWidget::keyPressEvent(QKeyEvent* event) {
   } else {
     event->ignore();
   }
+}
+
+Qt::TextInteractionFlags ReadOnlyFlags() {
+  Qt::TextInteractionFlags flags = Qt::TextSelectableByMouse;
+  flags.setFlag(Qt::TextSelectableByKeyboard, QAccessible::isActive());
+  return flags;
+}
+
+void AlignToScript(QPlainTextEdit& text) {
+  // A mixed text would otherwise change sides from paragraph to paragraph.
+  QTextOption option = text.document()->defaultTextOption();
+  option.setAlignment(text.toPlainText().isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft);
+  text.document()->setDefaultTextOption(option);
 }
 
 }  // namespace zephin

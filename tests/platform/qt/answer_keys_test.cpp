@@ -15,7 +15,7 @@
 namespace zephin {
 namespace {
 
-/// A page that has one of each other kind of control that could keep a key for itself.
+/// A page with one control of each kind that handles Return or Escape itself.
 class KeysWindow final : public THtmlMessageDlg {
   void CreateControls() override {
     THtmlMessageDlg::CreateControls();
@@ -31,7 +31,7 @@ class AnswerKeys : public testing::Test {
     qApp->installEventFilter(&filter_);
   }
 
-  /// The name of the button that the key presses when the control has the focus.
+  /// Sends the key to the control and returns the name of the button that it presses, or nothing.
   String Type(WindowPeer& peer, const char* focus, Qt::Key key, bool held = false) {
     window_->fBtnName = "";
     QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, QString(), held);
@@ -52,7 +52,7 @@ TEST_F(AnswerKeys, ReturnAndEscapeAnswerWhateverHasTheFocus) {
     EXPECT_EQ(Type(peer, focus, Qt::Key_Return), "ContinueBtn") << focus;
     EXPECT_EQ(Type(peer, focus, Qt::Key_Enter), "ContinueBtn") << focus;
     EXPECT_EQ(Type(peer, focus, Qt::Key_Escape), "QuitBtn") << focus;
-    // Held down in the window before, it must not answer this one.
+    // The key is still held down from the window before.
     EXPECT_EQ(Type(peer, focus, Qt::Key_Return, true), "") << focus;
   }
   EXPECT_TRUE(peer.isVisible());
@@ -61,7 +61,7 @@ TEST_F(AnswerKeys, ReturnAndEscapeAnswerWhateverHasTheFocus) {
 TEST_F(AnswerKeys, ButtonsThatCannotBePressedAreNotAnswered) {
   using Change = std::function<void(KeysWindow&)>;
   const std::vector<std::tuple<Change, const char*, const char*>> rows{
-      // what happens to the buttons, what Return presses then, and Escape
+      // change of the buttons, the button that Return presses then, the one that Escape presses
       {[](KeysWindow& w) { w.QuitBtn()->SetVisible(false); }, "ContinueBtn", ""},
       {[](KeysWindow& w) { w.QuitBtn()->SetEnabled(false); }, "ContinueBtn", ""},
       {[](KeysWindow& w) { w.QuitBtn()->SetCancel(false); }, "ContinueBtn", ""},

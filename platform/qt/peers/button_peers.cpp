@@ -1,13 +1,39 @@
 #include <QKeyEvent>
 
+#include "platform/framework/application.h"
 #include "platform/framework/controls.h"
-#include "platform/framework/window.h"
 #include "platform/qt/peers/control_peer.h"
 #include "platform/qt/qt_string.h"
-#include "platform/qt/widgets/widgets.h"
+#include "platform/qt/widgets/caption_buttons.h"
 
 namespace zephin {
 namespace {
+
+class ButtonPeer final : public ControlPeer {
+ public:
+  ButtonPeer(PushButton& model, CaptionButton* button)
+      : ControlPeer(model, button), model_(model), button_(button) {
+    // Return presses the default button, whatever has the focus.
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, [this] { Press(); });
+  }
+
+ protected:
+  void Apply() override { button_->SetCaption(ToQString(model_.Caption())); }
+  QString WholeText() const override {
+    return button_->IsWhole() ? QString() : ToQString(model_.Caption());
+  }
+
+ private:
+  void Press() {
+    if (model_.Action) {
+      Application::Current().CallHandler([this] { model_.Action(model_); });
+    }
+  }
+
+  PushButton& model_;
+  CaptionButton* button_;
+};
 
 /// A radio button or a check box.
 template <class Choice, class Button>
@@ -15,7 +41,7 @@ class ChoicePeer : public ControlPeer {
  public:
   ChoicePeer(Choice& model, Button* button)
       : ControlPeer(model, button), model_(model), button_(button) {
-    // Not `clicked`: a screen reader toggles without a click.
+    // Not `clicked`: a screen reader toggles the button without a click.
     connect(button, &QAbstractButton::toggled, this, [this](bool checked) {
       if (checked != model_.Value()) {
         model_.SetValue(checked);
@@ -37,8 +63,8 @@ class ChoicePeer : public ControlPeer {
   Button* button_;
 };
 
-/// The group is the model's: it clears the others. The arrow keys go through the group; the Tab key
-/// comes to each button, since each has its own place in the order.
+/// The model unchecks the other buttons of the group. The arrow keys move through the group, and
+/// the Tab key reaches each button, since each has a tab index of its own.
 class RadioPeer final : public ChoicePeer<RadioButton, RadioWidget> {
  public:
   RadioPeer(RadioButton& model, RadioWidget* button) : ChoicePeer(model, button) {
@@ -80,6 +106,14 @@ class RadioPeer final : public ChoicePeer<RadioButton, RadioWidget> {
 };
 
 }  // namespace
+
+std::unique_ptr<ControlPeer> MakeButtonPeer(Control& control, QWidget& window) {
+  auto* model = dynamic_cast<PushButton*>(&control);
+  if (model == nullptr) {
+    return nullptr;
+  }
+  return std::make_unique<ButtonPeer>(*model, new CaptionButton(&window));
+}
 
 std::unique_ptr<ControlPeer> MakeChoicePeer(Control& control, QWidget& window) {
   if (auto* radio = dynamic_cast<RadioButton*>(&control)) {

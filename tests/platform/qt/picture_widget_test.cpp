@@ -1,4 +1,4 @@
-#include "platform/qt/widgets/picture_image.h"
+#include "platform/qt/widgets/picture_widget.h"
 
 #include <gtest/gtest.h>
 

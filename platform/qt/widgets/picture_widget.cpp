@@ -1,8 +1,10 @@
-#include "platform/qt/widgets/picture_image.h"
+#include "platform/qt/widgets/picture_widget.h"
 
+#include <QPainter>
 #include <algorithm>
-#include <cstring>
+#include <cstdint>
 #include <span>
+#include <utility>
 
 namespace zephin {
 namespace {
@@ -11,12 +13,24 @@ constexpr std::uint32_t kWhite = 0xFFFFFFFF;
 
 }  // namespace
 
-QImage ImageOf(const Ref<Picture>& picture, const QSize& place) {
+void PictureWidget::SetImage(QImage image) {
+  image_ = std::move(image);
+  update();
+}
+
+void PictureWidget::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  // On screens with a scale factor, one pixel of the image covers several of the screen.
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  painter.drawImage(QPoint(0, 0), image_);
+}
+
+QImage ImageOf(const Ref<Picture>& picture, const QSize& size) {
   if (picture.IsNil()) {
     return {};
   }
-  const int width = std::min(picture->Width(), place.width());
-  const int height = std::min(picture->Height(), place.height());
+  const int width = std::min(picture->Width(), size.width());
+  const int height = std::min(picture->Height(), size.height());
   if (width <= 0 || height <= 0) {
     return {};
   }

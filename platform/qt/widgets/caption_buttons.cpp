@@ -1,26 +1,27 @@
-#include <QPainter>
+#include "platform/qt/widgets/caption_buttons.h"
+
 #include <QStyleOptionButton>
 #include <QStylePainter>
-#include <algorithm>
 #include <optional>
+#include <type_traits>
 
 #include "platform/qt/qt_string.h"
+#include "platform/qt/widgets/fitted_text.h"
 #include "platform/qt/widgets/look.h"
-#include "platform/qt/widgets/widgets.h"
 
 namespace zephin {
 namespace {
 
-/// Between a push button's edge and its caption.
+// In points.
 constexpr int kButtonMargin = 5;
-/// Between a push button's edge and the mark of the focus.
 constexpr int kFocusInset = 3;
 
 Qt::LayoutDirection DirectionOf(const QString& caption) {
   return caption.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
 }
 
-/// A caption as it reads in a row of the other direction, its last full stop at its end.
+/// Keeps the punctuation of a caption in place in a row of the other direction: without isolation,
+/// a full stop at the end would be drawn at the beginning.
 QString InItsDirection(const QString& caption) {
   constexpr QChar kIsolateLeftToRight(0x2066);
   constexpr QChar kIsolateRightToLeft(0x2067);
@@ -29,7 +30,6 @@ QString InItsDirection(const QString& caption) {
          kEndOfIsolate;
 }
 
-/// In letters of one size with the others of its kind in the window, the smallest that one needs.
 template <class Captioned>
 FittedCaption Fitted(const Captioned& widget) {
   QFont shared = widget.font();
@@ -46,17 +46,6 @@ FittedCaption Fitted(const Captioned& widget) {
 }
 
 }  // namespace
-
-void PictureWidget::SetImage(QImage image) {
-  image_ = std::move(image);
-  update();
-}
-
-void PictureWidget::paintEvent(QPaintEvent* /*event*/) {
-  QPainter painter(this);
-  painter.setRenderHint(QPainter::SmoothPixmapTransform);
-  painter.drawImage(QPoint(0, 0), image_);
-}
 
 bool CaptionButton::IsWhole() const {
   return Fitted(*this).whole;
@@ -86,7 +75,7 @@ void CaptionButton::paintEvent(QPaintEvent* /*event*/) {
   painter.drawControl(QStyle::CE_PushButton, option);
   if ((option.state & QStyle::State_HasFocus) &&
       (option.state & QStyle::State_KeyboardFocusChange)) {
-    // The style marks the default button and the one with the focus alike.
+    // The style draws the default button and the one with the focus alike.
     painter.setPen(palette().color(QPalette::Highlight));
     painter.drawRect(rect().adjusted(kFocusInset, kFocusInset, -kFocusInset - 1, -kFocusInset - 1));
   }
@@ -103,7 +92,6 @@ void ChoiceButton<Button>::SetCaption(const QString& caption) {
   }
 }
 
-/// All rows of a window begin at the same side, the one at which the first one's script begins.
 template <class Button>
 void ChoiceButton<Button>::TurnRows() {
   std::optional<Qt::LayoutDirection> direction;
