@@ -1,8 +1,8 @@
 #include "platform/qt/qt_desktop.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QWindow>
+#include <utility>
 
 #include "platform/framework/application.h"
 #include "platform/framework/window.h"
@@ -19,11 +19,11 @@
 namespace zephin {
 namespace {
 
-/// Long enough for any display to show a window.
+/// In milliseconds. Displays show a window sooner.
 constexpr int kExposePatience = 500;
 
-/// Paints `widget` of the window before it returns. A window that has just been shown is on the
-/// display only when that says so; one that the user has put away since is never waited for.
+/// Paints `widget` before it returns. The first time after a window is shown, the display must
+/// report it as exposed first; later it may be minimised, and is never exposed.
 void PaintNow(WindowPeer& window, QWidget& widget) {
   if (widget.isVisible()) {
     if (window.TakeFirstPaint()) {
@@ -34,7 +34,7 @@ void PaintNow(WindowPeer& window, QWidget& widget) {
   }
 }
 
-/// What the kind of a failure means to a user.
+/// Explains the kind of a failure to a user.
 QString InPlainWords(const String& kind) {
   const QString name = ToQString(kind);
   if (name == QLatin1String("NilObjectException")) {
@@ -51,12 +51,8 @@ QString InPlainWords(const String& kind) {
 
 }  // namespace
 
-bool QtDesktop::DisplayIsThere() {
-  return zephin::DisplayIsThere();
-}
-
-QtDesktop::QtDesktop(int argc, char** argv)
-    : programName_(argc > 0 ? argv[0] : "Setup"), argv_{programName_.data(), nullptr} {
+QtDesktop::QtDesktop(std::string programName)
+    : programName_(std::move(programName)), argv_{programName_.data(), nullptr} {
   EndAlwaysWithStatus0();
   application_ = MakeApplication(argc_, argv_.data());
   SetUpLook();
@@ -166,7 +162,7 @@ void QtDesktop::ControlChanged(Control& control) {
 void QtDesktop::ForgetWindow(Window& window) {
   if (auto found = peers_.extract(&window)) {
     found.mapped()->Forget();
-    // One of its handlers may be what lets the window go.
+    // Not at once: the caller may be a handler of this very window.
     found.mapped().release()->deleteLater();
   }
 }
