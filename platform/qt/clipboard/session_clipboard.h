@@ -11,9 +11,9 @@ namespace zephin {
 
 class Display;
 
-/// The session's clipboard. Texts come and go as bytes of UTF-8, so that a path which is not valid
-/// as text is kept as it is. Other programs' texts are read on a connection of its own, since the
-/// toolkit waits up to 15 seconds for a program that doesn't answer.
+/// The session's clipboard. Texts are bytes of UTF-8, so that a path that is not valid UTF-8 is
+/// kept as it is. Other programs' texts are read on a connection of its own, because the toolkit
+/// waits for up to 15 seconds for a program that doesn't answer.
 class SessionClipboard {
  public:
   SessionClipboard();
@@ -21,16 +21,16 @@ class SessionClipboard {
   SessionClipboard(const SessionClipboard&) = delete;
   SessionClipboard& operator=(const SessionClipboard&) = delete;
 
-  /// Empty if there is no text. A program that owns it and is too busy to answer within two seconds
-  /// is taken for having what it had when it was last asked, and nothing if it never was; while it
-  /// stays silent it is waited for no longer than a moment.
+  /// Empty if there is no text. The program that owns the clipboard has two seconds to answer. If
+  /// it doesn't, its previous answer counts, or an empty text if there was none; until it answers,
+  /// each further call waits only for a moment.
   String Text();
-  /// An empty text leaves an empty text, not what was there before.
+  /// An empty text replaces what is on the clipboard, too.
   void SetText(const String& text);
 
-  /// What this process has put on the clipboard would go with it. Has the small program
-  /// `clipboard_keeper` of that folder take it over, and returns when it has, or after two seconds.
-  /// Nothing is done if the clipboard is another program's by now.
+  /// Lets another program keep the text after this process has ended: starts `clipboard_keeper` in
+  /// that folder, and returns when it has the text, or after two seconds. Does nothing if another
+  /// program owns the clipboard.
   void HandOver(const std::string& helpersFolder);
 
  private:
@@ -39,9 +39,9 @@ class SessionClipboard {
 
   std::unique_ptr<Display> display_;
   std::string ownText_;
-  std::uint32_t ownWindow_ = 0;      ///< The owner's, from when this process was it.
-  std::uint32_t silentOwner_ = 0;    ///< Hasn't answered when it was last asked.
-  std::uint32_t answeredOwner_ = 0;  ///< Whose answer the last one was.
+  std::uint32_t ownWindow_ = 0;      ///< The owner when this process set the text.
+  std::uint32_t silentOwner_ = 0;    ///< The last one asked, if it hasn't answered.
+  std::uint32_t answeredOwner_ = 0;  ///< The one that gave `lastAnswer_`.
   String lastAnswer_;
 };
 
