@@ -1,4 +1,3 @@
-#include <cstdio>
 #include <cstdlib>
 #include <memory>
 
@@ -9,8 +8,6 @@
 int main(int argc, char** argv) {
   const std::unique_ptr<zephin::Desktop> desktop = zephin::OpenDesktop(argc, argv);
   if (desktop == nullptr) {
-    std::fputs("This installer needs a desktop: there is no display to show its window on.\n",
-               stderr);
     return EXIT_SUCCESS;  // Every end of an installer has this status.
   }
   zephin::_Main(*desktop, zephin::DetectMachine());

@@ -2,6 +2,7 @@
 #include <QEventLoop>
 #include <QTimer>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <tuple>
 
@@ -23,10 +24,18 @@ constexpr int kYieldSlice = 10;  // In milliseconds.
 constexpr std::int64_t kTicksPerSecond = 60;
 constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
 
+constexpr const char* kNoDisplay =
+    "This installer needs a desktop: there is no display to show its window on.\n";
+constexpr const char* kNoXwayland =
+    "This installer needs a desktop with an X server: this Wayland session has none. "
+    "XWayland provides it.\n";
+
 }  // namespace
 
 std::unique_ptr<Desktop> OpenDesktop(int argc, char** argv) {
   if (!DisplayIsThere()) {
+    const char* wayland = std::getenv("WAYLAND_DISPLAY");
+    std::fputs(wayland == nullptr || *wayland == '\0' ? kNoDisplay : kNoXwayland, stderr);
     return nullptr;
   }
   return std::make_unique<QtDesktop>(argc > 0 ? argv[0] : "Setup");

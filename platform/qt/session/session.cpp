@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFontDatabase>
+#include <QIcon>
 #include <QRawFont>
 #include <QSettings>
 #include <QTimer>
@@ -74,9 +75,7 @@ class ChangedEnvironment {
 
 /// The bundle's folder for libraries, plug-ins and fonts. A build that isn't installed has none.
 QString Frameworks() {
-  std::error_code failure;
-  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", failure);
-  return QFile::decodeName((program.parent_path().parent_path() / "Frameworks/").c_str());
+  return BundleContents() + QStringLiteral("Frameworks/");
 }
 
 /// Plug-ins of the user's system may belong to another version of the toolkit than the bundle's.
@@ -95,7 +94,21 @@ void UseOwnFontIfThereIsNone() {
   }
 }
 
+/// Frame, task bar and window switcher show the publisher's icon.
+void UseBundleIcon() {
+  const QString path = BundleContents() + QStringLiteral("Resources/Setup.png");
+  if (QFile::exists(path)) {
+    QApplication::setWindowIcon(QIcon(path));
+  }
+}
+
 }  // namespace
+
+QString BundleContents() {
+  std::error_code failure;
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", failure);
+  return QFile::decodeName((program.parent_path().parent_path() / "").c_str());
+}
 
 bool DisplayIsThere() {
   xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
@@ -129,6 +142,8 @@ std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
       {"DESKTOP_SESSION", nullptr},
       {"KDE_FULL_SESSION", nullptr},
       {"GNOME_DESKTOP_SESSION_ID", nullptr},
+      // A session that is restored later would start the installer again.
+      {"SESSION_MANAGER", nullptr},
   });
   qInstallMessageHandler(PrintErrorsOnly);
   UseOnlyOwnPlugins();
@@ -136,6 +151,7 @@ std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
   auto application = std::make_unique<QApplication>(argc, argv);
   UseOwnFontIfThereIsNone();
+  UseBundleIcon();
   return application;
 }
 

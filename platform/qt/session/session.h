@@ -2,6 +2,7 @@
 #define PLATFORM_QT_SESSION_SESSION_H_
 
 #include <QApplication>
+#include <QString>
 #include <functional>
 #include <memory>
 
@@ -9,6 +10,10 @@
 // reach the toolkit, and what happens when the session ends.
 
 namespace zephin {
+
+/// The folder `Contents` of the bundle that this program lies in, with a slash at the end. In a
+/// build that isn't installed, the folder two above the program.
+QString BundleContents();
 
 /// Whether an X server accepts connections.
 bool DisplayIsThere();

@@ -67,6 +67,8 @@ void SetUpLook() {
   QToolTip::setPalette(palette);
   QApplication::setFont(SystemFont());
   QToolTip::setFont(SystemFont());
+  // Windows are laid out from left to right in every language; their texts have directions.
+  QApplication::setLayoutDirection(Qt::LeftToRight);
   QApplication::setAttribute(Qt::AA_DontShowIconsInMenus);
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setStyle(new PlainStyle(qApp));

@@ -1,5 +1,6 @@
 #include "platform/qt/widgets/placement.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
@@ -22,7 +23,11 @@ void FitScreen(QWidget& widget, const QRect& room) {
 }  // namespace
 
 QRect RoomOnScreen(const QWidget* over) {
-  const QScreen* screen = over != nullptr ? over->screen() : QGuiApplication::primaryScreen();
+  const QScreen* screen =
+      over != nullptr ? over->screen() : QGuiApplication::screenAt(QCursor::pos());
+  if (screen == nullptr) {
+    screen = QGuiApplication::primaryScreen();
+  }
   return screen->availableGeometry().adjusted(kFrameWidth, kTitleBarHeight, -kFrameWidth,
                                               -kFrameWidth);
 }

@@ -12,8 +12,8 @@ class QWidget;
 
 namespace zephin {
 
-/// The area for a window's content on the screen of `over`, or on the main screen if that is null:
-/// what panels of the desktop and the window's frame leave free.
+/// The area for a window's content on the screen of `over`, or on the screen with the pointer if
+/// that is null: what panels of the desktop and the window's frame leave free.
 QRect RoomOnScreen(const QWidget* over);
 
 /// Sets the place of a window that is about to be shown: where the program has put it, else in the
