@@ -15,6 +15,7 @@ namespace {
 
 // In milliseconds.
 constexpr int kPatience = 2000;
+constexpr int kFirstPatience = 10'000;
 constexpr int kPatienceWithSilent = 50;
 
 }  // namespace
@@ -38,14 +39,16 @@ String SessionClipboard::Text() {
 }
 
 String SessionClipboard::Ask(std::uint32_t owner) {
-  const int patience = owner == silentOwner_ ? kPatienceWithSilent : kPatience;
+  const int usual = hasAnswer_ ? kPatience : kFirstPatience;
+  const int patience = owner == silentOwner_ ? kPatienceWithSilent : usual;
   ClipboardAnswer answer =
       ReadText(*display_, display_->Names().utf8String, display_->Now(), patience);
   silentOwner_ = answer.kind == ClipboardAnswer::Kind::Silence ? owner : XCB_NONE;
   if (silentOwner_ != XCB_NONE) {
-    return owner == answeredOwner_ ? lastAnswer_ : String();
+    // A helper program that is busy has not taken back what it said.
+    return lastAnswer_;
   }
-  answeredOwner_ = owner;
+  hasAnswer_ = true;
   lastAnswer_ = Utf8(std::move(answer.bytes));
   if (answer.kind == ClipboardAnswer::Kind::Nothing) {
     answer = ReadText(*display_, XCB_ATOM_STRING, display_->Now(), patience);
@@ -62,6 +65,8 @@ void SessionClipboard::SetText(const String& text) {
   data->setData(QStringLiteral("text/plain"), QByteArray::fromStdString(ownText_));
   QGuiApplication::clipboard()->setMimeData(data);
   ownWindow_ = Owner();
+  hasAnswer_ = false;
+  lastAnswer_ = {};
 }
 
 void SessionClipboard::HandOver(const std::string& helpersFolder) {

@@ -22,8 +22,8 @@ class SessionClipboard {
   SessionClipboard& operator=(const SessionClipboard&) = delete;
 
   /// Empty if there is no text. The program that owns the clipboard has two seconds to answer. If
-  /// it doesn't, its previous answer counts, or an empty text if there was none; until it answers,
-  /// each further call waits only for a moment.
+  /// it is busy for longer, the text that was last read counts; until it answers, each further call
+  /// waits only for a moment. If nothing was read yet, the owner has ten seconds.
   String Text();
   /// An empty text replaces what is on the clipboard, too.
   void SetText(const String& text);
@@ -39,9 +39,9 @@ class SessionClipboard {
 
   std::unique_ptr<Display> display_;
   std::string ownText_;
-  std::uint32_t ownWindow_ = 0;      ///< The owner when this process set the text.
-  std::uint32_t silentOwner_ = 0;    ///< The last one asked, if it hasn't answered.
-  std::uint32_t answeredOwner_ = 0;  ///< The one that gave `lastAnswer_`.
+  std::uint32_t ownWindow_ = 0;    ///< The owner when this process set the text.
+  std::uint32_t silentOwner_ = 0;  ///< The last one asked, if it hasn't answered.
+  bool hasAnswer_ = false;  ///< Whether an owner has answered since this process set the text.
   String lastAnswer_;
 };
 

@@ -75,14 +75,9 @@ void TextServer::Run() {
         break;
       case XCB_SELECTION_CLEAR:
         return;
-      case XCB_SELECTION_NOTIFY:
-        // The manager's answer: with a property, the manager has a copy.
-        if (reinterpret_cast<const xcb_selection_notify_event_t&>(*event).property !=
-            XCB_ATOM_NONE) {
-          return;
-        }
-        break;
       default:
+        // The manager's answer means nothing: some report a copy that they don't have. One that has
+        // a copy takes the clipboard.
         break;
     }
   }

@@ -29,8 +29,8 @@ class TextServer {
   TextServer(Display& display, KeptText text) : display_(display), text_(std::move(text)) {}
 
   /// Offers the text to the clipboard manager, if there is one, and answers requests for it.
-  /// Returns when another program takes the clipboard, when the manager has a copy, or when the
-  /// session ends.
+  /// Returns when another program, the manager included, takes the clipboard, or when the session
+  /// ends.
   void Run();
 
  private:
