@@ -168,7 +168,7 @@ void QtDesktop::ForgetWindow(Window& window) {
 }
 
 void QtDesktop::ShowMessage(const String& text) {
-  MessageWindow(MessageTitle(), ToQString(text)).Run(TopWindow());
+  MessageWindow(MessageTitle(), ToQString(text), MessageWindow::Sign::Information).Run(TopWindow());
 }
 
 Ref<FolderItem> QtDesktop::SelectFolder(const SelectFolderDialog& dialog) {
@@ -178,7 +178,7 @@ Ref<FolderItem> QtDesktop::SelectFolder(const SelectFolderDialog& dialog) {
 void QtDesktop::ReportFailure(const String& kind) {
   const QString text =
       QStringLiteral("The installer can't go on: %1.\n\nIt will end now.").arg(InPlainWords(kind));
-  MessageWindow(MessageTitle(), text).Run(TopWindow());
+  MessageWindow(MessageTitle(), text, MessageWindow::Sign::Warning).Run(TopWindow());
 }
 
 }  // namespace zephin

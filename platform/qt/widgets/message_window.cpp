@@ -1,9 +1,11 @@
 #include "platform/qt/widgets/message_window.h"
 
 #include <QAccessible>
-#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QLabel>
 #include <QPlainTextEdit>
-#include <QScreen>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
@@ -22,13 +24,14 @@ constexpr int kMargin = 20;
 constexpr int kWidest = 420;
 constexpr int kNarrowest = 240;
 constexpr QSize kButtonSize(80, 22);
+constexpr QSize kSignSize(32, 32);
 
 /// In letters. A longer text scrolls, since measuring it takes long.
 constexpr qsizetype kLongestUnscrolled = 4000;
 
 }  // namespace
 
-MessageWindow::MessageWindow(const QString& title, const QString& text)
+MessageWindow::MessageWindow(const QString& title, const QString& text, Sign sign)
     : QDialog(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint) {
   setWindowTitle(AsWindowTitle(title));
   auto* button = new CaptionButton(this);
@@ -41,14 +44,29 @@ MessageWindow::MessageWindow(const QString& title, const QString& text)
   layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   layout->setSpacing(kMargin);
   layout->setSizeConstraint(QLayout::SetFixedSize);
-  layout->addWidget(MakeText(text));
+  auto* row = new QHBoxLayout;
+  row->setSpacing(kMargin);
+  row->addWidget(MakeSign(sign), 0, Qt::AlignTop);
+  row->addWidget(MakeText(text));
+  layout->addLayout(row);
   layout->addWidget(button, 0, Qt::AlignRight);
   button->setFocus();
 }
 
+QWidget* MessageWindow::MakeSign(Sign sign) {
+  auto* label = new QLabel(this);
+  const QIcon icon = style()->standardIcon(
+      sign == Sign::Warning ? QStyle::SP_MessageBoxWarning : QStyle::SP_MessageBoxInformation);
+  label->setPixmap(icon.pixmap(kSignSize, devicePixelRatio()));
+  label->setFixedSize(kSignSize);
+  label->setAccessibleName(sign == Sign::Warning ? QStringLiteral("Warning")
+                                                 : QStringLiteral("Information"));
+  return label;
+}
+
 QWidget* MessageWindow::MakeText(const QString& text) {
-  const QSize screen = QGuiApplication::primaryScreen()->availableSize();
-  const int widest = std::min(kWidest, screen.width() - 4 * kMargin);
+  const QSize screen = RoomOnScreen(nullptr).size();
+  const int widest = std::min(kWidest, screen.width() - 5 * kMargin - kSignSize.width());
   const int highest = screen.height() - 8 * kMargin;
   if (text.size() <= kLongestUnscrolled) {
     const QSizeF size = SizeOfText(text, SystemFont(), widest);
