@@ -22,8 +22,9 @@ QString WithLineFeeds(QString text);
 QString AsCaption(QString text);
 /// Escapes "[*]", which is the place of the mark for a changed document in window titles.
 QString AsWindowTitle(QString text);
-/// Escapes all markup: tool tips interpret a text that looks like HTML.
-QString AsToolTip(const QString& text);
+/// Escapes all markup, since tool tips interpret a text that looks like HTML. Lines break at
+/// `width` points.
+QString AsToolTip(const QString& text, int width);
 
 }  // namespace zephin
 

@@ -2,10 +2,22 @@
 
 #include <QHelpEvent>
 #include <QToolTip>
+#include <cmath>
 
 #include "platform/qt/qt_string.h"
+#include "platform/qt/widgets/fitted_text.h"
 
 namespace zephin {
+namespace {
+
+/// In points. Longer lines are hard to read.
+constexpr int kWidestTip = 400;
+
+int WidthOfTip(const QString& tip) {
+  return static_cast<int>(std::ceil(SizeOfText(tip, QToolTip::font(), kWidestTip).width())) + 1;
+}
+
+}  // namespace
 
 ControlPeer::ControlPeer(Control& control, QWidget* widget) : control_(control), widget_(widget) {
   widget_->installEventFilter(this);
@@ -14,15 +26,25 @@ ControlPeer::ControlPeer(Control& control, QWidget* widget) : control_(control),
 void ControlPeer::Update() {
   const Bounds& place = control_.Place();
   widget_->setGeometry(place.left, place.top, place.width, place.height);
+  // The toolkit would pass the focus on to the next button, and Return would press that.
+  const bool isUsable = control_.Visible() && control_.Enabled();
+  if (!isUsable && widget_->window()->focusWidget() == widget_) {
+    widget_->window()->setFocus();
+  }
   widget_->setEnabled(control_.Enabled());
   // Not the tool tip, which has markup and may repeat the caption: a screen reader reads it out.
-  widget_->setAccessibleDescription(ToQString(control_.HelpTag()));
+  const QString description = ToQString(control_.HelpTag());
+  if (description != widget_->accessibleDescription()) {
+    widget_->setAccessibleDescription(description);
+  }
   Apply();
   widget_->setVisible(control_.Visible());
 }
 
 QString ControlPeer::Tip() const {
-  return control_.HelpTag().IsEmpty() ? WholeText() : ToQString(control_.HelpTag());
+  const QString whole = WholeText();
+  const QString tag = ToQString(control_.HelpTag());
+  return whole.isEmpty() || tag.isEmpty() ? whole + tag : whole + u'\n' + tag;
 }
 
 bool ControlPeer::eventFilter(QObject* watched, QEvent* event) {
@@ -33,7 +55,8 @@ bool ControlPeer::eventFilter(QObject* watched, QEvent* event) {
   if (tip.isEmpty()) {
     QToolTip::hideText();
   } else {
-    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), AsToolTip(tip), widget_);
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                       AsToolTip(tip, WidthOfTip(tip)), widget_);
   }
   return true;
 }

@@ -35,7 +35,8 @@ class ControlPeer : public QObject {
   /// Copies the properties that only this kind of control has. Place and `Enabled` are set before
   /// it is called, `Visible` after it.
   virtual void Apply() = 0;
-  /// The whole text if the widget can't show all of it, else empty. It becomes the tool tip.
+  /// The whole text if the widget can't show all of it, else empty. The tool tip shows it above the
+  /// control's help tag.
   virtual QString WholeText() const { return {}; }
 
  private:

@@ -3,7 +3,9 @@
 #include <limits>
 
 #include "platform/framework/controls.h"
+#include "platform/framework/window.h"
 #include "platform/qt/peers/control_peer.h"
+#include "platform/qt/qt_string.h"
 #include "platform/qt/widgets/picture_widget.h"
 
 namespace zephin {
@@ -25,6 +27,18 @@ class CanvasPeer final : public ControlPeer {
   PictureWidget* picture_;
 };
 
+/// The direction of the language in which the window is written, as the captions of its buttons
+/// show.
+Qt::LayoutDirection DirectionOf(const Window& window) {
+  for (const Ref<Control>& control : window.Controls()) {
+    const auto* button = dynamic_cast<const PushButton*>(&*control);
+    if (button != nullptr && ToQString(button->Caption()).isRightToLeft()) {
+      return Qt::RightToLeft;
+    }
+  }
+  return Qt::LeftToRight;
+}
+
 class ProgressPeer final : public ControlPeer {
  public:
   ProgressPeer(ProgressBar& model, QProgressBar* bar)
@@ -43,6 +57,7 @@ class ProgressPeer final : public ControlPeer {
       maximum /= 2;
       value /= 2;
     }
+    bar_->setLayoutDirection(DirectionOf(*model_.Owner()));
     bar_->setRange(0, static_cast<int>(maximum));
     bar_->setValue(static_cast<int>(value));
   }

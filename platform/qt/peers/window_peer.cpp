@@ -1,9 +1,11 @@
 #include "platform/qt/peers/window_peer.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QPainter>
 #include <QPushButton>
 #include <algorithm>
+#include <array>
 
 #include "platform/framework/application.h"
 #include "platform/framework/controls.h"
@@ -52,6 +54,16 @@ WindowPeer::WindowPeer(Window& model) : QDialog(nullptr, FrameOf(model)), model_
     peer->Update();
   }
   SetTabOrder();
+  connect(qApp, &QApplication::focusChanged, this, [this] {
+    if (model_ != nullptr) {
+      MarkAnsweringButton();
+    }
+  });
+}
+
+WindowPeer::~WindowPeer() {
+  // The base class takes the focus away from its children, which this class must not hear any more.
+  disconnect(qApp, nullptr, this, nullptr);
 }
 
 void WindowPeer::Update() {
@@ -71,7 +83,7 @@ void WindowPeer::Update() {
   UpdateSize();
   UpdatePosition();
   backdrop_ = ImageOf(model_->Backdrop(), size());
-  UpdateDefaultButton();
+  MarkAnsweringButton();
   update();
 }
 
@@ -96,12 +108,25 @@ void WindowPeer::UpdatePosition() {
   }
 }
 
-void WindowPeer::UpdateDefaultButton() {
-  const PushButton* chosen =
-      FindButton(*model_, [](const PushButton& button) { return button.Default(); });
+/// The button that Return presses; null if there is none.
+const PushButton* WindowPeer::AnsweringButton() const {
+  const PushButton* focused = FindButton(*model_, [this](const PushButton& button) {
+    return IsPressable(button) && &PeerOf(button)->Widget() == focusWidget();
+  });
+  return focused != nullptr
+             ? focused
+             : FindButton(*model_, [](const PushButton& button) { return button.Default(); });
+}
+
+/// Lets the toolkit draw the button that Return presses as the default one, and no other.
+void WindowPeer::MarkAnsweringButton() {
+  const PushButton* answering = AnsweringButton();
   for (const auto& peer : peers_) {
-    if (auto* button = qobject_cast<QPushButton*>(&peer->Widget())) {
-      button->setDefault(&peer->Model() == chosen);
+    auto* button = qobject_cast<QPushButton*>(&peer->Widget());
+    const bool answers = &peer->Model() == answering;
+    // Each call is reported to screen readers, even if nothing changes.
+    if (button != nullptr && button->isDefault() != answers) {
+      button->setDefault(answers);
     }
   }
 }
@@ -121,12 +146,41 @@ void WindowPeer::SetTabOrder() {
     };
     return rank(a) < rank(b);
   });
-  for (const ControlPeer* peer : order) {
+  for (ControlPeer* peer : order) {
     if (!tabOrder_.empty()) {
-      QWidget::setTabOrder(tabOrder_.back(), &peer->Widget());
+      QWidget::setTabOrder(&tabOrder_.back()->Widget(), &peer->Widget());
     }
-    tabOrder_.push_back(&peer->Widget());
+    tabOrder_.push_back(peer);
   }
+}
+
+/// The widget that has the focus when the window opens. Never a button that quits or cancels: those
+/// who type before they read would press it.
+QWidget* WindowPeer::FirstFocus() {
+  using Rule = bool (*)(const Control&);
+  constexpr std::array<Rule, 5> kRules{
+      [](const Control& c) { return dynamic_cast<const TextField*>(&c) != nullptr; },
+      [](const Control& c) {
+        const auto* radio = dynamic_cast<const RadioButton*>(&c);
+        return radio != nullptr && radio->Value();
+      },
+      [](const Control& c) { return dynamic_cast<const CheckBox*>(&c) != nullptr; },
+      [](const Control& c) {
+        const auto* button = dynamic_cast<const PushButton*>(&c);
+        return button != nullptr && button->Default();
+      },
+      [](const Control& c) { return dynamic_cast<const PushButton*>(&c) == nullptr; },
+  };
+  for (const Rule rule : kRules) {
+    for (const ControlPeer* peer : tabOrder_) {
+      QWidget& widget = peer->Widget();
+      if (widget.isVisible() && widget.isEnabled() && widget.focusPolicy() != Qt::NoFocus &&
+          rule(peer->Model())) {
+        return &widget;
+      }
+    }
+  }
+  return this;
 }
 
 ControlPeer* WindowPeer::PeerOf(const Control& control) const {
@@ -137,7 +191,7 @@ ControlPeer* WindowPeer::PeerOf(const Control& control) const {
 void WindowPeer::UpdateControl(const Control& control) {
   if (ControlPeer* peer = PeerOf(control)) {
     peer->Update();
-    UpdateDefaultButton();
+    MarkAnsweringButton();
   }
 }
 
@@ -149,13 +203,8 @@ void WindowPeer::Appear(QWidget* over) {
   PutAbove(*this, over);
   show();
   isNew_ = true;
-  // After `show`, which gives the focus to the default button.
-  for (QWidget* widget : tabOrder_) {
-    if (widget->isVisible() && widget->isEnabled()) {
-      widget->setFocus();
-      break;
-    }
-  }
+  // After `show`, in which the toolkit chooses a focus. With this reason the focus is visible.
+  FirstFocus()->setFocus(Qt::TabFocusReason);
 }
 
 void WindowPeer::Disappear() {
@@ -191,7 +240,7 @@ void WindowPeer::Press(const PushButton* button) const {
 }
 
 void WindowPeer::PressDefault() {
-  Press(FindButton(*model_, [](const PushButton& button) { return button.Default(); }));
+  Press(AnsweringButton());
 }
 
 void WindowPeer::reject() {

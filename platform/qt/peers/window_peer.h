@@ -22,6 +22,7 @@ class WindowPeer final : public QDialog {
  public:
   /// The window's controls must exist already. Not visible at first.
   explicit WindowPeer(Window& model);
+  ~WindowPeer() override;
 
   /// Null after `Forget`.
   Window* Model() const { return model_; }
@@ -45,7 +46,8 @@ class WindowPeer final : public QDialog {
   /// Called before the model is destroyed: hides the window and drops all references to the model.
   void Forget();
 
-  /// Presses the default button, if it is visible and enabled.
+  /// Does what the Return key does: presses the push button that has the focus, or the default
+  /// button if another control has it.
   void PressDefault();
   /// Presses the first cancel button that is visible and enabled, if there is one. The toolkit
   /// calls it for the Escape key.
@@ -59,14 +61,16 @@ class WindowPeer final : public QDialog {
  private:
   void UpdateSize();
   void UpdatePosition();
-  void UpdateDefaultButton();
+  void MarkAnsweringButton();
+  const PushButton* AnsweringButton() const;
   void SetTabOrder();
+  QWidget* FirstFocus();
   void Press(const PushButton* button) const;
 
   Window* model_;
   std::vector<std::unique_ptr<ControlPeer>> peers_;
   std::map<const Control*, ControlPeer*> peersByControl_;
-  std::vector<QWidget*> tabOrder_;
+  std::vector<ControlPeer*> tabOrder_;
   QImage backdrop_;
   QPoint position_;     ///< The last position that the program has set.
   bool isNew_ = false;  ///< Shown, and nothing has waited for the display since.

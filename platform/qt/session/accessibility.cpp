@@ -3,6 +3,8 @@
 #include <QAccessible>
 #include <QAccessibleWidget>
 
+#include "platform/framework/window.h"
+#include "platform/qt/peers/window_peer.h"
 #include "platform/qt/widgets/caption_buttons.h"
 #include "platform/qt/widgets/message_window.h"
 #include "platform/qt/widgets/picture_widget.h"
@@ -33,17 +35,17 @@ class AccessibleLink final : public QAccessibleWidget {
   TextWidget* link_;
 };
 
-/// A radio button. The toolkit's own interface gives the role of a check box to one that isn't in a
-/// group of the toolkit.
-class AccessibleRadio final : public QAccessibleWidget {
+/// A radio button or a check box. The toolkit's own interface leaves the part of the row behind the
+/// caption out of its rectangle, and takes a radio button outside its own groups for a check box.
+class AccessibleChoice final : public QAccessibleWidget {
  public:
-  explicit AccessibleRadio(RadioWidget* radio)
-      : QAccessibleWidget(radio, QAccessible::RadioButton), radio_(radio) {}
+  AccessibleChoice(QAbstractButton* button, QAccessible::Role role)
+      : QAccessibleWidget(button, role), button_(button) {}
 
   QAccessible::State state() const override {
     QAccessible::State state = QAccessibleWidget::state();
     state.checkable = true;
-    state.checked = radio_->isChecked();
+    state.checked = button_->isChecked();
     return state;
   }
 
@@ -53,15 +55,20 @@ class AccessibleRadio final : public QAccessibleWidget {
 
   void doAction(const QString& action) override {
     if (action == toggleAction()) {
-      radio_->setChecked(true);
+      button_->setChecked(role() == QAccessible::RadioButton || !button_->isChecked());
     } else {
       QAccessibleWidget::doAction(action);
     }
   }
 
  private:
-  RadioWidget* radio_;
+  QAbstractButton* button_;
 };
+
+/// Only the main window closes as the Quit menu item does; the others are dialogs.
+bool IsMainWindow(const WindowPeer& window) {
+  return window.Model() != nullptr && window.Model()->ClosesAsQuit();
+}
 
 QAccessibleInterface* MakeInterface(const QString& /*className*/, QObject* object) {
   if (auto* text = dynamic_cast<TextWidget*>(object)) {
@@ -71,13 +78,20 @@ QAccessibleInterface* MakeInterface(const QString& /*className*/, QObject* objec
     return new QAccessibleWidget(text, QAccessible::StaticText);
   }
   if (auto* radio = dynamic_cast<RadioWidget*>(object)) {
-    return new AccessibleRadio(radio);
+    return new AccessibleChoice(radio, QAccessible::RadioButton);
+  }
+  if (auto* box = dynamic_cast<CheckWidget*>(object)) {
+    return new AccessibleChoice(box, QAccessible::CheckBox);
   }
   if (auto* picture = dynamic_cast<PictureWidget*>(object)) {
     return new QAccessibleWidget(picture, QAccessible::Graphic);
   }
   if (auto* message = dynamic_cast<MessageWindow*>(object)) {
     return new QAccessibleWidget(message, QAccessible::AlertMessage);
+  }
+  auto* window = dynamic_cast<WindowPeer*>(object);
+  if (window != nullptr && IsMainWindow(*window)) {
+    return new QAccessibleWidget(window, QAccessible::Window);
   }
   return nullptr;
 }

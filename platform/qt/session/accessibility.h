@@ -3,9 +3,9 @@
 
 namespace zephin {
 
-/// Gives screen readers the roles of this program's own widgets: texts, links, radio buttons,
-/// pictures and messages. The toolkit knows the roles of its own widgets. Called once, before the
-/// first window is made.
+/// Gives screen readers the roles of this program's own widgets: texts, links, radio buttons, check
+/// boxes, pictures, messages and the main window. The toolkit knows the roles of its own widgets.
+/// Called once, before the first window is made.
 void SetUpAccessibility();
 
 }  // namespace zephin

@@ -36,7 +36,7 @@ FittedCaption Fitted(const Captioned& widget) {
   const int floor = SmallestReadable(shared.pixelSize());
   for (const QObject* sibling : widget.parentWidget()->children()) {
     const auto* other = dynamic_cast<const Captioned*>(sibling);
-    if (other != nullptr && !other->isHidden()) {
+    if (other != nullptr) {  // Hidden or not: the size must not change when one is shown.
       const FittedCaption alone =
           FitCaption(other->Caption(), shared, floor, other->RoomForCaption());
       shared.setPixelSize(alone.font.pixelSize());
@@ -73,8 +73,7 @@ void CaptionButton::paintEvent(QPaintEvent* /*event*/) {
   option.text = AsCaption(fitted.shown);
   painter.setFont(fitted.font);
   painter.drawControl(QStyle::CE_PushButton, option);
-  if ((option.state & QStyle::State_HasFocus) &&
-      (option.state & QStyle::State_KeyboardFocusChange)) {
+  if (option.state & QStyle::State_HasFocus) {
     // The style draws the default button and the one with the focus alike.
     painter.setPen(palette().color(QPalette::Highlight));
     painter.drawRect(rect().adjusted(kFocusInset, kFocusInset, -kFocusInset - 1, -kFocusInset - 1));
@@ -125,9 +124,15 @@ void ChoiceButton<Button>::paintEvent(QPaintEvent* /*event*/) {
   this->initStyleOption(&option);
   const FittedCaption fitted = Fitted(*this);
   option.text = AsCaption(InItsDirection(fitted.shown));
+  option.state.setFlag(QStyle::State_KeyboardFocusChange);  // Shows the focus, however it came.
   painter.setFont(fitted.font);
   painter.drawControl(
       std::is_same_v<Button, QRadioButton> ? QStyle::CE_RadioButton : QStyle::CE_CheckBox, option);
+}
+
+template <class Button>
+bool ChoiceButton<Button>::hitButton(const QPoint& place) const {
+  return this->rect().contains(place);
 }
 
 template <class Button>

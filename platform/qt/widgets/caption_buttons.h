@@ -8,7 +8,7 @@
 
 // Buttons that fit a caption of any length into their fixed width: the caption shrinks, then gets
 // narrower, then is elided. All buttons of one class in a window have letters of one size, the
-// largest at which each caption fits, or else the smallest readable size.
+// largest at which each caption fits, or else the smallest readable size; hidden buttons count too.
 
 namespace zephin {
 
@@ -32,7 +32,8 @@ class CaptionButton final : public QPushButton {
 
 /// A radio button or a check box. All rows of a window have their marks on the same side: on the
 /// right if the script of the first row's caption runs from right to left. A checked radio button
-/// stays checked when it is pressed; this class doesn't uncheck the others of its group.
+/// stays checked when it is pressed; this class doesn't uncheck the others of its group. A click
+/// anywhere in the row counts.
 template <class Button>
 class ChoiceButton final : public Button {
  public:
@@ -46,6 +47,7 @@ class ChoiceButton final : public Button {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  bool hitButton(const QPoint& place) const override;
   void nextCheckState() override;
 
  private:

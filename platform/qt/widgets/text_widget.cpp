@@ -17,7 +17,9 @@ void TextWidget::SetText(const QString& text, const FittedText::Style& style, co
   text_ = text;
   style_ = style;
   color_ = color;
-  setAccessibleName(text);
+  if (text != accessibleName()) {
+    setAccessibleName(text);
+  }
   Fit();
 }
 

@@ -4,7 +4,10 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QPushButton>
+#include <QTest>
 #include <functional>
+#include <string>
 #include <tuple>
 #include <vector>
 
@@ -39,23 +42,46 @@ class AnswerKeys : public testing::Test {
     return window_->fBtnName;
   }
 
+  QPushButton& ButtonOf(const WindowPeer& peer, const char* name) const {
+    return static_cast<QPushButton&>(peer.PeerOf(*window_->ControlByName(name))->Widget());
+  }
+
   test::ScriptedDesktop desktop_;
   Application app_;
   KeyFilter filter_;
   Ref<KeysWindow> window_;
 };
 
-TEST_F(AnswerKeys, ReturnAndEscapeAnswerWhateverHasTheFocus) {
+TEST_F(AnswerKeys, ReturnPressesTheFocusedButtonOrTheDefaultOneAndEscapeTheCancelButton) {
   WindowPeer peer(*window_);
-  peer.show();
+  peer.Appear(nullptr);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&peer));
   for (const char* focus : {"QuitBtn", "ContinueBtn", "MyHTMLViewer", "Area", "Field", "Radio"}) {
-    EXPECT_EQ(Type(peer, focus, Qt::Key_Return), "ContinueBtn") << focus;
-    EXPECT_EQ(Type(peer, focus, Qt::Key_Enter), "ContinueBtn") << focus;
+    QWidget& widget = peer.PeerOf(*window_->ControlByName(focus))->Widget();
+    widget.setFocusPolicy(Qt::StrongFocus);
+    widget.setFocus();
+    const char* answering = focus == std::string("QuitBtn") ? "QuitBtn" : "ContinueBtn";
+    for (const char* button : {"QuitBtn", "ContinueBtn"}) {
+      // Drawn as what it is.
+      EXPECT_EQ(ButtonOf(peer, button).isDefault(), button == std::string(answering)) << focus;
+    }
+    EXPECT_EQ(Type(peer, focus, Qt::Key_Return), answering) << focus;
+    EXPECT_EQ(Type(peer, focus, Qt::Key_Enter), answering) << focus;
     EXPECT_EQ(Type(peer, focus, Qt::Key_Escape), "QuitBtn") << focus;
     // The key is still held down from the window before.
     EXPECT_EQ(Type(peer, focus, Qt::Key_Return, true), "") << focus;
   }
   EXPECT_TRUE(peer.isVisible());
+}
+
+TEST_F(AnswerKeys, ButtonThatIsHiddenWhileItHasTheFocusPassesItToNoOtherButton) {
+  WindowPeer peer(*window_);
+  peer.Appear(nullptr);
+  ASSERT_EQ(peer.focusWidget(), &ButtonOf(peer, "ContinueBtn"));
+  window_->ContinueBtn()->SetEnabled(false);
+  peer.UpdateControl(*window_->ContinueBtn());
+  EXPECT_EQ(peer.focusWidget(), &peer);
+  EXPECT_EQ(Type(peer, "Area", Qt::Key_Return), "");
 }
 
 TEST_F(AnswerKeys, ButtonsThatCannotBePressedAreNotAnswered) {
