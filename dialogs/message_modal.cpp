@@ -34,6 +34,7 @@ void MessageModal::CreateControls() {
   const Ref<Label> text = Add<Label>("MessageText", {20, 14, 532, 177});
   text->SetMultiline(true);
   text->SetText("Label:");
+  text->SetTabIndex(1);
   addButton("Btn3", 472, 2);
   addButton("Btn1", 288, 4);
 }

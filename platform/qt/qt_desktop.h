@@ -18,17 +18,16 @@ class KeyFilter;
 class SessionClipboard;
 class WindowPeer;
 
-/// The user's desktop on an X display: the model's windows and controls as widgets of the toolkit.
-/// There is one in a process, made before any window. From its making on every end of the process
-/// has status 0, whatever ends it.
+/// The user's desktop on an X display: shows the model's windows and controls as widgets of the
+/// toolkit. A process has at most one, created before any window. From then on every end of the
+/// process has status 0, whatever causes it.
+///
+/// `qt_desktop.cpp` defines the windows and dialogs, `qt_desktop_session.cpp` what the program asks
+/// of the rest of the session, and the function `OpenDesktop`.
 class QtDesktop final : public Desktop {
  public:
-  /// Whether there is a display to make it on.
-  static bool DisplayIsThere();
-
-  /// The arguments are those of `main`. The first one names the windows for the session; no other
-  /// is looked at. There must be a display.
-  QtDesktop(int argc, char** argv);
+  /// There must be a display. `programName` identifies the windows to the session.
+  explicit QtDesktop(std::string programName);
   ~QtDesktop() override;
 
   void ShowWindow(Window& window) override;
@@ -62,13 +61,15 @@ class QtDesktop final : public Desktop {
   /// Null if the window was never shown.
   WindowPeer* Find(const Window& window) const;
   WindowPeer& FindOrMake(Window& window);
-  /// The window above which a dialog appears; null if none of the program's can be seen.
+  /// The window above which a dialog appears; null if no window of the program is visible.
   QWidget* TopWindow() const;
   QString MessageTitle() const;
 
+  // The toolkit keeps pointers to the program's arguments.
   std::string programName_;
   int argc_ = 1;
   std::array<char*, 2> argv_{};
+
   std::unique_ptr<QApplication> application_;
   std::unique_ptr<KeyFilter> keys_;
   std::unique_ptr<SessionClipboard> clipboard_;

@@ -106,6 +106,10 @@ class Screen:
         window.configure(width=width, height=height)
         self._display.sync()
 
+    def icon_of(self, window):
+        """The pixels of a window's icon, after its width and height. Empty if it has none."""
+        return list(self._property(window, "_NET_WM_ICON") or ())
+
     def _property(self, window, name):
         found = window.get_full_property(self._display.intern_atom(name), X.AnyPropertyType)
         return found.value if found else None

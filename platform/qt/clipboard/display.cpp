@@ -2,7 +2,6 @@
 
 #include <poll.h>
 
-#include <array>
 #include <cstring>
 
 namespace zephin {
@@ -60,7 +59,7 @@ xcb_window_t Display::OwnerOf(xcb_atom_t selection) const {
 }
 
 xcb_timestamp_t Display::Now() {
-  // A change of a property is told with its time.
+  // The protocol has no request for the time, but the event for a changed property has it.
   xcb_change_property(connection_, XCB_PROP_MODE_APPEND, window_, atoms_.transfer, XCB_ATOM_STRING,
                       8, 0, nullptr);
   while (const Reply<xcb_generic_event_t> event = NextEvent(-1)) {
