@@ -7,6 +7,7 @@
 #include "tools/make_setup/desktop_entry.h"
 #include "tools/make_setup/files.h"
 #include "tools/make_setup/patch_tree.h"
+#include "tools/make_setup/payload.h"
 #include "tools/make_setup/setup_error.h"
 #include "tools/make_setup/setup_file.h"
 #include "tools/make_setup/zip_folder.h"
@@ -42,65 +43,13 @@ void CheckPlaces(const fs::path& folder, const fs::path& stub, const fs::path& o
   }
 }
 
-/// The folder with everything that the payload shall hold: the setup's own, or a copy with the
-/// generated files in it.
-fs::path StagePayload(const Setup& setup, const fs::path& scratch) {
-  if (setup.generated.empty()) {
-    return setup.payload;
-  }
-  CopyTree(setup.payload, scratch);
-  for (const GeneratedFile& file : setup.generated) {
-    At("generate", [&] { Generate(file, scratch); });
-  }
-  return scratch;
-}
-
-fs::path StageNewTree(const PatchSource& patch, const fs::path& oldTree, const fs::path& scratch) {
-  if (patch.overlay.empty()) {
-    return patch.newFolder;
-  }
-  CopyTree(oldTree, scratch);
-  for (const std::string& path : patch.removed) {
-    if (fs::remove_all(PlaceBelow(scratch, path)) == 0) {
-      throw SetupError("remove: " + Quoted(path) + " is not in the old folder");
-    }
-  }
-  for (const TreeItem& item : ListTree(patch.overlay)) {
-    const fs::path to = PlaceBelow(scratch, item.path);
-    const bool isFolder = item.kind == ItemKind::Folder;
-    if (fs::exists(fs::symlink_status(to)) &&
-        fs::is_directory(fs::symlink_status(to)) != isFolder) {
-      throw SetupError("overlay: " + Quoted(item.path) + " is an item of another kind before");
-    }
-    if (isFolder) {
-      fs::create_directories(to);
-    } else {
-      fs::remove(to);
-      fs::copy(patch.overlay / item.path, to, fs::copy_options::copy_symlinks);
-    }
-  }
-  return scratch;
-}
-
-fs::path StagePatch(const PatchSource& patch, const fs::path& scratch) {
-  fs::path oldTree = patch.oldFolder;
-  if (fs::exists(oldTree / "setup.json")) {
-    const Setup old = ReadSetup(oldTree, {});
-    if (old.patch) {
-      throw SetupError("old: " + Quoted(oldTree.string()) +
-                       " is a patch itself, so it doesn't tell what is installed");
-    }
-    oldTree = StagePayload(old, scratch / "old");
-  }
-  MakePatchTree(oldTree, StageNewTree(patch, oldTree, scratch / "new"), scratch / "patch");
-  return scratch / "patch";
-}
-
 void MakePayload(const Setup& setup, const fs::path& scratch, const fs::path& resources,
                  const fs::path& beside) {
-  const fs::path tree =
-      setup.patch ? At("patch", [&] { return StagePatch(*setup.patch, scratch); })
-                  : At("payload", [&] { return StagePayload(setup, scratch / "payload"); });
+  fs::path tree = setup.payload;
+  if (setup.patch) {
+    tree = scratch / "patch";
+    At("patch", [&] { MakePatchTree(setup.patch->oldFolder, setup.patch->newFolder, tree); });
+  }
   const std::string topName =
       setup.record.fTargetFolder + (setup.record.fInstallationPatch ? "Patch" : "");
   At("payload", [&] { WritePayload(tree, topName, resources / "Data2"); });

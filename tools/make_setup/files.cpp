@@ -90,17 +90,6 @@ bool IsBelow(const std::string& path) {
   return !normal.empty() && normal.is_relative() && normal != "." && *normal.begin() != "..";
 }
 
-fs::path PlaceBelow(const fs::path& root, const std::string& path) {
-  fs::path place = root;
-  for (const fs::path& name : fs::path(path).lexically_normal()) {
-    if (!IsBelow(path) || (place != root && fs::is_symlink(place))) {
-      throw SetupError(Quoted(path) + " is not below " + root.string());
-    }
-    place /= name;
-  }
-  return place;
-}
-
 std::vector<TreeItem> ListTree(const fs::path& root) {
   if (!fs::is_directory(root)) {
     throw SetupError(root.string() + ": no such folder");

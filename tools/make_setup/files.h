@@ -32,9 +32,6 @@ class FileWriter {
 
 /// Whether `path` names something below the folder that it is relative to, not that folder itself.
 bool IsBelow(const std::string& path);
-/// `path` below `root`. Refuses one that is not below it or has a link on the way, behind which
-/// another folder would be changed.
-std::filesystem::path PlaceBelow(const std::filesystem::path& root, const std::string& path);
 
 enum class ItemKind { File, Folder, Link };
 

@@ -1,10 +1,8 @@
 #include "tools/make_setup/payload.h"
 
 #include <algorithm>
-#include <array>
 #include <fstream>
 #include <functional>
-#include <random>
 
 #include "setup/scrambling.h"
 #include "tools/make_setup/files.h"
@@ -31,24 +29,6 @@ void ForEachBlock(std::istream& from, std::uint64_t size,
     take({block.data(), count}, done);
     done += count;
   }
-}
-
-std::string Noise(std::size_t bytes, std::mt19937_64& random) {
-  std::string noise(bytes, '\0');
-  std::generate(noise.begin(), noise.end(), [&] { return static_cast<char>(random()); });
-  return noise;
-}
-
-std::string Words(std::size_t bytes, std::mt19937_64& random) {
-  constexpr std::array kWords{"a",    "note", "kept", "in",  "its",  "folder", "every", "line",
-                              "back", "to",   "the",  "day", "that", "ink",    "lamp",  "paper"};
-  std::string text;
-  while (text.size() < bytes) {
-    text += kWords[random() % kWords.size()];
-    text += random() % 12 == 0 ? ".\n" : " ";
-  }
-  text.resize(bytes);
-  return text;
 }
 
 }  // namespace
@@ -94,23 +74,6 @@ bool IsPieceName(const std::string& name) {
          (name == "Data#End" ||
           (name.size() > mark.size() &&
            name.find_first_not_of("0123456789", mark.size()) == std::string::npos));
-}
-
-void Generate(const GeneratedFile& file, const fs::path& folder) {
-  const fs::path path = PlaceBelow(folder, file.path);
-  if (fs::exists(fs::symlink_status(path))) {
-    throw SetupError(Quoted(file.path) + " stands in the payload already");
-  }
-  fs::create_directories(path.parent_path());
-  FileWriter writer(path);
-  std::mt19937_64 random(file.seed);
-  for (std::uint64_t left = file.bytes; left > 0;) {
-    const std::size_t count = std::min<std::uint64_t>(left, kBlockSize);
-    writer.Write(file.kind == GeneratedFile::Kind::Words ? Words(count, random)
-                                                         : Noise(count, random));
-    left -= count;
-  }
-  writer.Close();
 }
 
 }  // namespace zephin::make_setup

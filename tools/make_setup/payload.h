@@ -25,18 +25,6 @@ void CutIntoPieces(const std::filesystem::path& payload, std::uint64_t size,
 /// Whether a file beside a bundle is taken for one of its pieces.
 bool IsPieceName(const std::string& name);
 
-/// A file that a sample doesn't carry along: made anew, always the same for the same values.
-struct GeneratedFile {
-  /// Below the payload's folder; the folders above it are made.
-  std::string path;
-  std::uint64_t bytes = 0;
-  std::uint64_t seed = 0;
-  enum class Kind { Noise, Words } kind = Kind::Noise;
-};
-
-/// Where a file already stands or the path leads out of `folder`, it is refused.
-void Generate(const GeneratedFile& file, const std::filesystem::path& folder);
-
 }  // namespace zephin::make_setup
 
 #endif  // TOOLS_MAKE_SETUP_PAYLOAD_H_

@@ -190,12 +190,7 @@ void ReadPatch(Fields& setup, const fs::path& folder, Setup& made) {
     Fields parts(setup.Value("patch"));
     PatchSource& patch = made.patch.emplace();
     patch.oldFolder = folder / parts.NeededText("old");
-    if (parts.Has("overlay")) {
-      patch.overlay = folder / parts.NeededText("overlay");
-      patch.removed = ReadNames(parts, "remove");
-    } else {
-      patch.newFolder = folder / parts.NeededText("new");
-    }
+    patch.newFolder = folder / parts.NeededText("new");
     parts.RefuseOthers();
   });
 }
@@ -212,15 +207,6 @@ void ReadPayload(Fields& setup, const fs::path& folder, Setup& made) {
     return;
   }
   made.payload = folder / setup.NeededText("payload");
-  setup.ForEach("generate", [&](Fields& entry) {
-    const std::string kind = entry.NeededText("kind");
-    if (kind != "noise" && kind != "words") {
-      throw SetupError(R"(kind: must be "noise" or "words")");
-    }
-    made.generated.push_back(
-        {entry.NeededText("path"), entry.Number("bytes"), entry.Number("seed"),
-         kind == "noise" ? GeneratedFile::Kind::Noise : GeneratedFile::Kind::Words});
-  });
 }
 
 }  // namespace

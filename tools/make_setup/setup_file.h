@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "tools/make_setup/payload.h"
 #include "tools/make_setup/record.h"
 
 // The file setup.json of a setup's folder: what its bundle shall hold. The record's fields stand in
@@ -44,22 +43,16 @@ struct ArchiveSource {
   bool download = false;
 };
 
-/// How a patch's tree is found: from two folders, or from the old one and what changes in it. The
-/// old one may be the folder of a setup, and is then that setup's payload.
+/// The installed folder before and after the update.
 struct PatchSource {
   std::filesystem::path oldFolder;
-  /// Either this one is set,
   std::filesystem::path newFolder;
-  /// or this one: files that are new or changed. With it, paths that are gone.
-  std::filesystem::path overlay;
-  std::vector<std::string> removed;
 };
 
 struct Setup {
   SetupRecord record;
   /// Empty with a patch that is made from `patch`.
   std::filesystem::path payload;
-  std::vector<GeneratedFile> generated;
   std::optional<PatchSource> patch;
   /// Bytes of a piece; 0 for a payload in one file.
   std::uint64_t pieceSize = 0;

@@ -11,7 +11,6 @@
 #include "tests/support/limits.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/tools/make_setup/trees.h"
-#include "tools/make_setup/payload.h"
 
 namespace zephin::make_setup {
 namespace {
@@ -70,10 +69,7 @@ constexpr auto kBadSetups = std::to_array<BadSetup>({
     {"", R"("fExecuteBeforeName": "helper.sh")", "fExecuteBeforeName: "},
     {"", R"("helpers": ["payload/../helper.sh", "helper.sh"])", "helpers: "},
     {"", R"("pieceSize": 1000000)", "pieceSize: "},
-    {"", R"("pieceSize": 1, "generate": [{"path": "n", "kind": "noise", "bytes": 999}])", "Size: "},
     {"", R"("patch": {"old": "payload", "new": "none"})", "patch: takes the place"},
-    {"generate", R"("path": "file", "kind": "noise")", "generate: "},
-    {"generate", R"("path": "link/x", "kind": "noise")", "generate: "},
     {"",
      R"("fInstallOptions": [{"caption": "O", "source": "options/one"},
                               {"caption": "o", "source": "options/one"}])",
@@ -106,7 +102,7 @@ class MakeBundleTest : public testing::Test {
     MakeTree(setup_,
              "payload/file=content payload/link->.. a.txt=A b.txt=B c.txt=C d.txt=D "
              "helper.sh+=helper options/one/x=x other/one/x=x options/http/x=x");
-    Generate({"options/large/noise", 12000, 1}, setup_);
+    test::WriteFile(setup_ / "options/large/noise", test::Noise(20000));
     MakeTree(stub_, "Contents/MacOS/Setup+=stub Contents/Info.plist=plist");
     MakeTree(made_, "kept=kept");
   }
@@ -194,41 +190,27 @@ TEST_F(MakeBundleTest, PlaceThatMustNotBeReplacedIsRefused) {
 
 TEST_F(MakeBundleTest, PiecesOfAnEarlierSplitPayloadGo) {
   MakeTree(made_, "Data#2=old Data#9=old Data#End=old Data#x=x");
-  Make(R"({"fTargetFolder": "Tool", "payload": "payload", "pieceSize": 2500,
-           "generate": [{"path": "n", "kind": "noise", "bytes": 5000}]})");
+  test::WriteFile(setup_ / "payload/noise", test::Noise(9000));
+  Make(R"({"fTargetFolder": "Tool", "payload": "payload", "pieceSize": 2500})");
   auto tree = test::Tree(made_);
   EXPECT_EQ(tree["My.app/Contents/Resources/Data#1"].size() + tree["Data#2"].size(), 5000);
   EXPECT_TRUE(tree.contains("Data#End") && tree.contains("Data#x"));
   EXPECT_FALSE(tree.contains("Data#9") || tree.contains("My.app/Contents/Resources/Data2"));
 }
 
-TEST_F(MakeBundleTest, PatchIsMadeFromAnotherSetupAndTheChangesToIt) {
-  MakeTree(folder_ / "update", "changes/new=n changes/deep/file=changed");
-  MakeTree(setup_, "payload/deep/file=f payload/gone=g");
-  test::WriteFile(setup_ / "setup.json",
-                  R"({"fTargetFolder": "Tool", "payload": "payload",
-                      "generate": [{"path": "big", "kind": "noise", "bytes": 5000}]})");
-  const auto make = [&](const std::string& removed) {
-    test::WriteFile(folder_ / "update/setup.json",
-                    R"({"fTargetFolder": "Tool", "patch": {"old": "../setup",
-                        "overlay": "changes", "remove": [")" +
-                        removed + "\"]}}");
-    MakeBundle(folder_ / "update", stub_, made_ / "Update.app", {});
-  };
-  for (const char* path : {"none", "../setup.json", "link/a.txt"}) {
-    EXPECT_NE(Refusal([&] { make(path); }).find("patch: "), std::string::npos) << path;
-  }
-  make("gone");
-  EXPECT_LT(fs::file_size(made_ / "Update.app/Contents/Resources/Data2"), 2000);
-  EXPECT_EQ(test::Tree(setup_ / "payload").at("gone"), "g");
+TEST_F(MakeBundleTest, PayloadOfAPatchHoldsWhatDiffers) {
+  test::WriteFile(setup_ / "payload/noise", test::Noise(90000));
+  fs::copy(setup_ / "payload", setup_ / "new",
+           fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+  test::WriteFile(setup_ / "new/file", "changed");
+  Make(R"({"fTargetFolder": "Tool", "patch": {"old": "payload", "new": "new"}})");
+  EXPECT_LT(fs::file_size(made_ / "My.app/Contents/Resources/Data2"), 2000);
 }
 
 TEST_F(MakeBundleTest, DiskThatFillsUpLeavesEverythingAsItWas) {
   Make(kSmallest);
   const auto before = test::Tree(made_);
-  test::WriteFile(setup_ / "setup.json",
-                  R"({"fTargetFolder": "Other", "payload": "payload",
-                      "generate": [{"path": "n", "kind": "noise", "bytes": 50000}]})");
+  test::WriteFile(setup_ / "payload/noise", test::Noise(90000));
   for (const std::size_t room : {100U, 2000U, 50000U}) {
     const test::FullDisk full(room);
     EXPECT_NE(Refusal([&] { MakeBundle(setup_, stub_, made_ / "My.app", {}); }), "") << room;
