@@ -9,7 +9,7 @@
 namespace zephin {
 namespace {
 
-/// The application and its one implicit window, which goes first.
+/// The application and its one implicit window, which is destroyed first.
 struct Program {
   std::unique_ptr<App> app;
   Ref<ZephinStubWindow> window;
@@ -24,8 +24,8 @@ void _NewAppInstance(Program& program, Desktop& desktop, const Machine& machine)
   program.app->SetMenuBar(MakeMenuBar1());
 }
 
-/// High-resolution support, external classes, plug-ins, file types and menu handlers need nothing
-/// here: the desktop sees to the first, and the program has none of the others.
+/// Nothing is needed for high resolutions, which the desktop handles, nor for external classes,
+/// plug-ins, file types and menu handlers, of which the program has none.
 void _EarlyStartup(Program& program, Desktop& desktop, const Machine& machine) {
   _NewAppInstance(program, desktop, machine);
 }
@@ -42,6 +42,8 @@ void _LateStartup(Program& program) {
 
 void App::Event_Open() {
   ViewConst::VkAppInit();
+  // A translocated bundle is recognised by the main window's open event, so the dialog about
+  // translocation stays off.
   ViewConst::gIgnoreTranslocationError = true;
 }
 

@@ -27,7 +27,8 @@ void SetTexts(ZephinStubWindow& window) {
   }
 }
 
-/// Makes a picture whose white shows what lies behind, and shows it on the canvas.
+/// Shows a picture on the canvas, its white transparent. Raises NilObjectException for nil: a
+/// picture that can't be made ends the run after its message.
 void ShowOnCanvas(const Ref<Canvas>& canvas, const Ref<Picture>& picture) {
   picture->SetTransparent(1);
   canvas->SetBackdrop(picture);
@@ -61,6 +62,7 @@ void SetLinkAndInfo(ZephinStubWindow& window) {
   }
   if (!window.fInfo.IsEmpty()) {
     window.InfoBtn()->SetVisible(true);
+    // Shown at once, as pictures may have kept the user waiting.
     window.Refresh(true);
   }
 }
@@ -83,6 +85,7 @@ void RunRelocated(ZephinStubWindow& window) {
 
 void ZephinStubWindow::Event_Open() {
   if (RunningRelocatedInstaller()) {
+    // The system runs a quarantined download from there, where the bundle's neighbours are missing.
     Hide();
     MsgBox("Drag the installer out of the Downloads folder before running it.");
     Quit(0);
@@ -92,6 +95,7 @@ void ZephinStubWindow::Event_Open() {
 
 void ZephinStubWindow::DoStartup() {
   ViewConst::MyProcessToTop();
+  // Before the record is read: no setup may ask for less.
   if (!CheckAdminAccount()) {
     Quit(0);
   }

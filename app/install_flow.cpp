@@ -9,7 +9,8 @@ void ZephinStubWindow::OKBtnClicked() {
   String choice;
   String options;
   if (!fPreInstallNotes.IsEmpty()) {
-    // The web form says "I Agree" and the plain one "OK", with the same label: meant so.
+    // The HTML form says "I Agree" and the plain one "OK", with the same caption, on purpose:
+    // publishers have written their captions for that.
     proceed = ShowPage({.text = fPreInstallNotes,
                         .title = Wording(Caption::PreNotesTitle),
                         .quitCaption = Custom(Caption::Quit),

@@ -9,8 +9,9 @@
 namespace zephin {
 namespace {
 
-/// The bundle's Resources folder, looked up by the bundle's name in the folder that holds it. Nil
-/// if it can't be found.
+/// The bundle's Resources folder; nil if it can't be found. The look-up goes by the bundle's name
+/// in the folder that holds it, not by its path, as a folder above it may be called "Contents",
+/// too.
 Ref<FolderItem> ResourcesByBundleName() {
   using ViewConst::ExtractFileName;
   const String path = ViewConst::MyAbsolutePath(Application::Current().ExecutableFile());
@@ -27,7 +28,7 @@ Ref<FolderItem> FullFile(const Ref<FolderItem>& resources, const char* name) {
   return file.IsNil() || file->Length() <= 0 ? nullptr : file;
 }
 
-// What a file holds, without encoding; empty if there is none. One that is there and can't be
+// The content of a file, without encoding; empty if there is none. One that exists and can't be
 // opened raises NilObjectException: an installer with half a record must not go on.
 
 String BytesOf(const Ref<FolderItem>& file) {
@@ -50,6 +51,7 @@ bool ZephinStubWindow::ReadData() {
     return false;
   }
   ViewConst::DecryptStr(data);
+  // Nothing has set a field before: each still has its default if the record has none for it.
   static_cast<SetupRecord&>(*this) = ReadRecord(data, textData);
   return true;
 }

@@ -24,7 +24,7 @@ bool Meets(const Table& table, const String& keyword, std::int64_t value) {
   return met;
 }
 
-/// Writes and deletes a file at that path. True if that could be done.
+/// Whether a file can be written and found at that path; deletes it again.
 bool ProbeSucceeds(const String& path, const Ref<FolderItem>& item) {
   const Ref<BinaryStream> stream = item->CreateBinaryFile("");
   if (stream.IsNil()) {
@@ -50,6 +50,7 @@ bool ZephinStubWindow::CheckMinOSorRAM() {
   if (System::Gestalt("sys1", major)) {
     System::Gestalt("sys2", minor);
   }
+  // Both are checked, so that a machine that meets neither gets both messages.
   const bool systemMeets = Meets(kSystemRequirements, fMinOS, minor);
   const bool memoryMeets = Meets(kMemoryRequirements, fMinRAM, memory);
   return systemMeets && memoryMeets;
@@ -61,6 +62,7 @@ bool ZephinStubWindow::CheckAdminAccount() {
   if (item.IsNil()) {
     return false;
   }
+  // Whoever may write to the Applications folder counts as an administrator, and nobody else does.
   if (ProbeSucceeds(path, item)) {
     return true;
   }

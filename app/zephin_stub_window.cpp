@@ -9,12 +9,6 @@ namespace {
 constexpr std::uint32_t kWhite = 0xFFFFFF;
 constexpr std::uint32_t kLinkBlue = 0x0000FF;
 
-Ref<PushButton> SetUp(const Ref<PushButton>& button, const char* caption, int tabIndex) {
-  button->SetCaption(caption);
-  button->SetTabIndex(tabIndex);
-  return button;
-}
-
 }  // namespace
 
 void ZephinStubWindow::Layout() {
@@ -37,39 +31,40 @@ void ZephinStubWindow::CreateControls() {
 }
 
 void ZephinStubWindow::_CreateControls0() {
-  const Ref<PushButton> quit = SetUp(Add<PushButton>("QuitBtn", {204, 198, 80, 20}), "Quit", 1);
-  quit->Action = [this](PushButton& button) { QuitBtn_Action(button); };
+  const auto addButton = [this](const char* name, int left, const char* caption, int tabIndex,
+                                void (ZephinStubWindow::*act)(PushButton&)) {
+    Ref<PushButton> button = Add<PushButton>(name, {left, 198, 80, 20});
+    button->SetCaption(caption);
+    button->SetTabIndex(tabIndex);
+    button->Action = [this, act](PushButton& pressed) { (this->*act)(pressed); };
+    return button;
+  };
+  const auto addLabel = [this](const char* name, const Bounds& place, const char* text) {
+    Ref<Label> label = Add<Label>(name, place);
+    label->SetText(text);
+    label->SetVisible(false);
+    return label;
+  };
 
-  const Ref<PushButton> install =
-      SetUp(Add<PushButton>("InstallBtn", {296, 198, 80, 20}), "Install", 2);
-  install->SetDefault(true);
-  install->Action = [this](PushButton& button) { InstallBtn_Action(button); };
-
+  addButton("QuitBtn", 204, "Quit", 1, &ZephinStubWindow::QuitBtn_Action);
+  addButton("InstallBtn", 296, "Install", 2, &ZephinStubWindow::InstallBtn_Action)
+      ->SetDefault(true);
   Add<Label>("MessageLabel", {96, 14, 204, 77})->SetMultiline(true);
-  // It lies over InfoBtn, which is why the install hides that button first.
   Add<ProgressBar>("ProgressBar1", {37, 198, 155, 20})->SetVisible(false);
-
-  const Ref<Label> url = Add<Label>("URLLabel", {20, 104, 356, 20});
-  url->SetText("URL");
+  const Ref<Label> url = addLabel("URLLabel", {20, 104, 356, 20}, "URL");
   url->SetAlignment(TextAlign::Center);
   url->SetTextColor(kLinkBlue);
   url->SetUnderline(true);
-  url->SetVisible(false);
   url->MouseDown = [this](Label& label, int x, int y) { return URLLabel_MouseDown(label, x, y); };
-
   Add<Canvas>("PictureCanvas", {20, 12, 64, 64})->SetVisible(false);
   Add<Canvas>("LogoCanvas", {312, 12, 64, 64})->SetVisible(false);
-
-  const Ref<Label> copyright = Add<Label>("CopyrightLabel", {20, 226, 356, 12});
-  copyright->SetFontSize(9);
-  copyright->SetVisible(false);
-
-  const Ref<PushButton> info = SetUp(Add<PushButton>("InfoBtn", {20, 198, 80, 20}), "Info", 11);
-  info->SetVisible(false);
-  info->Action = [this](PushButton& button) { InfoBtn_Action(button); };
+  addLabel("CopyrightLabel", {20, 226, 356, 12}, "")->SetFontSize(9);
+  // It covers a part of the bar, so an install hides it first.
+  addButton("InfoBtn", 20, "Info", 11, &ZephinStubWindow::InfoBtn_Action)->SetVisible(false);
 }
 
 bool ZephinStubWindow::Event_CancelClose(bool /*appQuitting*/) {
+  // Never refused, so that the Quit menu item always ends the run.
   return false;
 }
 
@@ -88,6 +83,7 @@ void ZephinStubWindow::InstallBtn_Action(PushButton& /*button*/) {
 
 bool ZephinStubWindow::URLLabel_MouseDown(Label& /*label*/, int /*x*/, int /*y*/) {
   if (!fURLActual.IsEmpty()) {
+    // Publishers leave the scheme out; "http" anywhere in the address counts as one.
     ShowURL(ViewConst::Pos("http", fURLActual) == 0 ? "http://" + fURLActual : fURLActual);
   }
   return false;

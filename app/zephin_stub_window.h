@@ -20,6 +20,8 @@ namespace zephin {
 ///   payload/                     ExpandFolder and the steps that it calls
 ///   actions/                     SpecialPath, copy lists, the before-program
 ///   selection/                   choices and options, from the pick to their place
+///
+/// The window's operations are virtual, in the order of the system's own list of them.
 class ZephinStubWindow : public Window, public SetupRecord {
  protected:
   void Layout() override;
@@ -30,7 +32,7 @@ class ZephinStubWindow : public Window, public SetupRecord {
   virtual Ref<PushButton> QuitBtn() const { return Named<PushButton>("QuitBtn"); }
   virtual Ref<PushButton> InstallBtn() const { return Named<PushButton>("InstallBtn"); }
   virtual Ref<Label> MessageLabel() const { return Named<Label>("MessageLabel"); }
-  /// The time that the expansion is given, as it runs.
+  /// Shows how much of the time given to the expansion has passed.
   virtual Ref<ProgressBar> ProgressBar1() const { return Named<ProgressBar>("ProgressBar1"); }
   virtual Ref<Label> URLLabel() const { return Named<Label>("URLLabel"); }
   virtual Ref<Canvas> PictureCanvas() const { return Named<Canvas>("PictureCanvas"); }
@@ -46,15 +48,16 @@ class ZephinStubWindow : public Window, public SetupRecord {
   void Event_Open() override;
   bool Event_CancelClose(bool appQuitting) override;
 
-  /// Turns the payload in the bundle into an installed folder; see payload/expand_folder.cpp.
+  /// Installs the payload in the bundle. Returns whether or not anything was installed;
+  /// `fTargetFolder` is then empty if the user chose no folder.
   virtual void ExpandFolder();
-  /// Fills the bar for the time that an archive of the item's size is given. The item must not be
-  /// nil; the path isn't used.
+  /// Fills the bar for the time that an archive of the item's length gets. The item must not be
+  /// nil; the path is ignored.
   virtual void ZipFileProcess(const String& zipPath, const Ref<FolderItem>& zipItem);
   /// Reads the setup record into the fields. False if there is none; the fields stay as they were.
   [[nodiscard]] virtual bool ReadData();
-  /// All between the window's making and its showing: the record, the gates, the before-program,
-  /// texts and pictures. Ends the run if one of them says so.
+  /// Runs the gates, reads the record, runs the before-program and configures the window, which is
+  /// already shown. Ends the run if a gate, the record or the before-program calls it off.
   virtual void DoStartup();
   /// The install, from the first page to the end of the process; returns if the user refuses.
   virtual void OKBtnClicked();
@@ -73,58 +76,63 @@ class ZephinStubWindow : public Window, public SetupRecord {
   /// separator; empty if it can't be written (after a message) and for the root; on a cancel empty
   /// or `defaultPath`, as `emptyOnCancel` says.
   virtual String SelectTargetFolder(const String& defaultPath, bool emptyOnCancel);
-  /// Runs the publisher's before-program. False ends the run.
+  /// Runs the publisher's before-program, if there is one. False if it aborts the install.
   [[nodiscard]] virtual bool DoExecuteBefore();
-  /// Joins the pieces of a split payload into `zipPath`, disc by disc; a no to the question for the
-  /// next disc ends the run.
+  /// Joins the pieces of a split payload into `zipPath`, disc by disc. Ends the run if the user
+  /// answers No to the request for the next disc.
   virtual void CombineSplitSetup(const String& firstPartPath, const String& zipPath);
-  /// Starts a copy of a split setup's bundle in the temporary folder, so that its disc can be taken
-  /// out. True: the copy has taken over, or should have, and the caller does no more.
+  /// Starts a copy of a split setup's bundle in the temporary folder, so that its disc can be
+  /// ejected. True if this process must stop, also when the copy couldn't be made.
   [[nodiscard]] virtual bool RelocateInstaller(const String& firstSplitPart);
-  /// Whether this process is such a copy.
+  /// Whether the temporary folder's path occurs anywhere in the path of the bundle's folder. So it
+  /// is true for such a copy, and for any bundle that a user starts from there.
   virtual bool RunningRelocatedInstaller() const;
   /// Opens the tray of the internal drive, if there is one.
   virtual void EjectCD();
-  /// Whether the folder is on another volume than the applications folder.
+  /// Always true, as paths here don't begin with the name of a volume. So after each piece of a
+  /// split setup the tray is opened, where there is one.
   virtual bool SourceFolderIsCD(const String& folder) const;
-  /// Whether the user may write to the Applications folder; tells the user if not.
+  /// Whether the user can write to the Applications folder. Shows a message if not.
   [[nodiscard]] virtual bool CheckAdminAccount();
-  /// Merges the expanded patch folder, `fTargetFolder`, into the installed one and removes it.
+  /// Merges the expanded patch folder, `fTargetFolder`, into the installed one and deletes it.
   virtual void ApplyInstallationPatch();
   /// Merges one folder of the patch tree. `relativePath` is its path below the root of the tree,
   /// empty for the root; neither path has a trailing separator. The folder may be nil.
   virtual void ApplyPatchFolder(const Ref<FolderItem>& folder, const String& relativePath,
                                 const String& installedPath);
-  /// Starts the after-program, if there is one, and deletes the archive, however long that takes.
+  /// Starts `launchItem`, unless it is nil, and deletes the archive. Tries again every second, with
+  /// no limit, until the archive is gone.
   virtual void ZipFileDelete(const String& zipPath, const Ref<FolderItem>& launchItem);
-  /// Tells in the window that the install is going on, painted before it returns.
+  /// Shows in the window that the install is in progress; painted when it returns.
   virtual void ShowInstallinProgress();
-  /// The form of CombineSplitSetup that writes nothing until every piece has been read. Unused.
+  /// A form of CombineSplitSetup that writes nothing until it has read every piece. Nothing calls
+  /// it.
   virtual void CombineSplitSetupX(const String& firstPartPath, const String& zipPath);
-  /// Lets the user pick: `choice` becomes the caption of one choice, `options` the captions of the
-  /// ticked options joined with ",". Each is written only if its dialog is shown. False if a dialog
-  /// was left by its Quit button.
+  /// Lets the user pick. `choice` receives the caption of one choice, `options` the captions of the
+  /// ticked options joined with ","; each is written only if its dialog is shown. False if the user
+  /// pressed Quit in a dialog.
   [[nodiscard]] virtual bool SelectChoiceAndOptions(String& choice, String& options);
-  /// Puts what was picked in its place, shows the closing notes and opens the completion address;
-  /// does nothing if `fTargetFolder` is empty.
+  /// Installs what was picked, shows the closing notes and opens the completion address. Does
+  /// nothing if `fTargetFolder` is empty.
   virtual void ExpandChoiceAndOptions(const String& choice, const String& options);
-  /// Whether the machine meets the publisher's requirements; tells the user of each that it
-  /// doesn't.
+  /// Whether the machine meets the publisher's requirements. Shows a message for each that it
+  /// doesn't meet.
   [[nodiscard]] virtual bool CheckMinOSorRAM();
-  /// Fetches an archive and expands it into `targetPath`, after telling the user of a failure of
-  /// the download itself. `renameFlag`: the caller will merge `targetPath` into another folder.
+  /// Downloads an archive and expands it into `targetPath`. False if that failed; the user has then
+  /// seen a message only if the download itself failed. `renameFlag`: the caller is going to merge
+  /// `targetPath` into another folder.
   [[nodiscard]] virtual bool DownloadURL(const String& url, const String& fileName,
                                          const String& targetPath, bool renameFlag);
-  /// A page text of the record as the text to show.
+  /// A page of the record, in its stored form, as the text to show.
   virtual String ReadPlainOrHtmlText(const String& text) const;
-  /// Obeys the copy list's commands for after the install.
+  /// Carries out the copy list's commands for after the install.
   virtual void PostInstallCopy();
-  /// Resolves a path that begins with a token, in place, and leaves a path for the helper program
-  /// on the clipboard. False, with nothing changed, if it begins with none.
+  /// Replaces the token that a path begins with, in place, and puts a path for the helper program
+  /// on the clipboard. False, with nothing changed, if it begins with no token.
   [[nodiscard]] virtual bool SpecialPath(String& path);
-  /// Waits for the before-program's answer on the clipboard. False if it calls the install off.
+  /// Waits for the before-program's answer on the clipboard. False if that aborts the install.
   [[nodiscard]] virtual bool CommunicateWithExecuteBefore();
-  /// Obeys the copy list's commands for before the install.
+  /// Carries out the copy list's commands for before the install.
   virtual void PreInstallCopy();
 };
 
