@@ -9,7 +9,7 @@
 #include "setup/requirements.h"
 #include "setup/scrambling.h"
 #include "tests/support/scratch_folder.h"
-#include "tools/make_setup/record.h"
+#include "tools/make_setup/record_writer.h"
 
 namespace zephin::test {
 namespace {

@@ -12,7 +12,7 @@
 #include "platform/framework/machine.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/scripted_desktop.h"
-#include "tools/make_setup/record.h"
+#include "tools/make_setup/record_writer.h"
 
 namespace zephin::test {
 

@@ -1,13 +1,9 @@
 #include "tools/make_setup/bundle.h"
 
-#include <system_error>
-#include <utility>
-#include <vector>
-
-#include "tools/make_setup/desktop_entry.h"
 #include "tools/make_setup/files.h"
 #include "tools/make_setup/patch_tree.h"
 #include "tools/make_setup/payload.h"
+#include "tools/make_setup/publish.h"
 #include "tools/make_setup/setup_error.h"
 #include "tools/make_setup/setup_file.h"
 #include "tools/make_setup/zip_folder.h"
@@ -79,68 +75,6 @@ void AddHelpers(const Setup& setup, const fs::path& resources) {
     }
     fs::copy(helper, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
   }
-}
-
-std::vector<fs::path> ItemsIn(const fs::path& folder) {
-  std::vector<fs::path> items;
-  for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
-    items.push_back(entry.path());
-  }
-  return items;
-}
-
-/// Renames, which are taken back when the object goes before `Keep`.
-class Moves {
- public:
-  Moves() = default;
-  ~Moves() {
-    std::error_code ignored;
-    for (; !done_.empty(); done_.pop_back()) {
-      fs::rename(done_.back().second, done_.back().first, ignored);
-    }
-  }
-  Moves(const Moves&) = delete;
-  Moves& operator=(const Moves&) = delete;
-
-  void Move(const fs::path& from, const fs::path& to) {
-    fs::rename(from, to);
-    done_.emplace_back(from, to);
-  }
-  void Keep() { done_.clear(); }
-
- private:
-  std::vector<std::pair<fs::path, fs::path>> done_;
-};
-
-/// Puts the finished bundle and what belongs beside it in their places, and what stood there, with
-/// the pieces of an earlier split payload, into `replaced`.
-void Publish(const fs::path& bundle, const fs::path& beside, const fs::path& output,
-             const fs::path& replaced) {
-  const fs::path parent = fs::absolute(output).parent_path();
-  fs::create_directory(replaced);
-  Moves moves;
-  if (fs::exists(beside / "Data#End")) {
-    for (const fs::path& item : ItemsIn(parent)) {
-      if (IsPieceName(item.filename().string())) {
-        moves.Move(item, replaced / item.filename());
-      }
-    }
-  }
-  for (const fs::path& item : ItemsIn(beside)) {
-    const fs::path to = parent / item.filename();
-    if (fs::is_directory(to)) {
-      throw SetupError(to.string() + ": a folder stands in the place of a file");
-    }
-    if (fs::exists(fs::symlink_status(to))) {
-      moves.Move(to, replaced / item.filename());
-    }
-    moves.Move(item, to);
-  }
-  if (fs::exists(fs::symlink_status(output))) {
-    moves.Move(output, replaced / "bundle");
-  }
-  moves.Move(bundle, output);
-  moves.Keep();
 }
 
 }  // namespace

@@ -6,8 +6,8 @@
 #include "platform/framework/text.h"
 #include "tools/make_setup/fields.h"
 #include "tools/make_setup/files.h"
-#include "tools/make_setup/page_text.h"
-#include "tools/make_setup/pixel_string.h"
+#include "tools/make_setup/pages.h"
+#include "tools/make_setup/pictures.h"
 #include "tools/make_setup/setup_error.h"
 #include "tools/make_setup/setup_lists.h"
 

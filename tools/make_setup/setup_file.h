@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/make_setup/record.h"
+#include "tools/make_setup/record_writer.h"
 
 // The file setup.json of a setup's folder: what its bundle shall hold. The record's fields stand in
 // it under their names; a page is the name of a text file or an HTML file, a picture that of a PNG

@@ -1,11 +1,11 @@
-#include "tools/make_setup/pixel_string.h"
+#include "tools/make_setup/pictures.h"
 
 #include <png.h>
 
 #include <algorithm>
 #include <cstdint>
 
-#include "tools/make_setup/hex_digits.h"
+#include "tools/make_setup/record_writer.h"
 #include "tools/make_setup/setup_error.h"
 
 namespace zephin::make_setup {

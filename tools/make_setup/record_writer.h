@@ -1,10 +1,11 @@
-#ifndef TOOLS_MAKE_SETUP_RECORD_H_
-#define TOOLS_MAKE_SETUP_RECORD_H_
+#ifndef TOOLS_MAKE_SETUP_RECORD_WRITER_H_
+#define TOOLS_MAKE_SETUP_RECORD_WRITER_H_
 
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace zephin::make_setup {
@@ -56,9 +57,12 @@ std::string OuterRecord(const SetupRecord& record);
 /// The twenty-nine positions of the file TextData, joined with "|#|"; refuses like OuterRecord.
 std::string InnerRecord(const SetupRecord& record);
 
+/// Two digits for each byte, the high one first, in capitals: the only letters that the stub reads.
+std::string HexDigits(std::string_view bytes);
+
 /// Writes both files into a bundle's Resources folder.
 void WriteRecord(const SetupRecord& record, const std::filesystem::path& resources);
 
 }  // namespace zephin::make_setup
 
-#endif  // TOOLS_MAKE_SETUP_RECORD_H_
+#endif  // TOOLS_MAKE_SETUP_RECORD_WRITER_H_

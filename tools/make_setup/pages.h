@@ -1,5 +1,5 @@
-#ifndef TOOLS_MAKE_SETUP_PAGE_TEXT_H_
-#define TOOLS_MAKE_SETUP_PAGE_TEXT_H_
+#ifndef TOOLS_MAKE_SETUP_PAGES_H_
+#define TOOLS_MAKE_SETUP_PAGES_H_
 
 #include <string>
 
@@ -24,4 +24,4 @@ std::string PageText(std::string utf8, PageKind kind, PageForm form = PageForm::
 
 }  // namespace zephin::make_setup
 
-#endif  // TOOLS_MAKE_SETUP_PAGE_TEXT_H_
+#endif  // TOOLS_MAKE_SETUP_PAGES_H_

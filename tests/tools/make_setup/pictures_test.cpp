@@ -1,4 +1,4 @@
-#include "tools/make_setup/pixel_string.h"
+#include "tools/make_setup/pictures.h"
 
 #include <gtest/gtest.h>
 #include <png.h>

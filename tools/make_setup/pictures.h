@@ -1,5 +1,5 @@
-#ifndef TOOLS_MAKE_SETUP_PIXEL_STRING_H_
-#define TOOLS_MAKE_SETUP_PIXEL_STRING_H_
+#ifndef TOOLS_MAKE_SETUP_PICTURES_H_
+#define TOOLS_MAKE_SETUP_PICTURES_H_
 
 #include <filesystem>
 #include <string>
@@ -28,4 +28,4 @@ std::string PictureTriple(const PixelRows& picture);
 
 }  // namespace zephin::make_setup
 
-#endif  // TOOLS_MAKE_SETUP_PIXEL_STRING_H_
+#endif  // TOOLS_MAKE_SETUP_PICTURES_H_

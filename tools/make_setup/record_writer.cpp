@@ -1,4 +1,4 @@
-#include "tools/make_setup/record.h"
+#include "tools/make_setup/record_writer.h"
 
 #include "setup/scrambling.h"
 #include "tools/make_setup/files.h"
@@ -92,6 +92,18 @@ std::string InnerRecord(const SetupRecord& record) {
                                      {"fPostInstallNotes", record.fPostInstallNotes},
                                      {"fPostCopy", record.fPostCopy}});
   return JoinPositions(positions, "|#|");
+}
+
+std::string HexDigits(std::string_view bytes) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string digits;
+  digits.reserve(bytes.size() * 2);
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    digits += kDigits[byte / 16];
+    digits += kDigits[byte % 16];
+  }
+  return digits;
 }
 
 void WriteRecord(const SetupRecord& record, const std::filesystem::path& resources) {

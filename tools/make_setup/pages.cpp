@@ -1,9 +1,9 @@
-#include "tools/make_setup/page_text.h"
+#include "tools/make_setup/pages.h"
 
 #include <algorithm>
 
 #include "platform/framework/text.h"
-#include "tools/make_setup/hex_digits.h"
+#include "tools/make_setup/record_writer.h"
 #include "tools/make_setup/setup_error.h"
 
 namespace zephin::make_setup {

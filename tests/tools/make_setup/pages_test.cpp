@@ -1,4 +1,4 @@
-#include "tools/make_setup/page_text.h"
+#include "tools/make_setup/pages.h"
 
 #include <gtest/gtest.h>
 
