@@ -58,7 +58,7 @@ String UserInterface() {
       SetPixel(picture, x, y, rgb);
     }
   }
-  return {make_setup::PictureTriple(picture), Encoding::None};
+  return {make_setup::PixelString(picture), Encoding::None};
 }
 
 /// Digits alone, without a run, as a photograph gives them.

@@ -1,9 +1,12 @@
 #include "tools/make_setup/bundle.h"
 
+#include "setup/bundle_files.h"
+#include "setup/limits.h"
 #include "tools/make_setup/files.h"
 #include "tools/make_setup/patch_tree.h"
 #include "tools/make_setup/payload.h"
 #include "tools/make_setup/publish.h"
+#include "tools/make_setup/record_writer.h"
 #include "tools/make_setup/setup_error.h"
 #include "tools/make_setup/setup_file.h"
 #include "tools/make_setup/zip_folder.h"
@@ -13,29 +16,26 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The stub takes a shorter download for a failed one.
-constexpr std::uintmax_t kShortestDownload = 10000;
-
 bool IsBundle(const fs::path& path) {
   return fs::is_directory(path / "Contents" / "MacOS");
 }
 
 void CheckPlaces(const fs::path& folder, const fs::path& stub, const fs::path& output) {
   if (!IsBundle(stub)) {
-    throw SetupError(stub.string() + ": is no stub's bundle (has no Contents/MacOS)");
+    throw SetupError(stub.string() + ": must be the stub's bundle, with a folder Contents/MacOS");
   }
   if (output.extension() != ".app") {
-    throw SetupError(output.string() + R"(: a bundle's name must end in ".app")");
+    throw SetupError(output.string() + R"(: must end in ".app")");
   }
   if (fs::exists(fs::symlink_status(output)) && !IsBundle(output)) {
-    throw SetupError(output.string() + ": stands already and is no bundle");
+    throw SetupError(output.string() + ": exists and is no bundle, so it is not replaced");
   }
   const fs::path place = fs::weakly_canonical(output);
   if (IsBelow(place.lexically_relative(fs::canonical(folder)).string())) {
-    throw SetupError(output.string() + ": lies in the setup's own folder");
+    throw SetupError(output.string() + ": must not be inside the setup's own folder");
   }
   if (place == fs::canonical(stub)) {
-    throw SetupError(output.string() + ": is the stub itself");
+    throw SetupError(output.string() + ": must not be the stub itself");
   }
 }
 
@@ -47,11 +47,11 @@ void MakePayload(const Setup& setup, const fs::path& scratch, const fs::path& re
     At("patch", [&] { MakePatchTree(setup.patch->oldFolder, setup.patch->newFolder, tree); });
   }
   const std::string topName =
-      setup.record.fTargetFolder + (setup.record.fInstallationPatch ? "Patch" : "");
-  At("payload", [&] { WritePayload(tree, topName, resources / "Data2"); });
+      setup.record.fTargetFolder.Bytes() + (setup.record.fInstallationPatch ? "Patch" : "");
+  At("payload", [&] { WritePayload(tree, topName, resources / kPayloadFile); });
   if (setup.pieceSize != 0) {
     At("pieceSize",
-       [&] { CutIntoPieces(resources / "Data2", setup.pieceSize, resources, beside); });
+       [&] { CutIntoPieces(resources / kPayloadFile, setup.pieceSize, resources, beside); });
   }
 }
 
@@ -59,10 +59,11 @@ void AddArchives(const Setup& setup, const fs::path& resources, const fs::path& 
   for (const ArchiveSource& archive : setup.archives) {
     const fs::path path = (archive.download ? beside : resources) / archive.name;
     ZipFolder(archive.folder, "", path);
-    if (archive.download && fs::file_size(path) < kShortestDownload) {
-      throw SetupError(
-          archive.folder.string() + ": its archive of " + std::to_string(fs::file_size(path)) +
-          " bytes is too small for a download, which needs " + std::to_string(kShortestDownload));
+    const auto size = static_cast<std::int64_t>(fs::file_size(path));
+    if (archive.download && size < kSmallestDownload) {
+      throw SetupError(archive.folder.string() + ": its archive must have at least " +
+                       std::to_string(kSmallestDownload) + " bytes to be downloaded, has " +
+                       std::to_string(size));
     }
   }
 }
@@ -71,7 +72,8 @@ void AddHelpers(const Setup& setup, const fs::path& resources) {
   for (const fs::path& helper : setup.helpers) {
     const fs::path to = resources / helper.filename();
     if (fs::exists(to)) {
-      throw SetupError("helpers: " + helper.string() + ": the bundle holds an item of that name");
+      throw SetupError("helpers: " + helper.string() +
+                       ": must have another name, which exists in the bundle already");
     }
     fs::copy(helper, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
   }

@@ -29,7 +29,7 @@ void List(const fs::path& root, const std::string& below, std::vector<TreeItem>&
     } else if (fs::is_symlink(status)) {
       item.kind = ItemKind::Link;
     } else if (!fs::is_regular_file(status)) {
-      throw SetupError(entry.path().string() + ": is no file, folder or link");
+      throw SetupError(entry.path().string() + ": must be a file, a folder or a link");
     }
     items.push_back(item);
     if (item.kind == ItemKind::Folder) {
@@ -47,7 +47,7 @@ std::string ReadFile(const fs::path& path) {
   }
   std::ifstream stream(path, std::ios::binary);
   std::ostringstream bytes;
-  // An empty file gives nothing to put in, which counts as a failure there.
+  // Inserting the buffer of an empty file counts as a failure of the receiving stream.
   if (stream.is_open() && stream.peek() != std::ifstream::traits_type::eof()) {
     bytes << stream.rdbuf();
   }
@@ -102,7 +102,7 @@ std::vector<TreeItem> ListTree(const fs::path& root) {
 void CopyTree(const fs::path& from, const fs::path& to) {
   std::vector<TreeItem> items = ListTree(from);
   fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
-  // Contents first: making an item changes its folder's time.
+  // Contents first, since a new item changes the time of its folder.
   std::reverse(items.begin(), items.end());
   for (const TreeItem& item : items) {
     if (item.kind != ItemKind::Link) {
@@ -118,7 +118,7 @@ ScratchFolder::ScratchFolder(const fs::path& path) {
   }
   path_ = parent / (".make_setup-" + std::to_string(std::random_device{}()));
   if (!fs::create_directory(path_)) {
-    throw SetupError(path_.string() + ": stands already");
+    throw SetupError(path_.string() + ": exists already");
   }
 }
 

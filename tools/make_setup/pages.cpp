@@ -1,8 +1,10 @@
 #include "tools/make_setup/pages.h"
 
-#include <algorithm>
+#include <string_view>
 
 #include "platform/framework/text.h"
+#include "setup/record.h"
+#include "tools/make_setup/files.h"
 #include "tools/make_setup/record_writer.h"
 #include "tools/make_setup/setup_error.h"
 
@@ -15,56 +17,67 @@ void UnifyLineEnds(std::string& text) {
   }
 }
 
-bool Holds(const std::string& text, const char* mark) {
-  return InStr(Utf8(text), mark) != 0;
+/// Whether the installer reads the page back from its stored form. It doesn't if the page contains
+/// a "|", which becomes a line end, the marker of the other form, or a line "#", which becomes the
+/// record's separator.
+bool SurvivesInMacRoman(const String& page) {
+  const std::string stored = StoredPage(page);
+  return page.DeclaredEncoding() == Encoding::MacRoman &&
+         DecodePage({stored, Encoding::None}) == page &&
+         ("|" + stored + "|").find(kTextDataSeparator) == std::string::npos;
 }
 
-/// Empty if the record can hold `text` in Mac Roman, else the reason why it can't.
-std::string ObstacleToMacRoman(const std::string& text) {
-  if (ConvertEncoding(Utf8(text), Encoding::MacRoman).DeclaredEncoding() != Encoding::MacRoman) {
-    return "holds a character that Mac Roman doesn't have";
+void CheckKind(const String& page, PageKind kind) {
+  const bool isShownAsHtml = InStr(page, "<html>") != 0;
+  if (kind == PageKind::Html && !isShownAsHtml) {
+    throw SetupError(R"(must contain "<html>": without it HTML is shown as plain text)");
   }
-  if (text.find('|') != std::string::npos) {
-    return R"(holds a "|", which would become a line end)";
+  if (kind == PageKind::Plain && isShownAsHtml) {
+    throw SetupError(R"(must not contain "<html>": plain text with it is shown as HTML)");
   }
-  if (("\n" + text + "\n").find("\n#\n") != std::string::npos) {
-    return R"(has a line "#", which would become the record's separator)";
-  }
-  if (Holds(text, "$HTML$")) {
-    return R"(holds "$HTML$", the mark of the other form)";
-  }
-  return "";
 }
 
 }  // namespace
 
-std::string PageText(std::string utf8, PageKind kind, PageForm form) {
+String MakePage(std::string utf8, PageKind kind, PageForm form) {
   UnifyLineEnds(utf8);
-  const String utf16 = ConvertEncoding(Utf8(utf8), Encoding::UTF16);
-  if (utf16.DeclaredEncoding() != Encoding::UTF16) {
-    throw SetupError("is not valid UTF-8");
+  const String page = Utf8(utf8);
+  if (ConvertEncoding(page, Encoding::UTF16).DeclaredEncoding() != Encoding::UTF16) {
+    throw SetupError("must be UTF-8 text");
   }
   if (utf8.find('\0') != std::string::npos) {
-    throw SetupError("holds a zero character, where the page would end");
+    throw SetupError("must not contain a zero character: the page would end there");
   }
-  if (utf8.empty()) {
-    return "";
+  if (page.IsEmpty()) {
+    return page;
   }
-  if (Holds(utf8, "<html>") != (kind == PageKind::Html)) {
-    throw SetupError(kind == PageKind::Html
-                         ? R"(is HTML without "<html>", so it would be shown as plain text)"
-                         : R"(is plain text with "<html>", so it would be shown as HTML)");
+  CheckKind(page, kind);
+  const String macRoman = ConvertEncoding(page, Encoding::MacRoman);
+  const bool survives = SurvivesInMacRoman(macRoman);
+  if (form == PageForm::MacRoman && !survives) {
+    throw SetupError(
+        R"(can't be stored in Mac Roman: contains a character that it lacks, "|", a line "#" or )" +
+        Quoted(kHexPageMarker) + R"(; the form "hex" stores any text)");
   }
-  const std::string obstacle = ObstacleToMacRoman(utf8);
-  if (form == PageForm::MacRoman && !obstacle.empty()) {
-    throw SetupError(obstacle);
+  return form == PageForm::Hex || !survives ? page : macRoman;
+}
+
+String ReadPage(const std::filesystem::path& folder, const std::string& name, PageForm form) {
+  const std::string extension = std::filesystem::path(name).extension().string();
+  if (extension != ".txt" && extension != ".html") {
+    throw SetupError(Quoted(name) + R"(: must be a file "*.txt" or "*.html")");
   }
-  if (form == PageForm::Hex || !obstacle.empty()) {
-    return "$HTML$" + HexDigits(utf16.Bytes());
+  std::string text = ReadFile(folder / name);
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (text.starts_with(kByteOrderMark)) {
+    text.erase(0, kByteOrderMark.size());
   }
-  std::string page = ConvertEncoding(Utf8(utf8), Encoding::MacRoman).Bytes();
-  std::replace(page.begin(), page.end(), '\n', '|');
-  return page;
+  if (text.ends_with('\n')) {
+    text.pop_back();
+  }
+  return At(name, [&] {
+    return MakePage(std::move(text), extension == ".html" ? PageKind::Html : PageKind::Plain, form);
+  });
 }
 
 }  // namespace zephin::make_setup

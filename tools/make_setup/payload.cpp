@@ -4,6 +4,7 @@
 #include <fstream>
 #include <functional>
 
+#include "setup/bundle_files.h"
 #include "setup/scrambling.h"
 #include "tools/make_setup/files.h"
 #include "tools/make_setup/setup_error.h"
@@ -15,16 +16,17 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kBlockSize = 1 << 18;
+/// Of no use to a publisher, and a folder of its own on the disk.
 constexpr std::uint64_t kMostPieces = 1000;
 
-/// Calls `take` with the blocks that follow in a stream, `size` bytes in all, and their position.
+/// Reads `size` bytes from a stream. Calls `take` with each block and its position.
 void ForEachBlock(std::istream& from, std::uint64_t size,
                   const std::function<void(std::span<char>, std::uint64_t)>& take) {
   std::vector<char> block(kBlockSize);
   for (std::uint64_t done = 0; done < size;) {
     const std::size_t count = std::min<std::uint64_t>(size - done, block.size());
     if (!from.read(block.data(), static_cast<std::streamsize>(count))) {
-      throw SetupError("the payload can't be read");
+      throw SetupError("the archive can't be read again");
     }
     take({block.data(), count}, done);
     done += count;
@@ -50,16 +52,15 @@ void CutIntoPieces(const fs::path& payload, std::uint64_t size, const fs::path& 
                    const fs::path& beside) {
   const std::uint64_t whole = fs::file_size(payload);
   if (size == 0 || whole <= size || (whole - 1) / size >= kMostPieces) {
-    throw SetupError("a payload of " + std::to_string(whole) +
-                     " bytes can't be cut into two to a thousand pieces of " +
-                     std::to_string(size) + " bytes");
+    throw SetupError("must cut the payload of " + std::to_string(whole) + " bytes into 2 to " +
+                     std::to_string(kMostPieces) + " pieces");
   }
   std::ifstream from(payload, std::ios::binary);
   std::uint64_t done = 0;
   for (int number = 1; done < whole; ++number) {
     const std::uint64_t count = std::min(size, whole - done);
     const bool last = done + count == whole;
-    const std::string name = "Data#" + (last ? "End" : std::to_string(number));
+    const std::string name = last ? kLastPieceFile : kPieceStem + std::to_string(number);
     FileWriter piece((number == 1 ? resources : beside) / name);
     ForEachBlock(from, count, [&](std::span<char> block, std::uint64_t) { piece.Write(block); });
     piece.Close();
@@ -69,11 +70,10 @@ void CutIntoPieces(const fs::path& payload, std::uint64_t size, const fs::path& 
 }
 
 bool IsPieceName(const std::string& name) {
-  const std::string mark = "Data#";
-  return name.starts_with(mark) &&
-         (name == "Data#End" ||
-          (name.size() > mark.size() &&
-           name.find_first_not_of("0123456789", mark.size()) == std::string::npos));
+  const std::string stem = kPieceStem;
+  return name == kLastPieceFile ||
+         (name.starts_with(stem) && name.size() > stem.size() &&
+          name.find_first_not_of("0123456789", stem.size()) == std::string::npos);
 }
 
 }  // namespace zephin::make_setup

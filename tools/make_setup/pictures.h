@@ -4,27 +4,26 @@
 #include <filesystem>
 #include <string>
 
-// The record's form of a picture, a "triple" of three parts with "," between them: pixels, width,
-// height. The pixels are rows from the top, each pixel the bytes red, green, blue as two
-// hexadecimal digits in capitals; a digit that repeats is written once with its count in brackets.
-//
-//   white, red / black, blue  ->  "F[8]0[14]FF,2,2"
-
+/// The pictures that a publisher brings as PNG files.
 namespace zephin::make_setup {
 
-/// Pixels without gaps between rows: three bytes each, 3 * width * height in all.
+/// Rows of pixels from the top without gaps between them. A pixel is the bytes red, green and blue,
+/// so there are 3 * width * height bytes.
 struct PixelRows {
-  int width = 0;
+  int width = 0;  ///< In pixels, as the height.
   int height = 0;
   std::string rgb;
 };
 
-/// Reads a PNG of any kind; what is transparent is laid on white. Throws SetupError for anything
-/// else and for a picture of more digits than the stub can expand (50,000,000).
+/// Reads a PNG file of any kind; transparent pixels are blended with white. Throws SetupError for
+/// any other file and for a picture of more digits than the installer reads (kMostPixelDigits).
 PixelRows ReadPng(const std::filesystem::path& path);
 
-/// The triple, in the shortest choice of runs.
-std::string PictureTriple(const PixelRows& picture);
+/// The pixels as hexadecimal digits, two for each byte, as the record holds them. A digit that
+/// repeats is written once, with its count in brackets, where that is shorter.
+///
+///   white, red / black, blue  ->  "F[8]0[14]FF"
+std::string PixelString(const PixelRows& picture);
 
 }  // namespace zephin::make_setup
 

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "setup/bundle_files.h"
 #include "tools/make_setup/files.h"
 #include "tools/make_setup/payload.h"
 #include "tools/make_setup/setup_error.h"
@@ -14,9 +15,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The bundle is found by the entry's own path, so that its name needs no quoting here: as %k from
-// the desktop, and as $0 where a file manager (or a user) runs the file as a program. "%%" stands
-// for "%" in an entry, and means the same to the shell where a desktop leaves it as it is.
+// The entry finds the bundle by its own path, so the bundle's name needs no quoting here. The path
+// is %k if the desktop starts the entry, and $0 if a file manager or a user runs the file as a
+// program. "%%" means "%" in an entry; a desktop that leaves it as it is gives the shell an equal
+// pattern.
 constexpr std::string_view kHead =
     R"(#!/usr/bin/env -S sh -c 'exec "${0%.desktop}.app/Contents/MacOS/Setup"'
 [Desktop Entry]
@@ -31,7 +33,7 @@ Terminal=false
 StartupNotify=false
 )";
 
-/// A text as an entry's value: one line.
+/// A text as the value of a key in an entry, which is one line.
 std::string AsValue(std::string_view text) {
   std::string value;
   for (const char character : text) {
@@ -54,7 +56,7 @@ std::vector<fs::path> ItemsIn(const fs::path& folder) {
   return items;
 }
 
-/// Renames, which are taken back when the object goes before `Keep`.
+/// Renames items. The destructor takes all renames back unless `Keep` was called.
 class Moves {
  public:
   Moves() = default;
@@ -85,7 +87,7 @@ void WriteDesktopEntry(const std::string& name, const fs::path& folder) {
   entry += "Name=" + AsValue(name) + "\n";
   entry += kTail;
   WriteFile(path, entry);
-  // Desktops start an entry in the user's own folders only if it may be run.
+  // Desktops start an entry in a user's folders only if it is executable.
   fs::permissions(path, fs::perms{0755});
 }
 
@@ -94,7 +96,9 @@ void Publish(const fs::path& bundle, const fs::path& beside, const fs::path& out
   const fs::path parent = fs::absolute(output).parent_path();
   fs::create_directory(replaced);
   Moves moves;
-  if (fs::exists(beside / "Data#End")) {
+  // The installer counts the pieces by their names, so one more from an earlier setup would be
+  // read.
+  if (fs::exists(beside / kLastPieceFile)) {
     for (const fs::path& item : ItemsIn(parent)) {
       if (IsPieceName(item.filename().string())) {
         moves.Move(item, replaced / item.filename());
@@ -104,7 +108,7 @@ void Publish(const fs::path& bundle, const fs::path& beside, const fs::path& out
   for (const fs::path& item : ItemsIn(beside)) {
     const fs::path to = parent / item.filename();
     if (fs::is_directory(to)) {
-      throw SetupError(to.string() + ": a folder stands in the place of a file");
+      throw SetupError(to.string() + ": must not be a folder: a file is written there");
     }
     if (fs::exists(fs::symlink_status(to))) {
       moves.Move(to, replaced / item.filename());

@@ -4,15 +4,16 @@
 #include <filesystem>
 #include <string>
 
+/// The last steps: what makes a bundle appear in its place, whole or not at all.
 namespace zephin::make_setup {
 
-/// Writes "NAME.desktop" into `folder`: the file that starts "NAME.app" beside it by a double click
-/// on a Linux desktop, wherever both are moved together. Throws SetupError.
+/// Writes "NAME.desktop" into `folder`. A double click on it on a Linux desktop starts "NAME.app"
+/// in the same folder; both can be moved together. Throws SetupError.
 void WriteDesktopEntry(const std::string& name, const std::filesystem::path& folder);
 
-/// Puts the finished bundle and what belongs beside it in their places, and what was there, with
-/// the pieces of an earlier split payload, into `replaced`. Throws SetupError or a file system
-/// error, and everything is then as it was.
+/// Moves a finished bundle to `output` and all items of the folder `beside` to its folder. Moves
+/// what they replace, with the pieces of an earlier split payload, to the new folder `replaced`.
+/// Throws SetupError or a file system error, and leaves everything as it was.
 void Publish(const std::filesystem::path& bundle, const std::filesystem::path& beside,
              const std::filesystem::path& output, const std::filesystem::path& replaced);
 

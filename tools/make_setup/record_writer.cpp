@@ -1,5 +1,10 @@
 #include "tools/make_setup/record_writer.h"
 
+#include <algorithm>
+
+#include "platform/framework/text.h"
+#include "setup/bundle_files.h"
+#include "setup/captions.h"
 #include "setup/scrambling.h"
 #include "tools/make_setup/files.h"
 #include "tools/make_setup/setup_error.h"
@@ -7,91 +12,89 @@
 namespace zephin::make_setup {
 namespace {
 
-struct Position {
-  const char* field;
-  std::string text;
+/// Gives the text of one position, for each kind of content.
+class Writer {
+ public:
+  explicit Writer(const SetupRecord& record) : record_(record) {}
+
+  std::string operator()(ReservedPosition /*position*/) const { return ""; }
+  std::string operator()(TextPosition position) const { return (record_.*position.text).Bytes(); }
+  std::string operator()(FlagPosition position) const { return record_.*position.flag ? "1" : "0"; }
+  std::string operator()(NumberPosition position) const {
+    const std::int64_t number = record_.*position.number;
+    return number == 0 ? "" : std::to_string(number);
+  }
+  std::string operator()(PicturePosition position) const {
+    const String& pixels = record_.*position.pixels;
+    return pixels.IsEmpty() ? ""
+                            : pixels.Bytes() + "," + std::to_string(record_.*position.width) + "," +
+                                  std::to_string(record_.*position.height);
+  }
+  std::string operator()(PagePosition position) const { return StoredPage(record_.*position.page); }
+  std::string operator()(CaptionsPosition position) const {
+    const Array<String>& captions = record_.*position.captions;
+    std::string list;
+    for (const CaptionRow& row : kCaptions) {
+      const std::int64_t index = IndexOf(row.caption);
+      const std::string caption = index < captions.Count() ? captions(index).Bytes() : "";
+      if (caption.find(kCaptionSeparator) != std::string::npos) {
+        throw SetupError(std::string(row.name) + R"(: must not contain "|")");
+      }
+      list += (index == 0 ? "" : kCaptionSeparator) + caption;
+    }
+    return list;
+  }
+
+ private:
+  const SetupRecord& record_;
 };
 
-Position Reserved() {
-  return {"", ""};
-}
-
-std::string Flag(bool value) {
-  return value ? "1" : "0";
-}
-
-std::string JoinPositions(const std::vector<Position>& positions, const std::string& separator) {
+template <class Positions>
+std::string Joined(const SetupRecord& record, const Positions& positions,
+                   const std::string& separator) {
   std::string joined;
   for (const Position& position : positions) {
-    // A reader cuts at the first separator that it meets, so a text may neither hold one nor form
-    // one with the separator behind it, as a "|#" at its end does.
-    if ((position.text + separator).find(separator) != position.text.size()) {
-      throw SetupError(std::string(position.field) + ": holds " + Quoted(separator) +
-                       " or the beginning of it at the end, where a record would be cut");
-    }
-    joined += (&position == positions.data() ? "" : separator) + position.text;
+    At(position.field, [&] {
+      const std::string text = std::visit(Writer(record), position.content);
+      // The reader cuts at the first separator that it finds, so a text may not form one together
+      // with the separator that follows it either.
+      if ((text + separator).find(separator) != text.size()) {
+        throw SetupError("must not contain " + Quoted(separator) +
+                         " or end in the beginning of it: the record is cut there");
+      }
+      joined += (&position == positions.data() ? "" : separator) + text;
+    });
   }
   return joined;
 }
 
-std::string CaptionList(std::vector<std::string> labels) {
-  if (labels.size() < kLabelCount) {
-    labels.resize(kLabelCount);
-  }
-  std::string list;
-  for (std::size_t i = 0; i < labels.size(); ++i) {
-    if (labels[i].find('|') != std::string::npos) {
-      throw SetupError("fLabels: caption " + std::to_string(i) + R"( holds a "|")");
-    }
-    list += (i == 0 ? "" : "|") + labels[i];
-  }
-  return list;
-}
-
 }  // namespace
 
-std::string OuterRecord(const SetupRecord& record) {
-  const std::string length =
-      record.fEncryptionLen == 0 ? "" : std::to_string(record.fEncryptionLen);
-  return JoinPositions({{"fTimeStamp", record.fTimeStamp},
-                        {"fApplicationFolder", Flag(record.fApplicationFolder)},
-                        {"fExecuteAfterName", record.fExecuteAfterName},
-                        {"fLogoPixelStr", record.fLogoPixelStr},
-                        Reserved(),
-                        {"fPicturePixelStr", record.fPicturePixelStr},
-                        {"fPromptToReplace", Flag(record.fPromptToReplace)},
-                        {"fExecuteBeforeName", record.fExecuteBeforeName},
-                        {"fBackgroundPixelStr", record.fBackgroundPixelStr},
-                        {"fEncryptionLen", length},
-                        {"fCenterMessage", Flag(record.fCenterMessage)},
-                        Reserved()},
-                       "$|~");
+std::string DataText(const SetupRecord& record) {
+  return Joined(record, kDataPositions, kDataSeparator);
 }
 
-std::string InnerRecord(const SetupRecord& record) {
-  std::vector<Position> positions{{"fAgreement", record.fAgreement},
-                                  {"fMessage", record.fMessage},
-                                  {"fURLActual", record.fURLActual},
-                                  {"fURLDisplayed", record.fURLDisplayed},
-                                  {"fInfo", record.fInfo},
-                                  {"fLabels", CaptionList(record.fLabels)},
-                                  {"fTargetFolder", record.fTargetFolder},
-                                  {"fCopyright", record.fCopyright},
-                                  {"fWindowTitle", record.fWindowTitle},
-                                  Reserved(),
-                                  Reserved(),
-                                  Reserved(),
-                                  {"fInstallationPatch", Flag(record.fInstallationPatch)}};
-  positions.insert(positions.end(), 8, Reserved());
-  positions.insert(positions.end(), {{"fInstallChoices", record.fInstallChoices},
-                                     {"fInstallOptions", record.fInstallOptions},
-                                     {"fMinOS", record.fMinOS},
-                                     {"fMinRAM", record.fMinRAM},
-                                     {"fCompletionURL", record.fCompletionURL},
-                                     {"fPreInstallNotes", record.fPreInstallNotes},
-                                     {"fPostInstallNotes", record.fPostInstallNotes},
-                                     {"fPostCopy", record.fPostCopy}});
-  return JoinPositions(positions, "|#|");
+std::string TextDataText(const SetupRecord& record) {
+  return Joined(record, kTextDataPositions, kTextDataSeparator);
+}
+
+void WriteRecord(const SetupRecord& record, const std::filesystem::path& resources) {
+  std::string data = DataText(record);
+  ScrambleBytes(data, 0);
+  WriteFile(resources / kDataFile, data);
+  WriteFile(resources / kTextDataFile, TextDataText(record));
+}
+
+std::string StoredPage(const String& page) {
+  if (page.IsEmpty()) {
+    return "";
+  }
+  if (page.DeclaredEncoding() != Encoding::MacRoman) {
+    return kHexPageMarker + HexDigits(ConvertEncoding(page, Encoding::UTF16).View());
+  }
+  std::string stored = page.Bytes();
+  std::replace(stored.begin(), stored.end(), '\n', '|');
+  return stored;
 }
 
 std::string HexDigits(std::string_view bytes) {
@@ -104,13 +107,6 @@ std::string HexDigits(std::string_view bytes) {
     digits += kDigits[byte % 16];
   }
   return digits;
-}
-
-void WriteRecord(const SetupRecord& record, const std::filesystem::path& resources) {
-  std::string outer = OuterRecord(record);
-  ScrambleBytes(outer, 0);
-  WriteFile(resources / "Data", outer);
-  WriteFile(resources / "TextData", InnerRecord(record));
 }
 
 }  // namespace zephin::make_setup

@@ -34,7 +34,7 @@ class Packer {
     int code = 0;
     zip_.reset(zip_open(archive.c_str(), ZIP_CREATE | ZIP_EXCL, &code));
     if (!zip_) {
-      throw SetupError(archive.string() + ": can't be made");
+      throw SetupError(archive.string() + ": can't be created");
     }
   }
 
@@ -44,7 +44,7 @@ class Packer {
   }
 
   void AddFile(const fs::path& path, const std::string& name, fs::perms mode) {
-    // The library opens files when it writes the archive and doesn't say then which one failed.
+    // The library opens files later and doesn't say then which one failed.
     if (!std::ifstream(path)) {
       throw SetupError(path.string() + ": can't be read");
     }
@@ -52,7 +52,7 @@ class Packer {
               kUnixFile | static_cast<std::uint32_t>(mode), UnixTime(path));
   }
 
-  /// A link's own time is out of reach of the standard library; its folder's stands in for it.
+  /// The standard library can't read a link's own time. That of its folder is used instead.
   void AddLink(const fs::path& path, const std::string& name) {
     const std::string& target = targets_.emplace_back(fs::read_symlink(path).string());
     AddSource(path, name, zip_source_buffer(zip_.get(), target.data(), target.size(), 0), kUnixLink,
@@ -86,7 +86,8 @@ class Packer {
     }
     const auto entry = static_cast<zip_uint64_t>(index);
     zip_file_set_external_attributes(zip_.get(), entry, 0, ZIP_OPSYS_UNIX, mode << 16);
-    // The archive's own times are local and even; the field beside them holds seconds since 1970.
+    // The archive's own times are local ones in steps of two seconds. The extra field has seconds
+    // since 1970.
     zip_file_set_mtime(zip_.get(), entry, time, 0);
     std::array<zip_uint8_t, 5> field{1};
     for (std::size_t i = 1; i < field.size(); ++i) {
@@ -98,7 +99,7 @@ class Packer {
   }
 
   fs::path path_;
-  /// Read by the library when the archive is closed.
+  /// The library reads them when the archive is closed.
   std::deque<std::string> targets_;
   std::unique_ptr<zip_t, decltype(&zip_discard)> zip_{nullptr, &zip_discard};
 };
@@ -108,7 +109,7 @@ class Packer {
 void ZipFolder(const fs::path& folder, const std::string& topName, const fs::path& archive) {
   const std::vector<TreeItem> items = ListTree(folder);
   if (items.empty() && topName.empty()) {
-    throw SetupError(folder.string() + ": holds nothing to pack");
+    throw SetupError(folder.string() + ": must contain something to pack");
   }
   Packer packer(archive);
   const std::string prefix = topName.empty() ? "" : topName + "/";
@@ -119,7 +120,7 @@ void ZipFolder(const fs::path& folder, const std::string& topName, const fs::pat
     const fs::path path = folder / item.path;
     const std::string name = prefix + item.path;
     if (name.starts_with("__MACOSX")) {
-      throw SetupError(path.string() + ": such a name is dropped when the archive is expanded");
+      throw SetupError(path.string() + ": must have another name: the expansion drops it");
     }
     switch (item.kind) {
       case ItemKind::File:

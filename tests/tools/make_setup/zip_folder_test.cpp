@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(ZipFolder, ExpandedArchiveIsTheTreeWithModesLinksAndTimes) {
+TEST(ZipFolder, ExpandedArchiveHasTheModesLinksAndTimesOfTheTree) {
   const test::ScratchFolder folder;
   const fs::path tree = folder / "tree";
   MakeTree(tree, "b=bytes a/tool=run a/deep/\u00FC\u65E5= empty/ link->a/nothing");
@@ -35,7 +35,7 @@ TEST(ZipFolder, ExpandedArchiveIsTheTreeWithModesLinksAndTimes) {
   EXPECT_EQ(fs::last_write_time(folder / "Top/empty"), time);
 }
 
-TEST(ZipFolder, WhatNoArchiveCanHoldIsRefusedByNameAndNoArchiveStays) {
+TEST(ZipFolder, ItemThatCannotBePackedIsRefusedAndNoArchiveIsLeft) {
   const test::ScratchFolder folder;
   MakeTree(folder.Path(), "pipe/in/ latin/\xFC= companions/__MACOSX/x= empty/");
   ASSERT_EQ(mkfifo((folder / "pipe/in/it").c_str(), 0600), 0);
