@@ -30,7 +30,7 @@ ALONE = ("platform/expander/", "platform/framework/", "tools/make_setup/")
 OPEN_TO_TOOLS = ("platform/framework/", "platform/expander/", "setup/")
 
 # Outside platform/, <...> is the standard library, but for these.
-LIBRARIES = {"tools/": ("nlohmann/json.hpp", "png.h", "zip.h"),
+LIBRARIES = {"tools/": ("libdeflate.h", "nlohmann/json.hpp", "png.h", "unistd.h", "zlib.h"),
              "tests/": None, "bench/": None, "platform/": None}
 
 LONGEST = 500

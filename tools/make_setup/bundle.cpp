@@ -58,7 +58,7 @@ void MakePayload(const Setup& setup, const fs::path& scratch, const fs::path& re
 void AddArchives(const Setup& setup, const fs::path& resources, const fs::path& beside) {
   for (const ArchiveSource& archive : setup.archives) {
     const fs::path path = (archive.download ? beside : resources) / archive.name;
-    ZipFolder(archive.folder, "", path);
+    ZipFolder(archive.folder, path);
     const auto size = static_cast<std::int64_t>(fs::file_size(path));
     if (archive.download && size < kSmallestDownload) {
       throw SetupError(archive.folder.string() + ": its archive must have at least " +

@@ -23,12 +23,14 @@ void List(const fs::path& root, const std::string& below, std::vector<TreeItem>&
     const fs::file_status status = entry.symlink_status();
     const std::string name = entry.path().filename().string();
     TreeItem item{(fs::path(below) / name).string(), ItemKind::File,
-                  status.permissions() & fs::perms::all};
+                  status.permissions() & fs::perms::all, 0};
     if (fs::is_directory(status)) {
       item.kind = ItemKind::Folder;
     } else if (fs::is_symlink(status)) {
       item.kind = ItemKind::Link;
-    } else if (!fs::is_regular_file(status)) {
+    } else if (fs::is_regular_file(status)) {
+      item.size = entry.file_size();
+    } else {
       throw SetupError(entry.path().string() + ": must be a file, a folder or a link");
     }
     items.push_back(item);
@@ -70,6 +72,13 @@ FileWriter::FileWriter(const fs::path& path)
 
 void FileWriter::Write(std::span<const char> block) {
   stream_.write(block.data(), static_cast<std::streamsize>(block.size()));
+  Check();
+}
+
+void FileWriter::Overwrite(std::uint64_t position, std::span<const char> block) {
+  stream_.seekp(static_cast<std::streamoff>(position));
+  Write(block);
+  stream_.seekp(0, std::ios::end);
   Check();
 }
 

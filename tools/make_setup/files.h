@@ -1,6 +1,7 @@
 #ifndef TOOLS_MAKE_SETUP_FILES_H_
 #define TOOLS_MAKE_SETUP_FILES_H_
 
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <span>
@@ -21,6 +22,8 @@ class FileWriter {
  public:
   explicit FileWriter(const std::filesystem::path& path);
   void Write(std::span<const char> block);
+  /// Replaces bytes that have been written. The next `Write` appends again.
+  void Overwrite(std::uint64_t position, std::span<const char> block);
   void Close();
 
  private:
@@ -39,6 +42,7 @@ struct TreeItem {
   ItemKind kind = ItemKind::File;
   /// The nine permission bits without the set-id bits, which no archive brings. Unset for a link.
   std::filesystem::perms mode = std::filesystem::perms::none;
+  std::uint64_t size = 0;  ///< Of a file, in bytes.
 };
 
 /// All items below a folder, each folder before its contents, sorted by the bytes of their names.

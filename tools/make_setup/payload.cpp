@@ -5,10 +5,8 @@
 #include <functional>
 
 #include "setup/bundle_files.h"
-#include "setup/scrambling.h"
 #include "tools/make_setup/files.h"
 #include "tools/make_setup/setup_error.h"
-#include "tools/make_setup/zip_folder.h"
 
 namespace zephin::make_setup {
 namespace {
@@ -19,33 +17,25 @@ constexpr std::size_t kBlockSize = 1 << 18;
 /// Of no use to a publisher, and a folder of its own on the disk.
 constexpr std::uint64_t kMostPieces = 1000;
 
-/// Reads `size` bytes from a stream. Calls `take` with each block and its position.
+/// Reads `size` bytes from a stream. Calls `take` with each block.
 void ForEachBlock(std::istream& from, std::uint64_t size,
-                  const std::function<void(std::span<char>, std::uint64_t)>& take) {
+                  const std::function<void(std::span<const char>)>& take) {
   std::vector<char> block(kBlockSize);
   for (std::uint64_t done = 0; done < size;) {
     const std::size_t count = std::min<std::uint64_t>(size - done, block.size());
     if (!from.read(block.data(), static_cast<std::streamsize>(count))) {
       throw SetupError("the archive can't be read again");
     }
-    take({block.data(), count}, done);
+    take({block.data(), count});
     done += count;
   }
 }
 
 }  // namespace
 
-void WritePayload(const fs::path& folder, const std::string& topName, const fs::path& payload) {
-  const fs::path archive = payload.string() + ".zip";
-  ZipFolder(folder, topName, archive);
-  std::ifstream plain(archive, std::ios::binary);
-  FileWriter scrambled(payload);
-  ForEachBlock(plain, fs::file_size(archive), [&](std::span<char> block, std::uint64_t position) {
-    ScrambleBytes(block, position);
-    scrambled.Write(block);
-  });
-  scrambled.Close();
-  fs::remove(archive);
+void WritePayload(const fs::path& folder, const std::string& topName, const fs::path& payload,
+                  const PackReport& report) {
+  ZipFolder(folder, payload, {.topName = topName, .form = ZipForm::Scrambled, .report = report});
 }
 
 void CutIntoPieces(const fs::path& payload, std::uint64_t size, const fs::path& resources,
@@ -62,7 +52,7 @@ void CutIntoPieces(const fs::path& payload, std::uint64_t size, const fs::path& 
     const bool last = done + count == whole;
     const std::string name = last ? kLastPieceFile : kPieceStem + std::to_string(number);
     FileWriter piece((number == 1 ? resources : beside) / name);
-    ForEachBlock(from, count, [&](std::span<char> block, std::uint64_t) { piece.Write(block); });
+    ForEachBlock(from, count, [&](std::span<const char> block) { piece.Write(block); });
     piece.Close();
     done += count;
   }

@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
-#include <vector>
+
+#include "tools/make_setup/zip_folder.h"
 
 /// The payload of a bundle: an archive with one top-level folder, scrambled as a whole, in one file
 /// or cut into pieces for several discs. All functions throw SetupError if the disk fails them.
@@ -13,7 +14,7 @@ namespace zephin::make_setup {
 /// Writes the contents of a folder as the file `payload`. `topName` is the name of the archive's
 /// top-level folder: that of the target folder, with "Patch" at the end in a patch.
 void WritePayload(const std::filesystem::path& folder, const std::string& topName,
-                  const std::filesystem::path& payload);
+                  const std::filesystem::path& payload, const PackReport& report = {});
 
 /// Cuts a payload into pieces of `size` bytes and deletes it. Writes "Data#1" to `resources`, and
 /// "Data#2", "Data#3" and so on to "Data#End" to `beside`. Throws SetupError for a size that gives
