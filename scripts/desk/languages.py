@@ -9,7 +9,6 @@ import http.server
 import json
 import os
 import re
-import shutil
 import subprocess
 import sys
 import tempfile
@@ -23,8 +22,8 @@ from session import Session
 from walkthrough import Walk
 
 _ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-TOUR = os.path.join(_ROOT, "samples", "tour")
-_LANGUAGES = os.path.join(TOUR, "languages")
+_SAMPLES = os.path.join(_ROOT, "samples")
+_LANGUAGES = os.path.join(_SAMPLES, "tour", "languages")
 _SCALES = (1, 1.25, 1.5, 2)
 
 # The largest window is shown whole at the largest scale.
@@ -52,8 +51,9 @@ def _laid_over(plain, said):
 
 
 def write_tour(language, folder):
-    """Writes the tour in that language, a folder for make_setup."""
-    shutil.copytree(TOUR, folder)
+    """Makes the tour in that language below a folder. Gives its own folder, one for make_setup."""
+    subprocess.run([os.path.join(_SAMPLES, "generate"), folder], check=True)
+    folder = os.path.join(folder, "tour")
     said = captions(language)
     for name, lines in said.pop("pages").items():
         with open(os.path.join(folder, "pages", name), "w", encoding="utf-8") as page:
@@ -66,6 +66,7 @@ def write_tour(language, folder):
     setup["fAgreement"] = setup["fAgreement"]["file"]
     with open(path, "w", encoding="utf-8") as file:
         json.dump(setup, file, ensure_ascii=False)
+    return folder
 
 
 class _Tours:
@@ -81,8 +82,7 @@ class _Tours:
         handler = functools.partial(Quiet, directory=folder)
         server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), handler)
         threading.Thread(target=server.serve_forever, daemon=True).start()
-        setup = os.path.join(folder, "setup")
-        write_tour(self._language, setup)
+        setup = write_tour(self._language, os.path.join(folder, "samples"))
         self._bundle = os.path.join(folder, "Tour.app")
         subprocess.run([make_setup, "--set", f"PORT={server.server_address[1]}", setup, stub,
                         self._bundle], check=True)

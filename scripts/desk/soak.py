@@ -20,7 +20,7 @@ from serve import Quiet
 from session import Session
 from walkthrough import Walk
 
-_TOUR = os.path.join(os.path.dirname(__file__), "..", "..", "samples", "tour")
+_GENERATE = os.path.join(os.path.dirname(__file__), "..", "..", "samples", "generate")
 
 # Runs until all is there that a run may leave, once: caches, what the copy list puts elsewhere.
 _FIRST = 2
@@ -56,8 +56,11 @@ class Soak:
         server = http.server.ThreadingHTTPServer(
             ("127.0.0.1", 0), functools.partial(Quiet, directory=self.folder))
         threading.Thread(target=server.serve_forever, daemon=True).start()
+        samples = os.path.join(self.folder, "samples")
+        subprocess.run([_GENERATE, samples], check=True)
         subprocess.run([make_setup, "--set", f"PORT={server.server_address[1]}", "--set",
-                        f"ASIDE={self.aside}", _TOUR, stub, self.bundle], check=True)
+                        f"ASIDE={self.aside}", os.path.join(samples, "tour"), stub,
+                        self.bundle], check=True)
 
     def run(self):
         """One run. Gives what is left of it, and how many descriptors it had at most."""

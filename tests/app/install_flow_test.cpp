@@ -60,7 +60,10 @@ TEST_F(InstallFlow, PagesComeInOrderWithTheirOwnWords) {
   EXPECT_EQ(Press("InfoBtn"), -1);
 
   run.record.fInfo = "";
-  run.record.fLabels = {"", "Leave", "", "", "Fine", "Agreed", "", "Terms"};
+  run.record.fLabels = Captions({{Caption::Quit, "Leave"},
+                                 {Caption::Ok, "Fine"},
+                                 {Caption::Accept, "Agreed"},
+                                 {Caption::AgreementTitle, "Terms"}});
   ExpectPage("Pre-Installation Notes", "Leave,Fine,", "ContinueBtn");
   ExpectPage("Terms", "Leave,Agreed,", "QuitBtn");
   EXPECT_EQ(Press(), 0);

@@ -76,7 +76,7 @@ TEST(ZipFile, ExpandsOverAnExistingFolderOrAfterDeletingIt) {
   const auto zip = run.scratch / "it's a $(zip) \"x\".zip";
   const auto folder = run.scratch / "two words\n& more";
   WriteFile(run.scratch / "content/new", "n");
-  make_setup::ZipFolder(run.scratch / "content", "Top", zip);
+  make_setup::ZipFolder(run.scratch / "content", zip, {.topName = "Top"});
   WriteFile(folder / "old", "o");
   EXPECT_TRUE(ZipFileToFolder(Utf8(zip), Utf8(folder), false));
   EXPECT_EQ(Tree(folder), (Expected{{"old", "o"}, {"Top", "/"}, {"Top/new", "n"}}));

@@ -21,7 +21,7 @@ class Download : public testing::Test {
  protected:
   Download() {
     MakeTree(run.scratch / "content", "noise=" + Noise(30'000));
-    make_setup::ZipFolder(run.scratch / "content", "", run.scratch / "archive.zip");
+    make_setup::ZipFolder(run.scratch / "content", run.scratch / "archive.zip");
     archive = ReadFile(run.scratch / "archive.zip");
   }
   bool Fetch(const std::string& url, const fs::path& folder, bool renameFlag = false) {

@@ -25,7 +25,7 @@ class ExpandSelection : public testing::Test {
   void AddArchive(const std::string& name, const std::string& words) const {
     const ScratchFolder content;
     MakeTree(content.Path(), words);
-    make_setup::ZipFolder(content.Path(), "", run.Resources() / name);
+    make_setup::ZipFolder(content.Path(), run.Resources() / name);
   }
   /// Creates what the main payload installs.
   void Install(const std::string& words) const {

@@ -9,7 +9,7 @@
 #include "setup/requirements.h"
 #include "setup/scrambling.h"
 #include "tests/support/scratch_folder.h"
-#include "tools/make_setup/record.h"
+#include "tools/make_setup/record_writer.h"
 
 namespace zephin::test {
 namespace {
@@ -34,10 +34,14 @@ std::map<std::string, std::string> GoldenRecord() {
   return files;
 }
 
-TEST(GoldenRecord, ReadsAsThePublishersFields) {
+SetupRecord ReadGoldenRecord() {
   auto files = GoldenRecord();
   UnscrambleBytes(files["Data"], 0);
-  const SetupRecord record = ReadRecord({files["Data"], Encoding::None}, Utf8(files["TextData"]));
+  return ReadRecord({files["Data"], Encoding::None}, Utf8(files["TextData"]));
+}
+
+TEST(GoldenRecord, ReadsAsThePublishersFields) {
+  const SetupRecord record = ReadGoldenRecord();
   EXPECT_TRUE(record.fApplicationFolder && record.fCenterMessage);
   EXPECT_FALSE(record.fPromptToReplace || record.fInstallationPatch);
   EXPECT_EQ((std::vector{record.fLogoWidth, record.fLogoHeight, record.fPictureWidth,
@@ -74,40 +78,9 @@ TEST(GoldenRecord, ReadsAsThePublishersFields) {
   EXPECT_EQ(record.fLabels(IndexOf(Caption::ReleaseNotesTitle)).Bytes(), "Neu \u00E4");
 }
 
-/// The publisher's form of the same record.
-make_setup::SetupRecord Written() {
-  make_setup::SetupRecord record;
-  record.fTimeStamp = "2026-11-23";
-  record.fApplicationFolder = record.fCenterMessage = true;
-  record.fExecuteAfterName = "FixedPath//usr/bin/true";
-  record.fLogoPixelStr = "F[8]0[14]F[2],2,2";
-  record.fPicturePixelStr = "0[36],3,2";
-  record.fExecuteBeforeName = "helper";
-  record.fEncryptionLen = 77;
-  record.fAgreement = "$HTML$A90341003A26";
-  record.fMessage = "Caf\u00E9|Line two";
-  record.fURLActual = "www.example.com";
-  record.fURLDisplayed = "Site";
-  record.fInfo = "Caf\x8E|Open";
-  record.fLabels.resize(kCaptions.size());
-  record.fLabels.at(1) = "Leave";
-  record.fLabels.at(26) = "Neu \u00E4";
-  record.fTargetFolder = "J\u00FCniper";
-  record.fCopyright = "(c)";
-  record.fWindowTitle = "Juniper Setup";
-  record.fInstallChoices = "Small,small.zip,Data,Less|Full,full.zip,Data,";
-  record.fInstallOptions = "Fonts,https://a.example/fonts.zip,Fonts,Tip";
-  record.fMinOS = "MacOS10.9";
-  record.fMinRAM = "1GB";
-  record.fCompletionURL = "https://a.example/done";
-  record.fPreInstallNotes = "<html>Hi</html>";
-  record.fPostCopy = "a.cfg={UserAccount/a.cfg}|delete=/tmp/old";
-  return record;
-}
-
 TEST(GoldenRecord, IsWhatMakeSetupWrites) {
   const ScratchFolder scratch;
-  make_setup::WriteRecord(Written(), scratch.Path());
+  make_setup::WriteRecord(ReadGoldenRecord(), scratch.Path());
   EXPECT_EQ(Tree(scratch.Path()), GoldenRecord());
 }
 

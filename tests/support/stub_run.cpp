@@ -4,6 +4,7 @@
 #include "dialogs/message_modal.h"
 #include "platform/framework/text.h"
 #include "tools/make_setup/payload.h"
+#include "tools/make_setup/record_writer.h"
 
 namespace zephin::test {
 namespace fs = std::filesystem;

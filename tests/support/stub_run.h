@@ -10,9 +10,9 @@
 #include "app/app.h"
 #include "app/zephin_stub_window.h"
 #include "platform/framework/machine.h"
+#include "setup/record.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/scripted_desktop.h"
-#include "tools/make_setup/record.h"
 
 namespace zephin::test {
 
@@ -29,7 +29,7 @@ class StubRun {
   ~StubRun();
 
   ScratchFolder scratch;
-  make_setup::SetupRecord record;
+  SetupRecord record;  ///< As a bundle without settings has it.
   Machine machine;
   ScriptedDesktop desktop;
 

@@ -1,12 +1,12 @@
 #include "tools/make_setup/bundle.h"
 
-#include <system_error>
-#include <utility>
-#include <vector>
-
-#include "tools/make_setup/desktop_entry.h"
+#include "setup/bundle_files.h"
+#include "setup/limits.h"
 #include "tools/make_setup/files.h"
 #include "tools/make_setup/patch_tree.h"
+#include "tools/make_setup/payload.h"
+#include "tools/make_setup/publish.h"
+#include "tools/make_setup/record_writer.h"
 #include "tools/make_setup/setup_error.h"
 #include "tools/make_setup/setup_file.h"
 #include "tools/make_setup/zip_folder.h"
@@ -16,108 +16,54 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The stub takes a shorter download for a failed one.
-constexpr std::uintmax_t kShortestDownload = 10000;
-
 bool IsBundle(const fs::path& path) {
   return fs::is_directory(path / "Contents" / "MacOS");
 }
 
 void CheckPlaces(const fs::path& folder, const fs::path& stub, const fs::path& output) {
   if (!IsBundle(stub)) {
-    throw SetupError(stub.string() + ": is no stub's bundle (has no Contents/MacOS)");
+    throw SetupError(stub.string() + ": must be the stub's bundle, with a folder Contents/MacOS");
   }
   if (output.extension() != ".app") {
-    throw SetupError(output.string() + R"(: a bundle's name must end in ".app")");
+    throw SetupError(output.string() + R"(: must end in ".app")");
   }
   if (fs::exists(fs::symlink_status(output)) && !IsBundle(output)) {
-    throw SetupError(output.string() + ": stands already and is no bundle");
+    throw SetupError(output.string() + ": exists and is no bundle, so it is not replaced");
   }
   const fs::path place = fs::weakly_canonical(output);
   if (IsBelow(place.lexically_relative(fs::canonical(folder)).string())) {
-    throw SetupError(output.string() + ": lies in the setup's own folder");
+    throw SetupError(output.string() + ": must not be inside the setup's own folder");
   }
   if (place == fs::canonical(stub)) {
-    throw SetupError(output.string() + ": is the stub itself");
+    throw SetupError(output.string() + ": must not be the stub itself");
   }
-}
-
-/// The folder with everything that the payload shall hold: the setup's own, or a copy with the
-/// generated files in it.
-fs::path StagePayload(const Setup& setup, const fs::path& scratch) {
-  if (setup.generated.empty()) {
-    return setup.payload;
-  }
-  CopyTree(setup.payload, scratch);
-  for (const GeneratedFile& file : setup.generated) {
-    At("generate", [&] { Generate(file, scratch); });
-  }
-  return scratch;
-}
-
-fs::path StageNewTree(const PatchSource& patch, const fs::path& oldTree, const fs::path& scratch) {
-  if (patch.overlay.empty()) {
-    return patch.newFolder;
-  }
-  CopyTree(oldTree, scratch);
-  for (const std::string& path : patch.removed) {
-    if (fs::remove_all(PlaceBelow(scratch, path)) == 0) {
-      throw SetupError("remove: " + Quoted(path) + " is not in the old folder");
-    }
-  }
-  for (const TreeItem& item : ListTree(patch.overlay)) {
-    const fs::path to = PlaceBelow(scratch, item.path);
-    const bool isFolder = item.kind == ItemKind::Folder;
-    if (fs::exists(fs::symlink_status(to)) &&
-        fs::is_directory(fs::symlink_status(to)) != isFolder) {
-      throw SetupError("overlay: " + Quoted(item.path) + " is an item of another kind before");
-    }
-    if (isFolder) {
-      fs::create_directories(to);
-    } else {
-      fs::remove(to);
-      fs::copy(patch.overlay / item.path, to, fs::copy_options::copy_symlinks);
-    }
-  }
-  return scratch;
-}
-
-fs::path StagePatch(const PatchSource& patch, const fs::path& scratch) {
-  fs::path oldTree = patch.oldFolder;
-  if (fs::exists(oldTree / "setup.json")) {
-    const Setup old = ReadSetup(oldTree, {});
-    if (old.patch) {
-      throw SetupError("old: " + Quoted(oldTree.string()) +
-                       " is a patch itself, so it doesn't tell what is installed");
-    }
-    oldTree = StagePayload(old, scratch / "old");
-  }
-  MakePatchTree(oldTree, StageNewTree(patch, oldTree, scratch / "new"), scratch / "patch");
-  return scratch / "patch";
 }
 
 void MakePayload(const Setup& setup, const fs::path& scratch, const fs::path& resources,
                  const fs::path& beside) {
-  const fs::path tree =
-      setup.patch ? At("patch", [&] { return StagePatch(*setup.patch, scratch); })
-                  : At("payload", [&] { return StagePayload(setup, scratch / "payload"); });
+  fs::path tree = setup.payload;
+  if (setup.patch) {
+    tree = scratch / "patch";
+    At("patch", [&] { MakePatchTree(setup.patch->oldFolder, setup.patch->newFolder, tree); });
+  }
   const std::string topName =
-      setup.record.fTargetFolder + (setup.record.fInstallationPatch ? "Patch" : "");
-  At("payload", [&] { WritePayload(tree, topName, resources / "Data2"); });
+      setup.record.fTargetFolder.Bytes() + (setup.record.fInstallationPatch ? "Patch" : "");
+  At("payload", [&] { WritePayload(tree, topName, resources / kPayloadFile); });
   if (setup.pieceSize != 0) {
     At("pieceSize",
-       [&] { CutIntoPieces(resources / "Data2", setup.pieceSize, resources, beside); });
+       [&] { CutIntoPieces(resources / kPayloadFile, setup.pieceSize, resources, beside); });
   }
 }
 
 void AddArchives(const Setup& setup, const fs::path& resources, const fs::path& beside) {
   for (const ArchiveSource& archive : setup.archives) {
     const fs::path path = (archive.download ? beside : resources) / archive.name;
-    ZipFolder(archive.folder, "", path);
-    if (archive.download && fs::file_size(path) < kShortestDownload) {
-      throw SetupError(
-          archive.folder.string() + ": its archive of " + std::to_string(fs::file_size(path)) +
-          " bytes is too small for a download, which needs " + std::to_string(kShortestDownload));
+    ZipFolder(archive.folder, path);
+    const auto size = static_cast<std::int64_t>(fs::file_size(path));
+    if (archive.download && size < kSmallestDownload) {
+      throw SetupError(archive.folder.string() + ": its archive must have at least " +
+                       std::to_string(kSmallestDownload) + " bytes to be downloaded, has " +
+                       std::to_string(size));
     }
   }
 }
@@ -126,72 +72,11 @@ void AddHelpers(const Setup& setup, const fs::path& resources) {
   for (const fs::path& helper : setup.helpers) {
     const fs::path to = resources / helper.filename();
     if (fs::exists(to)) {
-      throw SetupError("helpers: " + helper.string() + ": the bundle holds an item of that name");
+      throw SetupError("helpers: " + helper.string() +
+                       ": must have another name, which exists in the bundle already");
     }
     fs::copy(helper, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
   }
-}
-
-std::vector<fs::path> ItemsIn(const fs::path& folder) {
-  std::vector<fs::path> items;
-  for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
-    items.push_back(entry.path());
-  }
-  return items;
-}
-
-/// Renames, which are taken back when the object goes before `Keep`.
-class Moves {
- public:
-  Moves() = default;
-  ~Moves() {
-    std::error_code ignored;
-    for (; !done_.empty(); done_.pop_back()) {
-      fs::rename(done_.back().second, done_.back().first, ignored);
-    }
-  }
-  Moves(const Moves&) = delete;
-  Moves& operator=(const Moves&) = delete;
-
-  void Move(const fs::path& from, const fs::path& to) {
-    fs::rename(from, to);
-    done_.emplace_back(from, to);
-  }
-  void Keep() { done_.clear(); }
-
- private:
-  std::vector<std::pair<fs::path, fs::path>> done_;
-};
-
-/// Puts the finished bundle and what belongs beside it in their places, and what stood there, with
-/// the pieces of an earlier split payload, into `replaced`.
-void Publish(const fs::path& bundle, const fs::path& beside, const fs::path& output,
-             const fs::path& replaced) {
-  const fs::path parent = fs::absolute(output).parent_path();
-  fs::create_directory(replaced);
-  Moves moves;
-  if (fs::exists(beside / "Data#End")) {
-    for (const fs::path& item : ItemsIn(parent)) {
-      if (IsPieceName(item.filename().string())) {
-        moves.Move(item, replaced / item.filename());
-      }
-    }
-  }
-  for (const fs::path& item : ItemsIn(beside)) {
-    const fs::path to = parent / item.filename();
-    if (fs::is_directory(to)) {
-      throw SetupError(to.string() + ": a folder stands in the place of a file");
-    }
-    if (fs::exists(fs::symlink_status(to))) {
-      moves.Move(to, replaced / item.filename());
-    }
-    moves.Move(item, to);
-  }
-  if (fs::exists(fs::symlink_status(output))) {
-    moves.Move(output, replaced / "bundle");
-  }
-  moves.Move(bundle, output);
-  moves.Keep();
 }
 
 }  // namespace

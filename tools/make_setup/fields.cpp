@@ -12,11 +12,11 @@ constexpr int kDeepest = 10;
 
 std::string Line(const json& value) {
   if (!value.is_string()) {
-    throw SetupError("must be a text or a list of lines");
+    throw SetupError("must be a text in quotes or a list of such lines");
   }
   const auto& text = value.get_ref<const std::string&>();
   if (text.find('\0') != std::string::npos) {
-    throw SetupError("holds a zero character, where the text would end");
+    throw SetupError("must not contain a zero character: the text would end there");
   }
   return text;
 }
@@ -26,7 +26,8 @@ void Substitute(std::string& text, const Values& values) {
     const std::size_t end = text.find('}', at);
     const auto value = values.find(text.substr(at + 2, end - at - 2));
     if (end == std::string::npos || value == values.end()) {
-      throw SetupError(Quoted(text) + ": no value for " + Quoted(text.substr(at, end - at + 1)));
+      throw SetupError(Quoted(text.substr(at, end == std::string::npos ? end : end - at + 1)) +
+                       R"(: must be one of the names in "defaults")");
     }
     text.replace(at, end - at + 1, value->second);
     at += value->second.size();
@@ -77,7 +78,7 @@ std::string Fields::Text(const std::string& name) {
 std::string Fields::NeededText(const std::string& name) {
   std::string text = Text(name);
   if (text.empty()) {
-    throw SetupError(name + ": is needed");
+    throw SetupError(name + ": is required");
   }
   return text;
 }
@@ -101,7 +102,7 @@ std::uint64_t Fields::Number(const std::string& name) {
   }
   const json& value = Value(name);
   if (!value.is_number_unsigned()) {
-    throw SetupError(name + ": must be a whole number from 0 on");
+    throw SetupError(name + ": must be a whole number of 0 or more");
   }
   return value.get<std::uint64_t>();
 }
@@ -127,7 +128,7 @@ void Fields::ForEach(const std::string& name, const std::function<void(Fields&)>
 void Fields::RefuseOthers() const {
   for (const auto& [name, value] : object_.items()) {
     if (!asked_.contains(name)) {
-      throw SetupError(name + ": no such field");
+      throw SetupError(name + ": there is no such field");
     }
   }
 }
@@ -135,7 +136,7 @@ void Fields::RefuseOthers() const {
 json ReadJson(const std::string& path, const Values& values) {
   const auto shallow = [](int depth, json::parse_event_t /*event*/, const json& /*parsed*/) {
     if (depth > kDeepest) {
-      throw SetupError("holds more braces and brackets in each other than any setup needs");
+      throw SetupError("must not nest braces and brackets deeper than " + std::to_string(kDeepest));
     }
     return true;
   };
@@ -158,7 +159,7 @@ json ReadJson(const std::string& path, const Values& values) {
     }
     for (const auto& [name, value] : values) {
       if (!fields.Has(name)) {
-        throw SetupError(Quoted(name) + " is set, but there is no such name");
+        throw SetupError(Quoted(name) + ": has no default, so it can't be set");
       }
     }
   });

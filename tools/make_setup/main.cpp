@@ -10,7 +10,7 @@ namespace {
 
 constexpr const char* kUsage =
     "Usage: make_setup [--set NAME=VALUE]... FOLDER STUB_APP OUTPUT_APP\n"
-    "Makes an installer from a folder with a setup.json and the bundle of the stub.\n";
+    "Makes an installer from a folder with a setup.json and the stub's bundle.\n";
 
 int Usage() {
   std::cerr << kUsage;

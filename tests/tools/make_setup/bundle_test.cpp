@@ -11,7 +11,6 @@
 #include "tests/support/limits.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/tools/make_setup/trees.h"
-#include "tools/make_setup/payload.h"
 
 namespace zephin::make_setup {
 namespace {
@@ -45,35 +44,32 @@ constexpr const char* kWhole = R"({
     {"preInstallDelete": "/y"}, {"preInstallCopy": "/y", "to": "/z"}]
 })";
 
-/// A smallest setup with a fault, and what is told of it.
+/// The smallest setup with a fault, and part of the message.
 struct BadSetup {
-  const char* list;    ///< The list whose one entry has these fields; empty: the setup has them.
-  const char* fields;  ///< Without the braces.
-  const char* told;    ///< Behind the name of the file.
+  const char* list;     ///< The list whose one entry has the fields; empty if the setup has them.
+  const char* fields;   ///< Without the braces.
+  const char* message;  ///< Part of it, after the name of the file.
 };
 
 constexpr auto kBadSetups = std::to_array<BadSetup>({
-    {"", R"("fTargetFolder": "")", "fTargetFolder: is needed"},
+    {"", R"("fTargetFolder": "")", "fTargetFolder: is required"},
     {"", R"("fTargetFolder": "..")", "fTargetFolder: "},
     {"", R"("fTargetFolder": "a/b")", "fTargetFolder: "},
-    {"", R"("fMesage": "x")", "fMesage: no such field"},
+    {"", R"("fMesage": "x")", "fMesage: there is no such field"},
     {"", R"("fMessage": "a|#")", "fMessage: "},
     {"", R"("fTimeStamp": "$|~")", "fTimeStamp: "},
     {"", R"("fMessage": "${NONE}")", "${NONE}"},
     {"", R"("fMessage": "${NONE")", "${NONE"},
     {"", R"("fPromptToReplace": "1")", "fPromptToReplace: "},
     {"", R"("fMinRAM": "3GB")", "fMinRAM: "},
-    {"", R"("fLabels": {"quit": "a|b"})", "fLabels: caption 1 holds"},
+    {"", R"("fLabels": {"quit": "a|b"})", "fLabels: quit: must not contain"},
     {"", R"("fAgreement": "none.txt")", "fAgreement: "},
     {"", R"("fAgreement": {"file": "a.txt", "form": "HEX"})", "fAgreement: form"},
     {"", R"("fLogoPixelStr": "a.txt")", "fLogoPixelStr: "},
     {"", R"("fExecuteBeforeName": "helper.sh")", "fExecuteBeforeName: "},
     {"", R"("helpers": ["payload/../helper.sh", "helper.sh"])", "helpers: "},
     {"", R"("pieceSize": 1000000)", "pieceSize: "},
-    {"", R"("pieceSize": 1, "generate": [{"path": "n", "kind": "noise", "bytes": 999}])", "Size: "},
     {"", R"("patch": {"old": "payload", "new": "none"})", "patch: takes the place"},
-    {"generate", R"("path": "file", "kind": "noise")", "generate: "},
-    {"generate", R"("path": "link/x", "kind": "noise")", "generate: "},
     {"",
      R"("fInstallOptions": [{"caption": "O", "source": "options/one"},
                               {"caption": "o", "source": "options/one"}])",
@@ -84,11 +80,12 @@ constexpr auto kBadSetups = std::to_array<BadSetup>({
      "fInstallOptions: entry 2: "},
     {"fInstallOptions", R"("caption": "a,b", "source": "options/one")", "entry 1: "},
     {"fInstallOptions", R"("caption": "H", "source": "options/one", "folder": "../x")", "folder"},
-    {"fInstallOptions", R"("caption": "H", "source": "options/http")", "taken for an address"},
+    {"fInstallOptions", R"("caption": "H", "source": "options/http")",
+     "must not begin with \"http\""},
     {"fInstallOptions", R"("caption": "H", "source": "HTTP://h/x", "content": "options/one")",
-     "too small for a download"},
+     "must have at least 10000 bytes"},
     {"fInstallChoices", R"("caption": "H", "source": "http://h/x")", "entry 1: source"},
-    // Commands that the stub would read otherwise.
+    // Commands that the installer would read as something else.
     {"fPostCopy", R"("copy": "a=b", "to": "/x")", "entry 1: "},
     {"fPostCopy", R"("copy": "preinstallCopy", "to": "/x")", "entry 1: "},
     {"fPostCopy", R"("copy": "a", "to": "/x}y", "ifNothingThere": true)", "entry 1: "},
@@ -99,14 +96,14 @@ constexpr auto kBadSetups = std::to_array<BadSetup>({
     {"fPostCopy", R"("preInstallCopy": "/a", "to": "/x;y")", "entry 1: "},
 });
 
-/// A setup's folder, a stub and a folder for what is made, with one item in it that must stay.
+/// A setup's folder, a stub and an output folder that contains an item already.
 class MakeBundleTest : public testing::Test {
  protected:
   void SetUp() override {
     MakeTree(setup_,
              "payload/file=content payload/link->.. a.txt=A b.txt=B c.txt=C d.txt=D "
              "helper.sh+=helper options/one/x=x other/one/x=x options/http/x=x");
-    Generate({"options/large/noise", 12000, 1}, setup_);
+    test::WriteFile(setup_ / "options/large/noise", test::Noise(20000));
     MakeTree(stub_, "Contents/MacOS/Setup+=stub Contents/Info.plist=plist");
     MakeTree(made_, "kept=kept");
   }
@@ -116,14 +113,14 @@ class MakeBundleTest : public testing::Test {
     MakeBundle(setup_, stub_, made_ / "My.app", values);
   }
 
-  /// Makes the smallest setup with these fields changed, which fails and changes nothing.
-  void ExpectRefused(const json& changes, const std::string& told) {
+  /// Expects the smallest setup with these fields changed to fail and to change nothing.
+  void ExpectRefused(const json& changes, const std::string& message) {
     const auto before = test::Tree(made_);
     json document = json::parse(kSmallest);
     document.update(changes);
     const std::string refusal = Refusal([&] { Make(document.dump()); });
     EXPECT_NE(refusal.find("setup.json: "), std::string::npos) << document << refusal;
-    EXPECT_NE(refusal.find(told), std::string::npos) << document << refusal;
+    EXPECT_NE(refusal.find(message), std::string::npos) << document << refusal;
     EXPECT_EQ(test::Tree(made_), before) << document;
   }
 
@@ -133,7 +130,7 @@ class MakeBundleTest : public testing::Test {
   fs::path made_ = folder_ / "made";
 };
 
-TEST_F(MakeBundleTest, HoldsTheStubTheRecordAndWhatTheRecordNames) {
+TEST_F(MakeBundleTest, BundleHasTheStubTheRecordAndWhatItNames) {
   Make(kWhole, {{"HOST", "example"}});
   const fs::path resources = made_ / "My.app/Contents/Resources";
   std::string outer = test::ReadFile(resources / "Data");
@@ -156,26 +153,26 @@ TEST_F(MakeBundleTest, HoldsTheStubTheRecordAndWhatTheRecordNames) {
             "My.app/Contents/Resources/helper.sh+=helper kept=kept");
 }
 
-TEST_F(MakeBundleTest, BadSetupIsToldByFieldAndChangesNothing) {
+TEST_F(MakeBundleTest, FaultIsReportedWithItsFieldAndChangesNothing) {
   Make(kSmallest);
   for (const BadSetup& row : kBadSetups) {
     const json fields = json::parse(std::string("{") + row.fields + "}");
     const bool isList = *row.list != '\0';
-    ExpectRefused(isList ? json{{row.list, json::array({fields})}} : fields, row.told);
+    ExpectRefused(isList ? json{{row.list, json::array({fields})}} : fields, row.message);
   }
   ExpectRefused({{"fTargetFolder", std::string(241, 'x')}}, "fTargetFolder: ");
   json eleven;
   for (int i = 0; i < 11; ++i) {
     eleven.push_back({{"caption", std::to_string(i)}, {"source", "options/one"}});
   }
-  ExpectRefused({{"fInstallOptions", eleven}}, "fInstallOptions: has more than ten");
+  ExpectRefused({{"fInstallOptions", eleven}}, "fInstallOptions: must have at most 10");
   EXPECT_NE(Refusal([&] { Make(kSmallest, {{"PORT", "1"}}); }).find("PORT"), std::string::npos);
   for (const std::string& text : {std::string(), std::string("[]"), std::string(99999, '[')}) {
     EXPECT_NE(Refusal([&] { Make(text); }), "");
   }
 }
 
-TEST_F(MakeBundleTest, PlaceThatMustNotBeReplacedIsRefused) {
+TEST_F(MakeBundleTest, OutputThatMustNotBeReplacedIsRefused) {
   test::WriteFile(setup_ / "setup.json", kSmallest);
   MakeTree(folder_ / "Precious.app", "Contents/letters=x");
   const auto before = test::Tree(folder_.Path());
@@ -192,43 +189,29 @@ TEST_F(MakeBundleTest, PlaceThatMustNotBeReplacedIsRefused) {
   }
 }
 
-TEST_F(MakeBundleTest, PiecesOfAnEarlierSplitPayloadGo) {
+TEST_F(MakeBundleTest, PiecesOfAnEarlierPayloadAreRemoved) {
   MakeTree(made_, "Data#2=old Data#9=old Data#End=old Data#x=x");
-  Make(R"({"fTargetFolder": "Tool", "payload": "payload", "pieceSize": 2500,
-           "generate": [{"path": "n", "kind": "noise", "bytes": 5000}]})");
+  test::WriteFile(setup_ / "payload/noise", test::Noise(9000));
+  Make(R"({"fTargetFolder": "Tool", "payload": "payload", "pieceSize": 2500})");
   auto tree = test::Tree(made_);
   EXPECT_EQ(tree["My.app/Contents/Resources/Data#1"].size() + tree["Data#2"].size(), 5000);
   EXPECT_TRUE(tree.contains("Data#End") && tree.contains("Data#x"));
   EXPECT_FALSE(tree.contains("Data#9") || tree.contains("My.app/Contents/Resources/Data2"));
 }
 
-TEST_F(MakeBundleTest, PatchIsMadeFromAnotherSetupAndTheChangesToIt) {
-  MakeTree(folder_ / "update", "changes/new=n changes/deep/file=changed");
-  MakeTree(setup_, "payload/deep/file=f payload/gone=g");
-  test::WriteFile(setup_ / "setup.json",
-                  R"({"fTargetFolder": "Tool", "payload": "payload",
-                      "generate": [{"path": "big", "kind": "noise", "bytes": 5000}]})");
-  const auto make = [&](const std::string& removed) {
-    test::WriteFile(folder_ / "update/setup.json",
-                    R"({"fTargetFolder": "Tool", "patch": {"old": "../setup",
-                        "overlay": "changes", "remove": [")" +
-                        removed + "\"]}}");
-    MakeBundle(folder_ / "update", stub_, made_ / "Update.app", {});
-  };
-  for (const char* path : {"none", "../setup.json", "link/a.txt"}) {
-    EXPECT_NE(Refusal([&] { make(path); }).find("patch: "), std::string::npos) << path;
-  }
-  make("gone");
-  EXPECT_LT(fs::file_size(made_ / "Update.app/Contents/Resources/Data2"), 2000);
-  EXPECT_EQ(test::Tree(setup_ / "payload").at("gone"), "g");
+TEST_F(MakeBundleTest, PayloadOfAPatchIsTheDifference) {
+  test::WriteFile(setup_ / "payload/noise", test::Noise(90000));
+  fs::copy(setup_ / "payload", setup_ / "new",
+           fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+  test::WriteFile(setup_ / "new/file", "changed");
+  Make(R"({"fTargetFolder": "Tool", "patch": {"old": "payload", "new": "new"}})");
+  EXPECT_LT(fs::file_size(made_ / "My.app/Contents/Resources/Data2"), 2000);
 }
 
-TEST_F(MakeBundleTest, DiskThatFillsUpLeavesEverythingAsItWas) {
+TEST_F(MakeBundleTest, FullDiskLeavesEverythingAsItWas) {
   Make(kSmallest);
   const auto before = test::Tree(made_);
-  test::WriteFile(setup_ / "setup.json",
-                  R"({"fTargetFolder": "Other", "payload": "payload",
-                      "generate": [{"path": "n", "kind": "noise", "bytes": 50000}]})");
+  test::WriteFile(setup_ / "payload/noise", test::Noise(90000));
   for (const std::size_t room : {100U, 2000U, 50000U}) {
     const test::FullDisk full(room);
     EXPECT_NE(Refusal([&] { MakeBundle(setup_, stub_, made_ / "My.app", {}); }), "") << room;

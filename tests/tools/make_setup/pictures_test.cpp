@@ -1,4 +1,4 @@
-#include "tools/make_setup/pixel_string.h"
+#include "tools/make_setup/pictures.h"
 
 #include <gtest/gtest.h>
 #include <png.h>
@@ -22,18 +22,18 @@ void WritePng(const std::filesystem::path& path, png_uint_32 width, png_uint_32 
   ASSERT_NE(png_image_write_to_file(&image, path.c_str(), 0, pixels.data(), 0, nullptr), 0);
 }
 
-TEST(PictureTriple, DigitsRunAcrossBytesAndRowsWhereThatIsShorter) {
+TEST(PixelString, RunsOfDigitsCrossBytesAndRowsWhereThatIsShorter) {
   const std::vector<std::pair<PixelRows, const char*>> rows{
-      {{2, 2, std::string("\xFF\xFF\xFF\xFF\0\0\0\0\0\0\0\xFF", 12)}, "F[8]0[14]FF,2,2"},
-      {{1, 1, "\x12\x34\x56"}, "123456,1,1"},
-      {{1, 1, "\xAA\xAA\xBC"}, "AAAABC,1,1"},
-      {{1, 1, "\xAA\xAA\xAB"}, "A[5]B,1,1"}};
-  for (const auto& [picture, triple] : rows) {
-    EXPECT_EQ(PictureTriple(picture), triple);
+      {{2, 2, std::string("\xFF\xFF\xFF\xFF\0\0\0\0\0\0\0\xFF", 12)}, "F[8]0[14]FF"},
+      {{1, 1, "\x12\x34\x56"}, "123456"},
+      {{1, 1, "\xAA\xAA\xBC"}, "AAAABC"},
+      {{1, 1, "\xAA\xAA\xAB"}, "A[5]B"}};
+  for (const auto& [picture, digits] : rows) {
+    EXPECT_EQ(PixelString(picture), digits);
   }
 }
 
-TEST(ReadPng, TransparencyIsLaidOnWhiteAndGreyTurnedIntoColours) {
+TEST(ReadPng, TransparentPixelsAreBlendedWithWhiteAndGreyBecomesRgb) {
   const test::ScratchFolder folder;
   WritePng(folder / "a.png", 2, 1, PNG_FORMAT_RGBA, {255, 0, 0, 255, 0, 0, 0, 0});
   EXPECT_EQ(ReadPng(folder / "a.png").rgb, std::string("\xFF\0\0\xFF\xFF\xFF", 6));
@@ -48,7 +48,7 @@ TEST(ReadPng, PictureOfTooManyDigitsIsRefusedByName) {
   WritePng(folder / "large.png", 2778, 3000, PNG_FORMAT_GRAY, pixels);
   WritePng(folder / "fits.png", 2777, 3000, PNG_FORMAT_GRAY, pixels);
   const std::string refusal = Refusal([&] { (void)ReadPng(folder / "large.png"); });
-  EXPECT_NE(refusal.find("large.png: is too large"), std::string::npos) << refusal;
+  EXPECT_NE(refusal.find("large.png: must have at most"), std::string::npos) << refusal;
   EXPECT_EQ(ReadPng(folder / "fits.png").width, 2777);
 }
 
