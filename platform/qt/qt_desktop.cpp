@@ -7,10 +7,10 @@
 #include "platform/framework/application.h"
 #include "platform/framework/window.h"
 #include "platform/qt/clipboard/session_clipboard.h"
+#include "platform/qt/peers/accessibility.h"
 #include "platform/qt/peers/answer_keys.h"
 #include "platform/qt/peers/window_peer.h"
 #include "platform/qt/qt_string.h"
-#include "platform/qt/session/accessibility.h"
 #include "platform/qt/session/folder_dialog.h"
 #include "platform/qt/session/session.h"
 #include "platform/qt/widgets/look.h"
@@ -53,6 +53,7 @@ QString InPlainWords(const String& kind) {
 
 QtDesktop::QtDesktop(std::string programName)
     : programName_(std::move(programName)), argv_{programName_.data(), nullptr} {
+  // First of all: the toolkit ends the process if it can't connect to the display.
   EndAlwaysWithStatus0();
   application_ = MakeApplication(argc_, argv_.data());
   SetUpLook();
@@ -78,6 +79,7 @@ WindowPeer& QtDesktop::FindOrMake(Window& window) {
 }
 
 QWidget* QtDesktop::TopWindow() const {
+  // A modal window is always on top, and may be a message or the folder dialog.
   if (QWidget* modal = QApplication::activeModalWidget()) {
     return modal;
   }
@@ -100,7 +102,7 @@ QString QtDesktop::MessageTitle() const {
 }
 
 void QtDesktop::ShowWindow(Window& window) {
-  QWidget* top = TopWindow();
+  QWidget* top = TopWindow();  // Before the new window is one of them.
   FindOrMake(window).Appear(top);
 }
 

@@ -30,6 +30,8 @@ class QtDesktop final : public Desktop {
   explicit QtDesktop(std::string programName);
   ~QtDesktop() override;
 
+  // Windows. The peer of a window is made when the window is first shown, and destroyed when the
+  // model is. Calls for a window without a peer are ignored.
   void ShowWindow(Window& window) override;
   void HideWindow(Window& window) override;
   void RunModal(Window& window) override;
@@ -40,10 +42,12 @@ class QtDesktop final : public Desktop {
   void ControlChanged(Control& control) override;
   void ForgetWindow(Window& window) override;
 
+  // Dialogs. Each appears above the window that the user sees on top, and nests its own event loop.
   void ShowMessage(const String& text) override;
   Ref<FolderItem> SelectFolder(const SelectFolderDialog& dialog) override;
   void ReportFailure(const String& kind) override;
 
+  // The session. Errors of launched programs are not reported.
   String ClipboardText() override;
   void SetClipboardText(const String& text) override;
   void LaunchItem(const FolderItem& item, bool activate) override;
@@ -51,6 +55,8 @@ class QtDesktop final : public Desktop {
   void BringToFront() override;
   void SetMouseCursor(MouseCursor cursor) override;
 
+  // Time and events. `EndRun` hides the windows, hands the clipboard over, and ends the process
+  // without destroying anything: handlers further up the stack still use it.
   std::int64_t Ticks() override;
   void LetEventsRun(int milliseconds) override;
   int YieldSlice() const override;
@@ -60,9 +66,11 @@ class QtDesktop final : public Desktop {
  private:
   /// Null if the window was never shown.
   WindowPeer* Find(const Window& window) const;
+  /// The peer, made if necessary. Valid until `ForgetWindow`.
   WindowPeer& FindOrMake(Window& window);
   /// The window above which a dialog appears; null if no window of the program is visible.
   QWidget* TopWindow() const;
+  /// The title of the main window, which messages share; "Install" before there is a window.
   QString MessageTitle() const;
 
   // The toolkit keeps pointers to the program's arguments.

@@ -78,6 +78,7 @@ void QtDesktop::BringToFront() {
 }
 
 void QtDesktop::SetMouseCursor(MouseCursor cursor) {
+  // Cursors stack up, and each must be restored once.
   const bool waits = QGuiApplication::overrideCursor() != nullptr;
   if (cursor == MouseCursor::Wait && !waits) {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
@@ -94,6 +95,7 @@ std::int64_t QtDesktop::Ticks() {
 }
 
 void QtDesktop::LetEventsRun(int milliseconds) {
+  // At least once, also with no time to wait.
   QCoreApplication::processEvents();
   if (milliseconds > 0) {
     QEventLoop loop;
@@ -119,6 +121,7 @@ void QtDesktop::EndRun(int status) {
     peer->hide();
   }
   clipboard_->HandOver(Application::Current().Facts().helpersFolder);
+  // No destructors: this may be called from within handlers of the objects that they would destroy.
   std::fflush(nullptr);
   _exit(status);
 }

@@ -1,5 +1,6 @@
 """The ends of a run, the bad ones included: each has status 0, and says what there is to say."""
 
+import contextlib
 import os
 import pathlib
 import signal
@@ -7,6 +8,7 @@ import threading
 
 import Xlib.X
 import Xlib.display
+import Xlib.error
 import Xlib.protocol.event
 
 import case
@@ -31,15 +33,18 @@ class ManagerThatKeepsNothing(threading.Thread):
         self.start()
 
     def run(self):
-        while True:
-            request = self._display.next_event()
-            if request.type == Xlib.X.SelectionRequest:
-                request.requestor.send_event(Xlib.protocol.event.SelectionNotify(
-                    time=request.time, requestor=request.requestor, selection=request.selection,
-                    target=request.target, property=request.property))
-                # The answer has reached the program before the test goes on.
-                self._display.sync()
-                self.asked.set()
+        with contextlib.suppress(Xlib.error.ConnectionClosedError):
+            while True:
+                self._answer(self._display.next_event())
+
+    def _answer(self, request):
+        if request.type == Xlib.X.SelectionRequest:
+            request.requestor.send_event(Xlib.protocol.event.SelectionNotify(
+                time=request.time, requestor=request.requestor, selection=request.selection,
+                target=request.target, property=request.property))
+            # The answer has reached the program before the test goes on.
+            self._display.sync()
+            self.asked.set()
 
 
 class Endings(case.InstallerTest):

@@ -36,6 +36,7 @@ void GoOnInMemory(char* owner) {
       return;
     }
   }
+  // By this name the copy knows that it is one.
   std::string name = kInMemory;
   const std::array<char*, 3> arguments{name.data(), owner, nullptr};
   fexecve(copy, arguments.data(), environ);
@@ -50,6 +51,7 @@ int main(int argc, char** argv) {
   if (std::strcmp(argv[0], kInMemory) != 0) {
     GoOnInMemory(argv[1]);
   }
+  // No file system is in use, and can be unmounted.
   if (chdir("/") != 0) {
     return 1;
   }

@@ -51,8 +51,8 @@ class Display {
   Reply<xcb_generic_event_t> NextEvent(int milliseconds);
 
   struct Property {
-    xcb_atom_t type;
-    std::string bytes;
+    xcb_atom_t type;    ///< As the sender has declared it.
+    std::string bytes;  ///< At most `limit`, in any encoding.
   };
   /// Reads and deletes a property of this window. Nothing if it can't be read, or if it is longer
   /// than `limit` bytes; then it isn't deleted.

@@ -9,6 +9,7 @@ namespace {
 
 using Kind = ClipboardAnswer::Kind;
 
+/// In bytes. Another program could fill this one's memory otherwise.
 constexpr std::uint32_t kLongestText = 64U << 20U;
 
 /// Waits for an event of that kind for which `is` is true. Null if none comes in time.
@@ -61,6 +62,7 @@ ClipboardAnswer ReadText(Display& display, xcb_atom_t target, xcb_timestamp_t no
   if (!text) {
     return {};
   }
+  // A long text is announced by its size alone; each deleted property asks for the next piece.
   return text->type == names.incr ? ReadPieces(display, patience)
                                   : ClipboardAnswer{Kind::Text, std::move(text->bytes)};
 }

@@ -35,6 +35,7 @@ String SessionClipboard::Text() {
   if (owner == XCB_NONE) {
     return {};
   }
+  // This process can't answer itself while it waits.
   return owner == ownWindow_ ? Utf8(ownText_) : Ask(owner);
 }
 
@@ -50,6 +51,7 @@ String SessionClipboard::Ask(std::uint32_t owner) {
   }
   hasAnswer_ = true;
   lastAnswer_ = Utf8(std::move(answer.bytes));
+  // Old programs offer Latin-1 only.
   if (answer.kind == ClipboardAnswer::Kind::Nothing) {
     answer = ReadText(*display_, XCB_ATOM_STRING, display_->Now(), patience);
     lastAnswer_ = FromQString(QString::fromLatin1(QByteArray::fromStdString(answer.bytes)));
@@ -61,6 +63,7 @@ void SessionClipboard::SetText(const String& text) {
   const bool isUtf8 =
       text.DeclaredEncoding() == Encoding::UTF8 || text.DeclaredEncoding() == Encoding::None;
   ownText_ = isUtf8 ? text.Bytes() : FromQString(ToQString(text)).Bytes();
+  // Not `setText`, which would replace bytes that are not valid UTF-8.
   auto* data = new QMimeData;
   data->setData(QStringLiteral("text/plain"), QByteArray::fromStdString(ownText_));
   QGuiApplication::clipboard()->setMimeData(data);
@@ -73,6 +76,7 @@ void SessionClipboard::HandOver(const std::string& helpersFolder) {
   if (ownWindow_ == XCB_NONE || Owner() != ownWindow_) {
     return;
   }
+  // The keeper reads the text from this process, which must answer it meanwhile.
   if (StartDetached({helpersFolder + "/clipboard_keeper", std::to_string(ownWindow_)})) {
     TalkToDisplay(kPatience, [&] { return Owner() != ownWindow_; });
   }

@@ -34,7 +34,9 @@ class SessionClipboard {
   void HandOver(const std::string& helpersFolder);
 
  private:
+  /// The window that owns the clipboard, or 0. Connects to the display at the first call.
   std::uint32_t Owner();
+  /// The text of another program.
   String Ask(std::uint32_t owner);
 
   std::unique_ptr<Display> display_;

@@ -49,6 +49,7 @@ std::optional<KeptText> TakeOver(Display& display, xcb_window_t owner) {
     return std::nullopt;
   }
   ClipboardAnswer answer = ReadText(display, names.utf8String, now, kPatience);
+  // In bytes: half of what one request to the display can hold.
   const std::size_t limit = std::size_t{xcb_get_maximum_request_length(display.Connection())} * 2;
   if (answer.kind != ClipboardAnswer::Kind::Text || answer.bytes.size() > limit) {
     return std::nullopt;
@@ -97,6 +98,7 @@ void TextServer::Answer(const xcb_selection_request_event_t& request) {
   const xcb_atom_t property = request.property == XCB_ATOM_NONE ? request.target : request.property;
   const bool given = Give(request.requestor, request.target, property);
   xcb_selection_notify_event_t answer{};
+  // Every request gets an answer, or the other program would wait for it.
   answer.response_type = XCB_SELECTION_NOTIFY;
   answer.time = request.time;
   answer.requestor = request.requestor;

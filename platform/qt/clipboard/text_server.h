@@ -6,8 +6,8 @@
 
 #include "platform/qt/clipboard/display.h"
 
-// Keeps a text on the clipboard for a program that ends. The text is short (a path, say): it goes
-// to each program that asks for it in one piece.
+// Keeps a text on the clipboard for a program that ends. The text is short (a path, say): it is
+// given to each program that asks for it in one piece.
 
 namespace zephin {
 
@@ -34,8 +34,10 @@ class TextServer {
   void Run();
 
  private:
+  /// Does nothing if no manager runs.
   void AskManagerToKeep();
   void Answer(const xcb_selection_request_event_t& request);
+  // False if the target is none of those offered; the property is unchanged then.
   bool Give(xcb_window_t to, xcb_atom_t target, xcb_atom_t property);
   bool GiveSeveral(xcb_window_t to, xcb_atom_t property);
 

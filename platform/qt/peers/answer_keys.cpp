@@ -78,6 +78,7 @@ QDialog* OwnWindow(QWidget* window) {
 }  // namespace
 
 bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
+  // The same key comes to the native window first, which is no widget.
   if (event->type() != QEvent::KeyPress || !watched->isWidgetType()) {
     return false;
   }
@@ -92,6 +93,7 @@ bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
 
 void ChooseQuit() {
   Application::Current().CallHandler([] {
+    // All windows are asked, hidden ones too, before anything ends.
     for (QWidget* widget : QApplication::topLevelWidgets()) {
       const auto* peer = dynamic_cast<WindowPeer*>(widget);
       if (peer != nullptr && peer->Model() != nullptr && peer->Model()->Event_CancelClose(true)) {

@@ -12,6 +12,7 @@ namespace zephin {
 /// menu.
 class KeyFilter final : public QObject {
  public:
+  /// True for a key that it has handled. The widget with the focus doesn't get that.
   bool eventFilter(QObject* watched, QEvent* event) override;
 };
 

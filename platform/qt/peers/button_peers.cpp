@@ -43,6 +43,7 @@ class ChoicePeer : public ControlPeer {
       : ControlPeer(model, button), model_(model), button_(button) {
     // Not `clicked`: a screen reader toggles the button without a click.
     connect(button, &QAbstractButton::toggled, this, [this](bool checked) {
+      // `Apply` sets the button, too, and the model would report the change back to it.
       if (checked != model_.Value()) {
         model_.SetValue(checked);
       }
@@ -96,6 +97,7 @@ class RadioPeer final : public ChoicePeer<RadioButton, RadioWidget> {
         group.push_back(button);
       }
     }
+    // At either end the focus stays: the next group of keys must not start at the other end.
     const qsizetype next = group.indexOf(dynamic_cast<RadioWidget*>(&Widget())) + by;
     if (next >= 0 && next < group.size()) {
       group[next]->setFocus(Qt::TabFocusReason);

@@ -37,6 +37,7 @@ void ControlPeer::Update() {
   if (description != widget_->accessibleDescription()) {
     widget_->setAccessibleDescription(description);
   }
+  // `Visible` comes last, so that nothing is drawn in its old state.
   Apply();
   widget_->setVisible(control_.Visible());
 }

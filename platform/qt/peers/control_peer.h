@@ -29,6 +29,7 @@ class ControlPeer : public QObject {
   /// True for a control that Tab reaches after all others although its tab index is -1.
   virtual bool ComesLastInTabOrder() const { return false; }
 
+  /// Shows the tool tip. Subclasses may handle keys before the widget gets them.
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  protected:

@@ -53,6 +53,7 @@ class ProgressPeer final : public ControlPeer {
     std::int64_t maximum = std::max<std::int64_t>(model_.Maximum(), 1);
     std::int64_t value =
         model_.Maximum() > 0 ? std::clamp<std::int64_t>(model_.Value(), 0, maximum) : 0;
+    // Halving keeps the share, to far more steps than the bar has pixels.
     while (maximum > std::numeric_limits<int>::max()) {
       maximum /= 2;
       value /= 2;

@@ -43,6 +43,7 @@ class TextFieldPeer final : public ControlPeer {
 
  protected:
   void Apply() override {
+    // Setting the same text would move the cursor to its end while the user types.
     const QString text = ToQString(model_.Text());
     if (edit_->text() != text) {
       edit_->setText(text);
@@ -61,6 +62,7 @@ class TextAreaPeer final : public ControlPeer {
  public:
   TextAreaPeer(TextArea& model, QPlainTextEdit* edit)
       : ControlPeer(model, edit), model_(model), edit_(edit) {
+    // No text of this program has tabs, and Tab must reach the buttons.
     edit->setTabChangesFocus(true);
     edit->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     edit->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);

@@ -23,6 +23,7 @@ Qt::Alignment AlignmentOf(TextAlign align) {
 class LabelPeer final : public ControlPeer {
  public:
   LabelPeer(Label& model, TextWidget* text) : ControlPeer(model, text), model_(model), text_(text) {
+    // Set when the control is made; a label never becomes a link later.
     if (model.MouseDown) {
       text->SetPressed([this](QPoint place) { Press(place); });
     }

@@ -29,7 +29,7 @@ QString WithoutLinkTags(QString source) {
 class PageView final : public QTextBrowser {
  public:
   explicit PageView(QWidget* parent) : QTextBrowser(parent) {
-    setOpenLinks(false);
+    setOpenLinks(false);  // The browser opens them, not this view.
     document()->setDocumentMargin(kMargin);
     setTextInteractionFlags(Qt::TextBrowserInteraction | ReadOnlyFlags());
   }
@@ -57,6 +57,7 @@ class PagePeer final : public ControlPeer {
 
  protected:
   void Apply() override {
+    // Setting the same page again would scroll back to its top.
     if (!shown_ || !(*shown_ == model_.Source())) {
       shown_ = model_.Source();
       view_->setHtml(WithoutLinkTags(ToQString(model_.Source())));

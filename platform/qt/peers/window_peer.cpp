@@ -101,6 +101,7 @@ void WindowPeer::UpdateSize() {
 }
 
 void WindowPeer::UpdatePosition() {
+  // Only a new position counts: the user may have moved the window since.
   const QPoint wanted(model_->Left(), model_->Top());
   if (model_->HasPosition() && wanted != position_) {
     position_ = wanted;
@@ -209,6 +210,7 @@ void WindowPeer::Appear(QWidget* over) {
 
 void WindowPeer::Disappear() {
   hide();
+  // A window can be run modally while it is run already; all of these calls return.
   for (QEventLoop* loop : modalLoops_) {
     loop->quit();
   }
@@ -249,6 +251,7 @@ void WindowPeer::reject() {
 }
 
 void WindowPeer::closeEvent(QCloseEvent* event) {
+  // The model hides its window itself, or refuses.
   event->ignore();
   if (model_ == nullptr) {
     return;
@@ -271,6 +274,7 @@ void WindowPeer::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void WindowPeer::resizeEvent(QResizeEvent* /*event*/) {
+  // The program's own changes come here as well, and must not move any control.
   if (model_ == nullptr || !model_->Resizeable() ||
       (width() == model_->Width() && height() == model_->Height())) {
     return;

@@ -54,8 +54,11 @@ class WindowPeer final : public QDialog {
   void reject() override;
 
  protected:
+  /// A request of the window manager. It quits in the main window, hides a window with a close
+  /// button, and is ignored elsewhere.
   void closeEvent(QCloseEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  /// Reports the user's new size to the model, which moves its controls.
   void resizeEvent(QResizeEvent* event) override;
 
  private:
@@ -70,7 +73,7 @@ class WindowPeer final : public QDialog {
   Window* model_;
   std::vector<std::unique_ptr<ControlPeer>> peers_;
   std::map<const Control*, ControlPeer*> peersByControl_;
-  std::vector<ControlPeer*> tabOrder_;
+  std::vector<ControlPeer*> tabOrder_;  ///< By tab index.
   QImage backdrop_;
   QPoint position_;     ///< The last position that the program has set.
   bool isNew_ = false;  ///< Shown, and nothing has waited for the display since.

@@ -136,6 +136,7 @@ QString AcceptedFolder(const QFileDialog& dialog) {
 }
 
 void SetUp(QFileDialog& dialog, const SelectFolderDialog& model) {
+  // A native dialog wouldn't take the captions.
   dialog.setOption(QFileDialog::DontUseNativeDialog);
   dialog.setOption(QFileDialog::ShowDirsOnly);
   dialog.setFileMode(QFileDialog::Directory);
@@ -157,6 +158,7 @@ void SetUp(QFileDialog& dialog, const SelectFolderDialog& model) {
 }  // namespace
 
 Ref<FolderItem> RunFolderDialog(const SelectFolderDialog& model, QWidget* over) {
+  // Before the dialog, which takes its words when it is made.
   const TranslatedWords words;
   LockedIcons icons;  // The dialog uses it until it is destroyed.
   QFileDialog dialog(over);
@@ -168,6 +170,7 @@ Ref<FolderItem> RunFolderDialog(const SelectFolderDialog& model, QWidget* over) 
   if (accepted.isEmpty()) {
     return nullptr;
   }
+  // Without "..", and without a slash at the end.
   const QString path = QDir(accepted).absolutePath();
   return MakeRef<FolderItem>(QFile::encodeName(QDir::cleanPath(path)).toStdString());
 }

@@ -67,6 +67,7 @@ QList<QUrl> PlacesOfUser() {
                   Standard(QStandardPaths::DocumentsLocation), Applications()} +
       Volumes() + Bookmarks();
   QList<QUrl> places;
+  // Desktop and documents may be the home itself, if the user has no such folders.
   for (const QUrl& place : all) {
     if (!places.contains(place) && QFileInfo(place.toLocalFile()).isDir()) {
       places.push_back(place);

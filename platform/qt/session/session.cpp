@@ -22,7 +22,8 @@
 namespace zephin {
 namespace {
 
-constexpr int kWakeInterval = 5;  ///< Milliseconds.
+/// In milliseconds. The wait for events must end now and then, to ask whether it is over.
+constexpr int kWakeInterval = 5;
 
 extern "C" void EndWithStatus0() {
   _exit(0);
@@ -118,6 +119,7 @@ bool DisplayIsThere() {
 }
 
 void EndAlwaysWithStatus0() {
+  // `_exit` in this handler replaces the status that the toolkit has passed to `exit`.
   std::atexit(EndWithStatus0);
   for (const int signal : {SIGABRT, SIGHUP, SIGINT, SIGTERM}) {
     std::signal(signal, EndOnSignal);
@@ -130,6 +132,7 @@ void EndAlwaysWithStatus0() {
 
 std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
   const ChangedEnvironment ours({
+      // The X display is also there in sessions of Wayland, and its windows can be placed.
       {"QT_QPA_PLATFORM", "xcb"},
       {"QT_QPA_PLATFORM_PLUGIN_PATH", nullptr},
       {"QT_QPA_PLATFORMTHEME", nullptr},

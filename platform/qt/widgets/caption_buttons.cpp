@@ -32,6 +32,7 @@ QString InItsDirection(const QString& caption) {
 
 template <class Captioned>
 FittedCaption Fitted(const Captioned& widget) {
+  // Fitting one after the other to the size that the last one needed ends at the smallest size.
   QFont shared = widget.font();
   const int floor = SmallestReadable(shared.pixelSize());
   for (const QObject* sibling : widget.parentWidget()->children()) {
@@ -57,7 +58,7 @@ void CaptionButton::SetCaption(const QString& caption) {
     setText(AsCaption(caption));
     setAccessibleName(caption);
     setLayoutDirection(DirectionOf(caption));
-    parentWidget()->update();
+    parentWidget()->update();  // The other buttons' letters may change with these.
   }
 }
 
@@ -70,6 +71,7 @@ void CaptionButton::paintEvent(QPaintEvent* /*event*/) {
   QStyleOptionButton option;
   initStyleOption(&option);
   const FittedCaption fitted = Fitted(*this);
+  // The style draws the caption in the painter's font, which is not the widget's own.
   option.text = AsCaption(fitted.shown);
   painter.setFont(fitted.font);
   painter.drawControl(QStyle::CE_PushButton, option);
@@ -137,6 +139,7 @@ bool ChoiceButton<Button>::hitButton(const QPoint& place) const {
 
 template <class Button>
 void ChoiceButton<Button>::nextCheckState() {
+  // A model's radio button can only be unset by another one.
   this->setChecked(std::is_same_v<Button, QRadioButton> || !this->isChecked());
 }
 

@@ -16,6 +16,7 @@ namespace zephin {
 class CaptionButton final : public QPushButton {
  public:
   using QPushButton::QPushButton;
+  /// Shows the caption letter for letter, and gives it to screen readers as the button's name.
   void SetCaption(const QString& caption);
   const QString& Caption() const { return caption_; }
   /// The width for the caption in points, without the margins.
@@ -37,7 +38,9 @@ class CaptionButton final : public QPushButton {
 template <class Button>
 class ChoiceButton final : public Button {
  public:
+  /// Without a caption at first. The parent owns the widget.
   explicit ChoiceButton(QWidget* parent) : Button(parent) {}
+  /// Shows the caption letter for letter, and gives it to screen readers as the row's name.
   void SetCaption(const QString& caption);
   const QString& Caption() const { return caption_; }
   /// The width for the caption in points, without the mark.

@@ -25,6 +25,7 @@ QTextOption OptionFor(const QString& text, const FittedText::Style& style) {
   const bool fromTheRight = text.isRightToLeft();
   const bool atItsBeginning = style.align == Qt::AlignLeft;
   QTextOption option(fromTheRight && atItsBeginning ? Qt::AlignRight : style.align);
+  // Given to each paragraph: without it, the toolkit takes the direction of the application.
   option.setTextDirection(fromTheRight ? Qt::RightToLeft : Qt::LeftToRight);
   option.setWrapMode(style.lines == FittedText::Lines::Many
                          ? QTextOption::WrapAtWordBoundaryOrAnywhere
@@ -88,6 +89,7 @@ bool FittedText::LayParagraph(const QString& text, const Style& style, const QSi
     }
     line.setLineWidth(box.width());
     line.setPosition(QPointF(0, height_));
+    // Whole points, so that the lines below are sharp.
     height_ += std::ceil(line.height());
     const QRectF ink = InkOf(line);
     const qreal bottom = style.lines == Lines::One ? ink.height() : std::min(ink.bottom(), height_);
@@ -152,7 +154,8 @@ FittedCaption FitCaption(const QString& text, QFont font, int floorPixels, qreal
   letters.replace(u'\n', u' ');
   const auto fits = [&] { return QFontMetricsF(font).horizontalAdvance(letters) <= width; };
   while (!fits() && font.pixelSize() > floorPixels) {
-    font.setPixelSize(font.pixelSize() - 1);
+    font.setPixelSize(font.pixelSize() -
+                      1);  // Smaller letters are better to read than narrow ones.
   }
   for (int stretch = 95; !fits() && stretch >= kNarrowest; stretch -= 5) {
     font.setStretch(stretch);

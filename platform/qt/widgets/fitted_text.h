@@ -41,6 +41,7 @@ class FittedText {
   bool IsWhole() const { return whole_; }
 
  private:
+  // Layout. The first two return whether everything fits.
   bool Lay(const QString& text, const Style& style, const QSizeF& box);
   bool LayParagraph(const QString& text, const Style& style, const QSizeF& box);
   void ElideLastLine(const Style& style, const QSizeF& box);

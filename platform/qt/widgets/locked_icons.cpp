@@ -26,6 +26,7 @@ void DrawLock(QPainter& painter, qreal size) {
 }  // namespace
 
 LockedIcons::LockedIcons() : open_(QApplication::style()->standardIcon(QStyle::SP_DirIcon)) {
+  // Pixmaps for the list and the side bar, made once: the list asks from another thread.
   for (const int size : {16, 32}) {
     QPixmap pixmap = open_.pixmap(QSize(size, size), qApp->devicePixelRatio(), QIcon::Disabled);
     QPainter painter(&pixmap);

@@ -10,9 +10,12 @@ namespace zephin {
 /// look as the style draws them. The list asks for icons from a thread of its own.
 class LockedIcons final : public QFileIconProvider {
  public:
+  /// Draws the icons, on the main thread. The toolkit's application must exist.
   LockedIcons();
 
   using QFileIconProvider::icon;
+  /// Asks the file system whether the user may write to the folder. Files have their usual icons.
+  /// Safe to call from any thread.
   QIcon icon(const QFileInfo& info) const override;
 
  private:

@@ -43,6 +43,7 @@ MessageWindow::MessageWindow(const QString& title, const QString& text, Sign sig
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   layout->setSpacing(kMargin);
+  // The window takes the size of its text; the user has no reason to change it.
   layout->setSizeConstraint(QLayout::SetFixedSize);
   auto* row = new QHBoxLayout;
   row->setSpacing(kMargin);
@@ -68,6 +69,7 @@ QWidget* MessageWindow::MakeText(const QString& text) {
   const QSize screen = RoomOnScreen(nullptr).size();
   const int widest = std::min(kWidest, screen.width() - 5 * kMargin - kSignSize.width());
   const int highest = screen.height() - 8 * kMargin;
+  // A text that fits is drawn: it needs no scroll bar, and can't take the focus from the button.
   if (text.size() <= kLongestUnscrolled) {
     const QSizeF size = SizeOfText(text, SystemFont(), widest);
     if (size.height() <= highest) {
@@ -95,6 +97,7 @@ void MessageWindow::Run(QWidget* over) {
   PutAbove(*this, over);
   setWindowModality(Qt::ApplicationModal);
   show();
+  // Screen readers read out an alert at once, whatever has the focus.
   QAccessibleEvent alert(this, QAccessible::Alert);
   QAccessible::updateAccessibility(&alert);
   exec();

@@ -10,8 +10,12 @@ namespace zephin {
 /// markup; one that is too long for the screen scrolls. Return and Escape close the window.
 class MessageWindow final : public QDialog {
  public:
-  enum class Sign { Information, Warning };
+  enum class Sign {
+    Information,
+    Warning,  ///< For what the user must do something about.
+  };
 
+  /// `title` and `text` may be empty. The text of a right-to-left script is aligned to the right.
   MessageWindow(const QString& title, const QString& text, Sign sign);
 
   /// Shows the window above `over`, or in the middle of the screen if that is null, and returns

@@ -12,6 +12,7 @@ namespace zephin {
 /// Draws an image from the widget's top left corner, one pixel to a point, clipped to the widget.
 class PictureWidget final : public QWidget {
  public:
+  /// Without an image at first. The parent owns the widget.
   explicit PictureWidget(QWidget* parent) : QWidget(parent) {}
   /// A null image draws nothing.
   void SetImage(QImage image);

@@ -10,6 +10,7 @@
 namespace zephin {
 namespace {
 
+/// A code of the model for the place of a window.
 constexpr int kCentreOfScreen = 4;
 /// The size of a common window manager's frame: the real one isn't known before the window is
 /// shown.
@@ -47,6 +48,7 @@ void PlaceInMiddle(QWidget& widget, QWidget* over) {
   const QRect room = RoomOnScreen(over);
   QRect place(QPoint(0, 0), widget.size());
   place.moveCenter(over != nullptr ? over->geometry().center() : room.center());
+  // The top left corner wins where the window is larger than the room: it has the title bar.
   place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() - place.width() + 1)));
   place.moveTop(std::max(room.top(), std::min(place.top(), room.bottom() - place.height() + 1)));
   widget.setGeometry(place);

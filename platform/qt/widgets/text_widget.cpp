@@ -25,6 +25,7 @@ void TextWidget::SetText(const QString& text, const FittedText::Style& style, co
 
 void TextWidget::SetPressed(std::function<void(QPoint)> pressed) {
   Pressed = std::move(pressed);
+  // Not StrongFocus: a click follows the link, and leaves the focus where the user works.
   setCursor(Qt::PointingHandCursor);
   setFocusPolicy(Qt::TabFocus);
 }
@@ -47,7 +48,7 @@ void TextWidget::paintEvent(QPaintEvent* /*event*/) {
   if (hasFocus()) {
     QStyleOptionFocusRect option;
     option.initFrom(this);
-    option.state |= QStyle::State_KeyboardFocusChange;
+    option.state |= QStyle::State_KeyboardFocusChange;  // Otherwise some styles draw nothing.
     style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
   }
 }
@@ -60,7 +61,7 @@ void TextWidget::mousePressEvent(QMouseEvent* event) {
   if (IsLink() && event->button() == Qt::LeftButton) {
     Press(event->position().toPoint());
   } else {
-    event->ignore();
+    event->ignore();  // The window behind gets it.
   }
 }
 

@@ -1,5 +1,5 @@
-#ifndef PLATFORM_QT_SESSION_ACCESSIBILITY_H_
-#define PLATFORM_QT_SESSION_ACCESSIBILITY_H_
+#ifndef PLATFORM_QT_PEERS_ACCESSIBILITY_H_
+#define PLATFORM_QT_PEERS_ACCESSIBILITY_H_
 
 namespace zephin {
 
@@ -10,4 +10,4 @@ void SetUpAccessibility();
 
 }  // namespace zephin
 
-#endif  // PLATFORM_QT_SESSION_ACCESSIBILITY_H_
+#endif  // PLATFORM_QT_PEERS_ACCESSIBILITY_H_

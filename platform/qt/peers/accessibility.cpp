@@ -1,4 +1,4 @@
-#include "platform/qt/session/accessibility.h"
+#include "platform/qt/peers/accessibility.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -70,6 +70,7 @@ bool IsMainWindow(const WindowPeer& window) {
   return window.Model() != nullptr && window.Model()->ClosesAsQuit();
 }
 
+/// The toolkit owns the interfaces. Null lets it make its own.
 QAccessibleInterface* MakeInterface(const QString& /*className*/, QObject* object) {
   if (auto* text = dynamic_cast<TextWidget*>(object)) {
     if (text->IsLink()) {
