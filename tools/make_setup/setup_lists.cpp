@@ -117,7 +117,11 @@ CopyCommand ReadCommand(Fields& entry) {
   }
   CopyCommand copy{CopyVerb::Copy, Utf8(entry.NeededText("copy")), Utf8(entry.NeededText("to"))};
   const String folder = Utf8(entry.Text("ifFolder"));
-  if (entry.Flag("ifNothingThere")) {
+  const bool ifNothingThere = entry.Flag("ifNothingThere");
+  if (ifNothingThere && !folder.IsEmpty()) {
+    throw SetupError(R"(ifFolder: must not come together with "ifNothingThere")");
+  }
+  if (ifNothingThere) {
     copy.condition = CopyCondition::NothingThere;
   } else if (!folder.IsEmpty()) {
     copy.condition = CopyCondition::FolderExists;
