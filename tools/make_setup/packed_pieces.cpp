@@ -82,7 +82,7 @@ std::string ReadPiece(const Piece& piece) {
   if (!stream.seekg(static_cast<std::streamoff>(piece.position)) ||
       !stream.read(content.data(), static_cast<std::streamsize>(content.size())) ||
       (piece.last && stream.peek() != std::ifstream::traits_type::eof())) {
-    throw SetupError(piece.file.string() + ": can't be read, or changes at this moment");
+    throw SetupError(piece.file + ": can't be read, or changes at this moment");
   }
   return content;
 }
@@ -106,7 +106,7 @@ PackedPiece Pack(const Piece& piece, libdeflate_compressor* compressor) {
 
 }  // namespace
 
-std::vector<Piece> PiecesOf(const std::filesystem::path& file, std::uint64_t size) {
+std::vector<Piece> PiecesOf(const std::string& file, std::uint64_t size) {
   std::vector<Piece> pieces;
   std::uint64_t position = 0;
   do {

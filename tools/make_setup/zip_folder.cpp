@@ -62,7 +62,7 @@ class Plan {
       case ItemKind::File: {
         added.entry.mode = kUnixFile | mode;
         added.entry.time = UnixTime(path);
-        const std::vector<Piece> own = PiecesOf(path, item.size);
+        const std::vector<Piece> own = PiecesOf(path.string(), item.size);
         added.pieces = own.size();
         pieces.insert(pieces.end(), own.begin(), own.end());
         break;
