@@ -30,6 +30,7 @@ void CheckPlaces(const fs::path& folder, const fs::path& stub, const fs::path& o
   if (fs::exists(fs::symlink_status(output)) && !IsBundle(output)) {
     throw SetupError(output.string() + ": exists and is no bundle, so it is not replaced");
   }
+  // A payload that contained the bundle would grow with each run.
   const fs::path place = fs::weakly_canonical(output);
   if (IsBelow(place.lexically_relative(fs::canonical(folder)).string())) {
     throw SetupError(output.string() + ": must not be inside the setup's own folder");
@@ -57,6 +58,7 @@ class Work {
     const fs::path tree = PayloadTree();
     const std::vector<TreeItem> payload = At("payload", [&] { return ListTree(tree); });
     CheckSetup(setup_, payload, warn_);
+    // At once, since packing may take long.
     RefuseWarnings();
     const Contents payloadContents = ContentsOf(payload);
     Contents all = payloadContents;
@@ -88,6 +90,7 @@ class Work {
         setup_.record.fTargetFolder.Bytes() + (setup_.record.fInstallationPatch ? "Patch" : "");
     const fs::path payload = resources_ / kPayloadFile;
     At("payload", [&] { WritePayload(tree, topName, payload, report_); });
+    // Before the payload is cut: the installer joins the pieces and then looks at the whole length.
     CheckExpansionTime(contents, fs::file_size(payload), warn_);
     if (setup_.pieceSize != 0) {
       At("pieceSize", [&] { CutIntoPieces(payload, setup_.pieceSize, resources_, beside_); });
@@ -97,6 +100,7 @@ class Work {
   void AddArchives() const {
     for (const ArchiveSource& archive : setup_.archives) {
       const fs::path path = (archive.download ? beside_ : resources_) / archive.name;
+      // Without a top-level folder: the installer expands into one of the name in the record.
       ZipFolder(archive.folder, path, {.report = report_});
       const auto size = static_cast<std::int64_t>(fs::file_size(path));
       if (archive.download && size < kSmallestDownload) {
@@ -163,6 +167,7 @@ BundleResult MakeBundle(const BundleRequest& request, Observer& observer) {
   BundleResult result;
   result.packed = At((request.folder / "setup.json").string(), [&] { return work.Run(); });
   WriteDesktopEntry(request.output.stem().string(), beside);
+  // Counted before the bundle is in its place, so that no error can follow.
   result.size = ContentsOf(ListTree(bundle)).bytes;
   result.beside = NamesIn(beside);
   observer.Packed({});

@@ -82,7 +82,8 @@ class Checks {
   }
 
   void CheckPictures() const {
-    // The sizes of the main window's two canvases and of the window itself.
+    // The sizes of the main window's two canvases and of the window itself. What is larger is drawn
+    // from the top left corner and cut off.
     const auto check = [this](const char* field, std::int64_t width, std::int64_t height,
                               std::int64_t mostWidth, std::int64_t mostHeight) {
       if (width > mostWidth || height > mostHeight) {
@@ -113,7 +114,7 @@ class Checks {
     const bool hasFile = std::any_of(payload_.begin(), payload_.end(), [](const auto& item) {
       return item.second != ItemKind::Folder;
     });
-    // A patch that deletes a folder at the root contains no file.
+    // A patch that only deletes a folder at the root contains no file.
     if (setup_.patch ? payload_.empty() : !hasFile) {
       warn_(setup_.patch ? "patch: must change something: both folders have the same contents"
                          : "payload: must contain a file");
@@ -208,6 +209,7 @@ class Checks {
   }
 
   bool Has(const std::string& path) const {
+    // "./a" and "a/" name the same item as "a".
     std::string normal = fs::path(path).lexically_normal().string();
     if (normal.ends_with('/')) {
       normal.pop_back();
@@ -242,6 +244,7 @@ Contents ContentsOf(const std::vector<TreeItem>& tree) {
 }
 
 void CheckExpansionTime(const Contents& contents, std::uint64_t archive, const Warn& warn) {
+  // An assumption: what a slow computer reaches.
   constexpr std::uint64_t kBytesPerSecond = 100'000'000;
   constexpr std::uint64_t kFilesPerSecond = 10'000;
   constexpr std::int64_t kTicksPerSecond = 60;

@@ -10,6 +10,7 @@ namespace {
 
 using nlohmann::json;
 
+/// Values are searched recursively, so a file of brackets alone could use up the stack.
 constexpr int kDeepest = 10;
 
 std::string Line(const json& value) {
@@ -32,6 +33,7 @@ void Substitute(std::string& text, const Values& values) {
                        R"(: must be one of the names in "defaults")");
     }
     text.replace(at, end - at + 1, value->second);
+    // Behind the value, which is not replaced again.
     at += value->second.size();
   }
 }
@@ -160,6 +162,7 @@ json ReadJson(const std::string& path, const Values& values) {
   }
   Values all = values;
   const json defaults = document.value("defaults", json::object());
+  // Its own values are plain: a default can't refer to another one.
   document.erase("defaults");
   At("defaults", [&] {
     Fields fields(defaults);

@@ -76,6 +76,7 @@ void LeaveOpen(std::string& stream) {
 
 std::string ReadPiece(const Piece& piece) {
   std::ifstream stream;
+  // Whole pieces are read at once, so a buffer would only copy them.
   stream.rdbuf()->pubsetbuf(nullptr, 0);
   stream.open(piece.file, std::ios::binary);
   std::string content(piece.length, '\0');
@@ -100,6 +101,7 @@ PackedPiece Pack(const Piece& piece, libdeflate_compressor* compressor) {
     packed.bytes = std::move(content);
     packed.stored = true;
   }
+  // The room was taken for the worst case, and many results may wait.
   packed.bytes.shrink_to_fit();
   return packed;
 }
@@ -151,6 +153,7 @@ PackedPiece PackedPieces::Next() {
 }
 
 void PackedPieces::Work() {
+  // One for each thread: it has work space of its own.
   const Compressor compressor(libdeflate_alloc_compressor(kLevel), &libdeflate_free_compressor);
   std::unique_lock lock(mutex_);
   for (;;) {

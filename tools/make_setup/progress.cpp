@@ -14,6 +14,7 @@ constexpr std::chrono::milliseconds kBetweenLines{100};
 /// Carriage return, and the code that clears a terminal's line.
 constexpr const char* kClearLine = "\r\x1B[K";
 
+/// The only thing that a handler may write to. Whoever packs looks at it.
 volatile std::sig_atomic_t caughtSignal = 0;
 
 void Catch(int signal) {
@@ -49,6 +50,7 @@ void Progress::Packed(const Contents& more) {
     return;
   }
   next_ = now + kBetweenLines;
+  // As if the rest packed as fast as what is done.
   const double spent = std::chrono::duration<double>(now - start_).count();
   const double left = spent * static_cast<double>(all_.bytes - std::min(done_.bytes, all_.bytes)) /
                       static_cast<double>(done_.bytes);
@@ -73,6 +75,7 @@ void EndBySignals() {
 
 void RaiseSignal() {
   if (const int signal = caughtSignal; signal != 0) {
+    // A shell sees an ordinary exit status as a program that went on after Ctrl-C.
     std::signal(signal, SIG_DFL);
     (void)std::raise(signal);
   }
