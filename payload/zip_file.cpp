@@ -7,26 +7,12 @@
 #include "platform/framework/application.h"
 #include "platform/framework/machine.h"
 #include "platform/framework/shell.h"
+#include "setup/limits.h"
 #include "util/paths.h"
 #include "util/process.h"
 
 namespace zephin {
 namespace {
-
-/// The time for the expansion of an archive of `length` bytes, in ticks of 1/60 second: half a
-/// second for each started 3,000,000 bytes, doubled on a slow system. A large archive gets half of
-/// that, a very large one a quarter, since it holds fewer and larger files for its size.
-std::int64_t ExpansionTicks(std::int64_t length, bool slow) {
-  constexpr std::int64_t kStep = 3'000'000;
-  constexpr std::int64_t kTicksPerStep = 30;
-  constexpr std::int64_t kLarge = 30'000'000;
-  constexpr std::int64_t kVeryLarge = 300'000'000;
-  const std::int64_t duration = (length / kStep + 1) * kTicksPerStep * (slow ? 2 : 1);
-  if (length > kVeryLarge) {
-    return duration / 4;
-  }
-  return length > kLarge ? duration / 2 : duration;
-}
 
 /// One release of the system expands at half the speed of the others: the one with the minor
 /// version 13. The major version must be known, but its value is ignored.

@@ -1,15 +1,15 @@
 #include "tools/make_setup/bundle.h"
 
+#include <algorithm>
+
 #include "setup/bundle_files.h"
 #include "setup/limits.h"
-#include "tools/make_setup/files.h"
 #include "tools/make_setup/patch_tree.h"
 #include "tools/make_setup/payload.h"
 #include "tools/make_setup/publish.h"
 #include "tools/make_setup/record_writer.h"
 #include "tools/make_setup/setup_error.h"
 #include "tools/make_setup/setup_file.h"
-#include "tools/make_setup/zip_folder.h"
 
 namespace zephin::make_setup {
 namespace {
@@ -30,6 +30,7 @@ void CheckPlaces(const fs::path& folder, const fs::path& stub, const fs::path& o
   if (fs::exists(fs::symlink_status(output)) && !IsBundle(output)) {
     throw SetupError(output.string() + ": exists and is no bundle, so it is not replaced");
   }
+  // A payload that contained the bundle would grow with each run.
   const fs::path place = fs::weakly_canonical(output);
   if (IsBelow(place.lexically_relative(fs::canonical(folder)).string())) {
     throw SetupError(output.string() + ": must not be inside the setup's own folder");
@@ -39,67 +40,146 @@ void CheckPlaces(const fs::path& folder, const fs::path& stub, const fs::path& o
   }
 }
 
-void MakePayload(const Setup& setup, const fs::path& scratch, const fs::path& resources,
-                 const fs::path& beside) {
-  fs::path tree = setup.payload;
-  if (setup.patch) {
-    tree = scratch / "patch";
-    At("patch", [&] { MakePatchTree(setup.patch->oldFolder, setup.patch->newFolder, tree); });
-  }
-  const std::string topName =
-      setup.record.fTargetFolder.Bytes() + (setup.record.fInstallationPatch ? "Patch" : "");
-  At("payload", [&] { WritePayload(tree, topName, resources / kPayloadFile); });
-  if (setup.pieceSize != 0) {
-    At("pieceSize",
-       [&] { CutIntoPieces(resources / kPayloadFile, setup.pieceSize, resources, beside); });
-  }
-}
+/// Makes the parts of a bundle that come from the setup: its resources, and what belongs beside it.
+class Work {
+ public:
+  Work(const BundleRequest& request, Setup setup, const fs::path& scratch, Observer& observer)
+      : request_(request),
+        setup_(std::move(setup)),
+        resources_(scratch / "bundle" / "Contents" / "Resources"),
+        beside_(scratch / "beside"),
+        patch_(scratch / "patch"),
+        observer_(observer) {}
 
-void AddArchives(const Setup& setup, const fs::path& resources, const fs::path& beside) {
-  for (const ArchiveSource& archive : setup.archives) {
-    const fs::path path = (archive.download ? beside : resources) / archive.name;
-    ZipFolder(archive.folder, path);
-    const auto size = static_cast<std::int64_t>(fs::file_size(path));
-    if (archive.download && size < kSmallestDownload) {
-      throw SetupError(archive.folder.string() + ": its archive must have at least " +
-                       std::to_string(kSmallestDownload) + " bytes to be downloaded, has " +
-                       std::to_string(size));
+  /// Gives what has been packed.
+  Contents Run() {
+    fs::create_directories(resources_);
+    fs::create_directories(beside_);
+    const fs::path tree = PayloadTree();
+    const std::vector<TreeItem> payload = At("payload", [&] { return ListTree(tree); });
+    CheckSetup(setup_, payload, warn_);
+    // At once, since packing may take long.
+    RefuseWarnings();
+    const Contents payloadContents = ContentsOf(payload);
+    Contents all = payloadContents;
+    for (const ArchiveSource& archive : setup_.archives) {
+      const Contents contents = ContentsOf(ListTree(archive.folder));
+      all.files += contents.files;
+      all.bytes += contents.bytes;
+    }
+    observer_.BeginPacking(all);
+    WriteRecord(setup_.record, resources_);
+    AddPayload(tree, payloadContents);
+    AddArchives();
+    AddHelpers();
+    RefuseWarnings();
+    return all;
+  }
+
+ private:
+  fs::path PayloadTree() const {
+    if (!setup_.patch) {
+      return setup_.payload;
+    }
+    At("patch", [&] { MakePatchTree(setup_.patch->oldFolder, setup_.patch->newFolder, patch_); });
+    return patch_;
+  }
+
+  void AddPayload(const fs::path& tree, const Contents& contents) const {
+    const std::string topName =
+        setup_.record.fTargetFolder.Bytes() + (setup_.record.fInstallationPatch ? "Patch" : "");
+    const fs::path payload = resources_ / kPayloadFile;
+    At("payload", [&] { WritePayload(tree, topName, payload, report_); });
+    // Before the payload is cut: the installer joins the pieces and then looks at the whole length.
+    CheckExpansionTime(contents, fs::file_size(payload), warn_);
+    if (setup_.pieceSize != 0) {
+      At("pieceSize", [&] { CutIntoPieces(payload, setup_.pieceSize, resources_, beside_); });
     }
   }
-}
 
-void AddHelpers(const Setup& setup, const fs::path& resources) {
-  for (const fs::path& helper : setup.helpers) {
-    const fs::path to = resources / helper.filename();
-    if (fs::exists(to)) {
-      throw SetupError("helpers: " + helper.string() +
-                       ": must have another name, which exists in the bundle already");
+  void AddArchives() const {
+    for (const ArchiveSource& archive : setup_.archives) {
+      const fs::path path = (archive.download ? beside_ : resources_) / archive.name;
+      // Without a top-level folder: the installer expands into one of the name in the record.
+      ZipFolder(archive.folder, path, {.report = report_});
+      const auto size = static_cast<std::int64_t>(fs::file_size(path));
+      if (archive.download && size < kSmallestDownload) {
+        throw SetupError("fInstallOptions: " + archive.folder.string() +
+                         ": its archive must have at least " + std::to_string(kSmallestDownload) +
+                         " bytes to be downloaded, has " + std::to_string(size));
+      }
     }
-    fs::copy(helper, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
   }
+
+  void AddHelpers() const {
+    for (const fs::path& helper : setup_.helpers) {
+      const fs::path to = resources_ / helper.filename();
+      if (fs::exists(to)) {
+        throw SetupError("helpers: " + helper.string() +
+                         ": must have another name, which exists in the bundle already");
+      }
+      fs::copy(helper, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+      observer_.Packed({});
+    }
+  }
+
+  void RefuseWarnings() const {
+    if (request_.strict && warnings_ > 0) {
+      throw SetupError("nothing is made, since warnings count as errors (--strict)");
+    }
+  }
+
+  const BundleRequest& request_;
+  Setup setup_;
+  fs::path resources_;
+  fs::path beside_;
+  fs::path patch_;
+  Observer& observer_;
+  int warnings_ = 0;
+  Warn warn_ = [this](const std::string& warning) {
+    ++warnings_;
+    observer_.Warn((request_.folder / "setup.json").string() + ": " + warning);
+  };
+  PackReport report_ = [this](std::uint64_t files, std::uint64_t bytes) {
+    observer_.Packed({files, bytes});
+  };
+};
+
+std::vector<std::string> NamesIn(const fs::path& folder) {
+  std::vector<std::string> names;
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+    names.push_back(entry.path().filename().string());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
 }
 
 }  // namespace
 
-void MakeBundle(const fs::path& folder, const fs::path& stub, const fs::path& output,
-                const std::map<std::string, std::string>& values) {
-  const Setup setup = ReadSetup(folder, values);
-  CheckPlaces(folder, stub, output);
-  const ScratchFolder scratch(output);
+BundleResult MakeBundle(const BundleRequest& request, Observer& observer) {
+  Setup setup = ReadSetup(request.folder, request.values);
+  CheckPlaces(request.folder, request.stub, request.output);
+  const ScratchFolder scratch(request.output);
   const fs::path bundle = scratch.Path() / "bundle";
-  const fs::path resources = bundle / "Contents" / "Resources";
   const fs::path beside = scratch.Path() / "beside";
-  CopyTree(stub, bundle);
-  fs::create_directories(resources);
-  fs::create_directory(beside);
-  WriteDesktopEntry(output.stem().string(), beside);
-  At((folder / "setup.json").string(), [&] {
-    WriteRecord(setup.record, resources);
-    MakePayload(setup, scratch.Path(), resources, beside);
-    AddArchives(setup, resources, beside);
-    AddHelpers(setup, resources);
-  });
-  Publish(bundle, beside, output, scratch.Path() / "replaced");
+  CopyTree(request.stub, bundle);
+  Work work(request, std::move(setup), scratch.Path(), observer);
+  BundleResult result;
+  result.packed = At((request.folder / "setup.json").string(), [&] { return work.Run(); });
+  WriteDesktopEntry(request.output.stem().string(), beside);
+  // Counted before the bundle is in its place, so that no error can follow.
+  result.size = ContentsOf(ListTree(bundle)).bytes;
+  result.beside = NamesIn(beside);
+  observer.Packed({});
+  Publish(bundle, beside, request.output, scratch.Path() / "replaced");
+  return result;
+}
+
+void CheckBundle(const BundleRequest& request, Observer& observer) {
+  Setup setup = ReadSetup(request.folder, request.values);
+  const ScratchFolder scratch(fs::temp_directory_path() / "check");
+  Work work(request, std::move(setup), scratch.Path(), observer);
+  At((request.folder / "setup.json").string(), [&] { return work.Run(); });
 }
 
 }  // namespace zephin::make_setup

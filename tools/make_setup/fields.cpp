@@ -1,5 +1,7 @@
 #include "tools/make_setup/fields.h"
 
+#include <algorithm>
+
 #include "tools/make_setup/files.h"
 #include "tools/make_setup/setup_error.h"
 
@@ -8,6 +10,7 @@ namespace {
 
 using nlohmann::json;
 
+/// Values are searched recursively, so a file of brackets alone could use up the stack.
 constexpr int kDeepest = 10;
 
 std::string Line(const json& value) {
@@ -30,6 +33,7 @@ void Substitute(std::string& text, const Values& values) {
                        R"(: must be one of the names in "defaults")");
     }
     text.replace(at, end - at + 1, value->second);
+    // Behind the value, which is not replaced again.
     at += value->second.size();
   }
 }
@@ -37,7 +41,11 @@ void Substitute(std::string& text, const Values& values) {
 void SubstituteAll(json& value, const Values& values) {
   if (value.is_string()) {
     Substitute(value.get_ref<std::string&>(), values);
-  } else if (value.is_structured()) {
+  } else if (value.is_object()) {
+    for (const auto& [name, child] : value.items()) {
+      At(name, [&part = child, &values] { SubstituteAll(part, values); });
+    }
+  } else if (value.is_array()) {
     for (json& child : value) {
       SubstituteAll(child, values);
     }
@@ -140,17 +148,21 @@ json ReadJson(const std::string& path, const Values& values) {
     }
     return true;
   };
+  const std::string text = ReadFile(path);
   json document;
   try {
-    document = json::parse(ReadFile(path), shallow, true, true);
-  } catch (const json::exception& error) {
-    throw SetupError(error.what());
+    document = json::parse(text, shallow, true, true);
+  } catch (const json::parse_error& error) {
+    const std::size_t end = std::min(error.byte, text.size());
+    const auto lines = std::count(text.data(), text.data() + end, '\n');
+    throw SetupError("line " + std::to_string(lines + 1) + ": must be valid JSON");
   }
   if (!document.is_object()) {
     throw SetupError("must be an object, in braces");
   }
   Values all = values;
   const json defaults = document.value("defaults", json::object());
+  // Its own values are plain: a default can't refer to another one.
   document.erase("defaults");
   At("defaults", [&] {
     Fields fields(defaults);

@@ -18,6 +18,7 @@ namespace fs = std::filesystem;
 void List(const fs::path& root, const std::string& below, std::vector<TreeItem>& items) {
   std::vector<fs::directory_entry> entries;
   std::copy(fs::directory_iterator(root / below), {}, std::back_inserter(entries));
+  // The order of a directory differs between disks, and the archive has to be the same.
   std::sort(entries.begin(), entries.end());
   for (const fs::directory_entry& entry : entries) {
     const fs::file_status status = entry.symlink_status();
@@ -78,6 +79,7 @@ void FileWriter::Write(std::span<const char> block) {
 void FileWriter::Overwrite(std::uint64_t position, std::span<const char> block) {
   stream_.seekp(static_cast<std::streamoff>(position));
   Write(block);
+  // Back to where `Write` appends.
   stream_.seekp(0, std::ios::end);
   Check();
 }

@@ -114,6 +114,7 @@ std::string SelectionList(const std::vector<SelectionEntry>& entries) {
 }
 
 std::string CopyList(const std::vector<CopyCommand>& commands) {
+  // Before the entries are joined: the message about a path is clearer than the one about an entry.
   std::for_each(commands.begin(), commands.end(), CheckPaths);
   return JoinChecked(commands, kCopySeparator, Entry, ReadCopyList,
                      R"(no path may contain "|", "=" or, where it has a meaning there, ";", "]" )"

@@ -76,13 +76,14 @@ void LeaveOpen(std::string& stream) {
 
 std::string ReadPiece(const Piece& piece) {
   std::ifstream stream;
+  // Whole pieces are read at once, so a buffer would only copy them.
   stream.rdbuf()->pubsetbuf(nullptr, 0);
   stream.open(piece.file, std::ios::binary);
   std::string content(piece.length, '\0');
   if (!stream.seekg(static_cast<std::streamoff>(piece.position)) ||
       !stream.read(content.data(), static_cast<std::streamsize>(content.size())) ||
       (piece.last && stream.peek() != std::ifstream::traits_type::eof())) {
-    throw SetupError(piece.file.string() + ": can't be read, or changes at this moment");
+    throw SetupError(piece.file + ": can't be read, or changes at this moment");
   }
   return content;
 }
@@ -100,13 +101,14 @@ PackedPiece Pack(const Piece& piece, libdeflate_compressor* compressor) {
     packed.bytes = std::move(content);
     packed.stored = true;
   }
+  // The room was taken for the worst case, and many results may wait.
   packed.bytes.shrink_to_fit();
   return packed;
 }
 
 }  // namespace
 
-std::vector<Piece> PiecesOf(const std::filesystem::path& file, std::uint64_t size) {
+std::vector<Piece> PiecesOf(const std::string& file, std::uint64_t size) {
   std::vector<Piece> pieces;
   std::uint64_t position = 0;
   do {
@@ -151,6 +153,7 @@ PackedPiece PackedPieces::Next() {
 }
 
 void PackedPieces::Work() {
+  // One for each thread: it has work space of its own.
   const Compressor compressor(libdeflate_alloc_compressor(kLevel), &libdeflate_free_compressor);
   std::unique_lock lock(mutex_);
   for (;;) {

@@ -4,7 +4,6 @@
 #include <condition_variable>
 #include <cstdint>
 #include <exception>
-#include <filesystem>
 #include <map>
 #include <mutex>
 #include <string>
@@ -16,7 +15,8 @@ namespace zephin::make_setup {
 /// Part of a file, small enough to be held in memory. A file has one piece or, if it is large,
 /// several in a row.
 struct Piece {
-  std::filesystem::path file;
+  /// A plain text, since a path object takes many times the memory and there are many pieces.
+  std::string file;
   std::uint64_t position = 0;  ///< In the file, in bytes, as the length.
   std::uint64_t length = 0;    ///< At most kLongestPiece; 0 only for an empty file.
   bool first = true;
@@ -26,7 +26,7 @@ struct Piece {
 inline constexpr std::uint64_t kLongestPiece = 1 << 20;
 
 /// The pieces of a file of `size` bytes.
-std::vector<Piece> PiecesOf(const std::filesystem::path& file, std::uint64_t size);
+std::vector<Piece> PiecesOf(const std::string& file, std::uint64_t size);
 
 struct PackedPiece {
   /// Those of all pieces of a file, joined, are one deflate stream. A file of one piece that

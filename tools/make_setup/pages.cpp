@@ -40,6 +40,7 @@ void CheckKind(const String& page, PageKind kind) {
 }  // namespace
 
 String MakePage(std::string utf8, PageKind kind, PageForm form) {
+  // The record knows one kind of line end, written as "|" or as a line feed in digits.
   UnifyLineEnds(utf8);
   const String page = Utf8(utf8);
   if (ConvertEncoding(page, Encoding::UTF16).DeclaredEncoding() != Encoding::UTF16) {
@@ -72,6 +73,7 @@ String ReadPage(const std::filesystem::path& folder, const std::string& name, Pa
   if (text.starts_with(kByteOrderMark)) {
     text.erase(0, kByteOrderMark.size());
   }
+  // Editors end a file with a line end, which would be an empty line in the window.
   if (text.ends_with('\n')) {
     text.pop_back();
   }

@@ -12,6 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// In a name: the installer deletes the item of that name without it.
 constexpr const char* kMarker = "*Delete*";
 /// Bytes of a file name on the file systems of all desktops.
 constexpr std::size_t kLongestName = 255;
@@ -132,6 +133,7 @@ class PatchMaker {
         return;
       }
     }
+    // The installer creates folders only on the way to a file.
     throw SetupError(folder + ": must contain a file: a patch can't add an empty folder");
   }
 
@@ -144,6 +146,7 @@ class PatchMaker {
   void Take(const TreeItem& item) {
     fs::create_directories((patch_ / item.path).parent_path());
     fs::copy_file(newTree_ / item.path, patch_ / item.path);
+    // So that the archive has the times of the new version.
     fs::last_write_time(patch_ / item.path, fs::last_write_time(newTree_ / item.path));
   }
 

@@ -22,6 +22,7 @@ class Writer {
   std::string operator()(FlagPosition position) const { return record_.*position.flag ? "1" : "0"; }
   std::string operator()(NumberPosition position) const {
     const std::int64_t number = record_.*position.number;
+    // Empty reads as 0, and is what records without the number have.
     return number == 0 ? "" : std::to_string(number);
   }
   std::string operator()(PicturePosition position) const {
@@ -34,6 +35,7 @@ class Writer {
   std::string operator()(CaptionsPosition position) const {
     const Array<String>& captions = record_.*position.captions;
     std::string list;
+    // All of them, also where the record has fewer: the installer looks each one up without a test.
     for (const CaptionRow& row : kCaptions) {
       const std::int64_t index = IndexOf(row.caption);
       const std::string caption = index < captions.Count() ? captions(index).Bytes() : "";

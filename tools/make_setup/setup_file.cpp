@@ -58,6 +58,7 @@ class FieldReader {
     }
   }
   void operator()(PagePosition position) const {
+    // Text can't be asked for: the value may be an object.
     if (fields_.Has(name_)) {
       record_.*position.page = At(name_, [&] { return Page(fields_.Value(name_)); });
     }
@@ -90,6 +91,7 @@ class FieldReader {
     Fields captions(value);
     Array<String> list;
     for (const CaptionRow& row : kCaptions) {
+      // An index that nothing uses has an empty entry, which keeps the numbers of the others.
       list.Append(*row.name == '\0' ? String() : Utf8(captions.Text(row.name)));
     }
     captions.RefuseOthers();

@@ -36,6 +36,7 @@ void AddArchive(std::vector<ArchiveSource>& archives, const ArchiveSource& archi
 /// Adds the archive of a folder, and gives the archive's name.
 std::string PackSource(const fs::path& folder, Setup& setup) {
   fs::path source = folder.lexically_normal();
+  // "options/fonts/" is the folder "fonts", too.
   if (!source.has_filename()) {
     source = source.parent_path();
   }
@@ -64,6 +65,7 @@ SelectionEntry ReadEntry(Fields& entry, Download download, const fs::path& folde
                            Utf8(entry.Text("folder")), Utf8(entry.Text("tip"))};
   const std::string& source = selection.source.Bytes();
   if (selection.folder.IsEmpty()) {
+    // The target folder's own name means the target folder itself.
     selection.folder = setup.record.fTargetFolder;
   } else if (!IsBelow(selection.folder.Bytes())) {
     throw SetupError("folder: " + Quoted(selection.folder.Bytes()) +
@@ -88,8 +90,10 @@ String ReadSelection(Fields& fields, const std::string& field, Download download
   std::vector<SelectionEntry> entries;
   fields.ForEach(field, [&](Fields& entry) {
     const SelectionEntry selection = ReadEntry(entry, download, folder, setup);
+    // Checked here, where an error gets the number of the entry.
     (void)SelectionList({selection});
     for (const SelectionEntry& each : entries) {
+      // The installer finds a picked entry by its caption, and ignores letter case.
       if (TextEquals(each.caption, selection.caption)) {
         throw SetupError("caption: " + Quoted(selection.caption.Bytes()) +
                          ": must differ from those of the other entries");
@@ -117,7 +121,11 @@ CopyCommand ReadCommand(Fields& entry) {
   }
   CopyCommand copy{CopyVerb::Copy, Utf8(entry.NeededText("copy")), Utf8(entry.NeededText("to"))};
   const String folder = Utf8(entry.Text("ifFolder"));
-  if (entry.Flag("ifNothingThere")) {
+  const bool ifNothingThere = entry.Flag("ifNothingThere");
+  if (ifNothingThere && !folder.IsEmpty()) {
+    throw SetupError(R"(ifFolder: must not come together with "ifNothingThere")");
+  }
+  if (ifNothingThere) {
     copy.condition = CopyCondition::NothingThere;
   } else if (!folder.IsEmpty()) {
     copy.condition = CopyCondition::FolderExists;

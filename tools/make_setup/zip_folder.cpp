@@ -42,6 +42,7 @@ class Plan {
     }
     if (!topName.empty()) {
       prefix_ = topName + "/";
+      // With the rights of the folder itself, which the installed folder gets.
       const fs::perms mode = fs::status(folder_).permissions() & fs::perms::all;
       Add({"", ItemKind::Folder, mode, 0});
     }
@@ -62,7 +63,7 @@ class Plan {
       case ItemKind::File: {
         added.entry.mode = kUnixFile | mode;
         added.entry.time = UnixTime(path);
-        const std::vector<Piece> own = PiecesOf(path, item.size);
+        const std::vector<Piece> own = PiecesOf(path.string(), item.size);
         added.pieces = own.size();
         pieces.insert(pieces.end(), own.begin(), own.end());
         break;
@@ -142,6 +143,7 @@ void ZipFolder(const fs::path& folder, const fs::path& archive, const ZipOptions
     ZipWriter zip(archive, options.form);
     WriteArchive(plan, zip, options);
   } catch (...) {
+    // Also after an end by the caller's report.
     std::error_code ignored;
     fs::remove(archive, ignored);
     throw;

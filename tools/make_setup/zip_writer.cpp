@@ -158,6 +158,7 @@ std::string ZipWriter::DirectoryHeader(const Written& item) {
     large = {entry.size, item.packedSize};
   }
   const bool isFar = item.position >= kElsewhere;
+  // The order in this field is fixed: sizes, then the position, each only where it is needed.
   if (isFar) {
     large.push_back(item.position);
   }
@@ -169,10 +170,10 @@ std::string ZipWriter::DirectoryHeader(const Written& item) {
   Put16(header, version);
   PutDescription(header, entry, item.packedSize);
   Put16(header, extra.size());
-  Put16(header, 0);  // Length of the comment.
-  Put16(header, 0);  // Number of the disk.
-  Put16(header, 0);  // Internal attributes.
-  Put32(header, std::uint64_t{entry.mode} << 16);
+  Put16(header, 0);                                // Length of the comment.
+  Put16(header, 0);                                // Number of the disk.
+  Put16(header, 0);                                // Internal attributes.
+  Put32(header, std::uint64_t{entry.mode} << 16);  // The lower half is for other systems.
   Put32(header, isFar ? kElsewhere : item.position);
   return header + entry.name + extra;
 }

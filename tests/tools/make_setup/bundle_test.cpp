@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
@@ -11,12 +9,12 @@
 #include "tests/support/limits.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/tools/make_setup/trees.h"
+#include "tools/make_setup/setup_error.h"
 
 namespace zephin::make_setup {
 namespace {
 
 namespace fs = std::filesystem;
-using nlohmann::json;
 
 constexpr const char* kSmallest = R"({"fTargetFolder": "Tool", "payload": "payload"})";
 
@@ -44,57 +42,25 @@ constexpr const char* kWhole = R"({
     {"preInstallDelete": "/y"}, {"preInstallCopy": "/y", "to": "/z"}]
 })";
 
-/// The smallest setup with a fault, and part of the message.
-struct BadSetup {
-  const char* list;     ///< The list whose one entry has the fields; empty if the setup has them.
-  const char* fields;   ///< Without the braces.
-  const char* message;  ///< Part of it, after the name of the file.
-};
+/// Collects the warnings, and ends the run after a number of reports if that is asked for.
+class Collector : public Observer {
+ public:
+  void Warn(const std::string& warning) override { warnings.push_back(warning); }
+  void BeginPacking(const Contents& all) override { promised = all; }
+  void Packed(const Contents& more) override {
+    packed.files += more.files;
+    packed.bytes += more.bytes;
+    if (++reports == endAt) {
+      throw SetupError("ended");
+    }
+  }
 
-constexpr auto kBadSetups = std::to_array<BadSetup>({
-    {"", R"("fTargetFolder": "")", "fTargetFolder: is required"},
-    {"", R"("fTargetFolder": "..")", "fTargetFolder: "},
-    {"", R"("fTargetFolder": "a/b")", "fTargetFolder: "},
-    {"", R"("fMesage": "x")", "fMesage: there is no such field"},
-    {"", R"("fMessage": "a|#")", "fMessage: "},
-    {"", R"("fTimeStamp": "$|~")", "fTimeStamp: "},
-    {"", R"("fMessage": "${NONE}")", "${NONE}"},
-    {"", R"("fMessage": "${NONE")", "${NONE"},
-    {"", R"("fPromptToReplace": "1")", "fPromptToReplace: "},
-    {"", R"("fMinRAM": "3GB")", "fMinRAM: "},
-    {"", R"("fLabels": {"quit": "a|b"})", "fLabels: quit: must not contain"},
-    {"", R"("fAgreement": "none.txt")", "fAgreement: "},
-    {"", R"("fAgreement": {"file": "a.txt", "form": "HEX"})", "fAgreement: form"},
-    {"", R"("fLogoPixelStr": "a.txt")", "fLogoPixelStr: "},
-    {"", R"("fExecuteBeforeName": "helper.sh")", "fExecuteBeforeName: "},
-    {"", R"("helpers": ["payload/../helper.sh", "helper.sh"])", "helpers: "},
-    {"", R"("pieceSize": 1000000)", "pieceSize: "},
-    {"", R"("patch": {"old": "payload", "new": "none"})", "patch: takes the place"},
-    {"",
-     R"("fInstallOptions": [{"caption": "O", "source": "options/one"},
-                              {"caption": "o", "source": "options/one"}])",
-     "fInstallOptions: entry 2: caption"},
-    {"",
-     R"("fInstallOptions": [{"caption": "O", "source": "options/one"},
-                              {"caption": "P", "source": "other/one"}])",
-     "fInstallOptions: entry 2: "},
-    {"fInstallOptions", R"("caption": "a,b", "source": "options/one")", "entry 1: "},
-    {"fInstallOptions", R"("caption": "H", "source": "options/one", "folder": "../x")", "folder"},
-    {"fInstallOptions", R"("caption": "H", "source": "options/http")",
-     "must not begin with \"http\""},
-    {"fInstallOptions", R"("caption": "H", "source": "HTTP://h/x", "content": "options/one")",
-     "must have at least 10000 bytes"},
-    {"fInstallChoices", R"("caption": "H", "source": "http://h/x")", "entry 1: source"},
-    // Commands that the installer would read as something else.
-    {"fPostCopy", R"("copy": "a=b", "to": "/x")", "entry 1: "},
-    {"fPostCopy", R"("copy": "preinstallCopy", "to": "/x")", "entry 1: "},
-    {"fPostCopy", R"("copy": "a", "to": "/x}y", "ifNothingThere": true)", "entry 1: "},
-    {"fPostCopy", R"("copy": "a", "to": "/x", "ifFolder": "/f]g")", "entry 1: "},
-    {"fPostCopy", R"("delete": "/a", "to": "/b")", "entry 1: to"},
-    {"fPostCopy", R"("delete": "relative")", "entry 1: "},
-    {"fPostCopy", R"("preInstallDelete": "UserAccount/x")", "entry 1: "},
-    {"fPostCopy", R"("preInstallCopy": "/a", "to": "/x;y")", "entry 1: "},
-});
+  std::vector<std::string> warnings;
+  Contents promised;
+  Contents packed;
+  int reports = 0;
+  int endAt = 0;
+};
 
 /// A setup's folder, a stub and an output folder that contains an item already.
 class MakeBundleTest : public testing::Test {
@@ -110,24 +76,14 @@ class MakeBundleTest : public testing::Test {
 
   void Make(const std::string& text, const std::map<std::string, std::string>& values = {}) {
     test::WriteFile(setup_ / "setup.json", text);
-    MakeBundle(setup_, stub_, made_ / "My.app", values);
-  }
-
-  /// Expects the smallest setup with these fields changed to fail and to change nothing.
-  void ExpectRefused(const json& changes, const std::string& message) {
-    const auto before = test::Tree(made_);
-    json document = json::parse(kSmallest);
-    document.update(changes);
-    const std::string refusal = Refusal([&] { Make(document.dump()); });
-    EXPECT_NE(refusal.find("setup.json: "), std::string::npos) << document << refusal;
-    EXPECT_NE(refusal.find(message), std::string::npos) << document << refusal;
-    EXPECT_EQ(test::Tree(made_), before) << document;
+    MakeBundle({setup_, stub_, made_ / "My.app", values}, collector_);
   }
 
   test::ScratchFolder folder_;
   fs::path setup_ = folder_ / "setup";
   fs::path stub_ = folder_ / "Stub.app";
   fs::path made_ = folder_ / "made";
+  Collector collector_;
 };
 
 TEST_F(MakeBundleTest, BundleHasTheStubTheRecordAndWhatItNames) {
@@ -153,23 +109,30 @@ TEST_F(MakeBundleTest, BundleHasTheStubTheRecordAndWhatItNames) {
             "My.app/Contents/Resources/helper.sh+=helper kept=kept");
 }
 
-TEST_F(MakeBundleTest, FaultIsReportedWithItsFieldAndChangesNothing) {
+TEST_F(MakeBundleTest, EndedRunLeavesEverythingAsItWas) {
   Make(kSmallest);
-  for (const BadSetup& row : kBadSetups) {
-    const json fields = json::parse(std::string("{") + row.fields + "}");
-    const bool isList = *row.list != '\0';
-    ExpectRefused(isList ? json{{row.list, json::array({fields})}} : fields, row.message);
+  EXPECT_EQ(collector_.promised.files, 1);
+  EXPECT_EQ(collector_.packed.bytes, collector_.promised.bytes);
+  const auto before = test::Tree(made_);
+  const int reports = collector_.reports;
+  test::WriteFile(setup_ / "payload/new", "new");
+  for (collector_.endAt = 1; collector_.endAt <= reports + 1; ++collector_.endAt) {
+    collector_.reports = 0;
+    EXPECT_NE(Refusal([&] { Make(kSmallest); }).find("ended"), std::string::npos);
+    EXPECT_EQ(test::Tree(made_), before) << collector_.endAt;
   }
-  ExpectRefused({{"fTargetFolder", std::string(241, 'x')}}, "fTargetFolder: ");
-  json eleven;
-  for (int i = 0; i < 11; ++i) {
-    eleven.push_back({{"caption", std::to_string(i)}, {"source", "options/one"}});
-  }
-  ExpectRefused({{"fInstallOptions", eleven}}, "fInstallOptions: must have at most 10");
-  EXPECT_NE(Refusal([&] { Make(kSmallest, {{"PORT", "1"}}); }).find("PORT"), std::string::npos);
-  for (const std::string& text : {std::string(), std::string("[]"), std::string(99999, '[')}) {
-    EXPECT_NE(Refusal([&] { Make(text); }), "");
-  }
+}
+
+TEST_F(MakeBundleTest, CheckMakesNothingAndStrictRefusesWarnings) {
+  test::WriteFile(setup_ / "setup.json",
+                  R"({"fTargetFolder": "Tool", "payload": "payload", "fURLDisplayed": "x"})");
+  const auto before = test::Tree(folder_.Path());
+  CheckBundle({.folder = setup_}, collector_);
+  EXPECT_EQ(collector_.warnings.size(), 1);
+  BundleRequest request{setup_, stub_, made_ / "My.app"};
+  request.strict = true;
+  EXPECT_NE(Refusal([&] { MakeBundle(request, collector_); }).find("--strict"), std::string::npos);
+  EXPECT_EQ(test::Tree(folder_.Path()), before);
 }
 
 TEST_F(MakeBundleTest, OutputThatMustNotBeReplacedIsRefused) {
@@ -183,7 +146,7 @@ TEST_F(MakeBundleTest, OutputThatMustNotBeReplacedIsRefused) {
                                                         {stub_, folder_ / "no/My.app"},
                                                         {made_, made_ / "My.app"}};
   for (const auto& [stub, output] : rows) {
-    const auto make = [&, from = stub, to = output] { MakeBundle(setup_, from, to, {}); };
+    const auto make = [&, from = stub, to = output] { MakeBundle({setup_, from, to}, collector_); };
     EXPECT_NE(Refusal(make), "") << output;
     EXPECT_EQ(test::Tree(folder_.Path()), before) << output;
   }
@@ -214,7 +177,11 @@ TEST_F(MakeBundleTest, FullDiskLeavesEverythingAsItWas) {
   test::WriteFile(setup_ / "payload/noise", test::Noise(90000));
   for (const std::size_t room : {100U, 2000U, 50000U}) {
     const test::FullDisk full(room);
-    EXPECT_NE(Refusal([&] { MakeBundle(setup_, stub_, made_ / "My.app", {}); }), "") << room;
+    EXPECT_NE(Refusal([&] {
+                MakeBundle({setup_, stub_, made_ / "My.app"}, collector_);
+              }),
+              "")
+        << room;
     EXPECT_EQ(test::Tree(made_), before) << room;
   }
 }
