@@ -50,7 +50,7 @@ void CheckPaths(const CopyCommand& command) {
 }
 
 std::string CopyEntry(const CopyCommand& command) {
-  const std::string destination = command.destination.Bytes();
+  std::string destination = command.destination.Bytes();
   switch (command.condition) {
     case CopyCondition::FolderExists:
       return "[" + command.conditionFolder.Bytes() + "]" + destination;

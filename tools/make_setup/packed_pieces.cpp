@@ -7,6 +7,8 @@
 #include <array>
 #include <fstream>
 #include <memory>
+#include <new>
+#include <string_view>
 
 #include "tools/make_setup/setup_error.h"
 
@@ -20,7 +22,13 @@ constexpr unsigned kMostThreads = 8;
 /// How far the threads may be ahead of the caller, in bytes of content.
 constexpr std::uint64_t kMostAhead = 16 * kLongestPiece;
 
-using Compressor = std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)>;
+/// Allocates two compressors; each thread has its own.
+struct Compressors {
+  using Pointer = std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)>;
+  Pointer usual{libdeflate_alloc_compressor(kLevel), &libdeflate_free_compressor};
+  /// Only copies, in the form of a deflate stream.
+  Pointer copying{libdeflate_alloc_compressor(0), &libdeflate_free_compressor};
+};
 
 /// Positions in a deflate stream, in bits from its beginning.
 struct StreamEnd {
@@ -88,13 +96,40 @@ std::string ReadPiece(const Piece& piece) {
   return content;
 }
 
-PackedPiece Pack(const Piece& piece, libdeflate_compressor* compressor) {
+std::string Compress(std::string_view content, libdeflate_compressor* compressor) {
+  std::string stream(libdeflate_deflate_compress_bound(compressor, content.size()), '\0');
+  stream.resize(libdeflate_deflate_compress(compressor, content.data(), content.size(),
+                                            stream.data(), stream.size()));
+  return stream;
+}
+
+/// Whether none of many samples of a piece gains anything, as in pictures and archives: the whole
+/// would take as long as any other content, for nothing.
+bool IsIncompressible(std::string_view content, libdeflate_compressor* compressor) {
+  constexpr std::size_t kShortest = 1 << 17;
+  constexpr std::size_t kSample = 1 << 12;
+  constexpr std::size_t kSamples = 16;
+  if (content.size() < kShortest) {
+    return false;
+  }
+  for (std::size_t i = 0; i < kSamples; ++i) {
+    const std::string_view sample = content.substr(content.size() / kSamples * i, kSample);
+    if (Compress(sample, compressor).size() < sample.size()) {
+      return false;
+    }
+  }
+  return true;
+}
+
+PackedPiece Pack(const Piece& piece, const Compressors& compressors) {
+  if (!compressors.usual || !compressors.copying) {
+    throw std::bad_alloc();
+  }
   std::string content = ReadPiece(piece);
   PackedPiece packed;
   packed.crc = libdeflate_crc32(0, content.data(), content.size());
-  packed.bytes.resize(libdeflate_deflate_compress_bound(compressor, content.size()));
-  packed.bytes.resize(libdeflate_deflate_compress(compressor, content.data(), content.size(),
-                                                  packed.bytes.data(), packed.bytes.size()));
+  const bool copy = IsIncompressible(content, compressors.usual.get());
+  packed.bytes = Compress(content, copy ? compressors.copying.get() : compressors.usual.get());
   if (!piece.last) {
     LeaveOpen(packed.bytes);
   } else if (piece.first && packed.bytes.size() >= content.size()) {
@@ -153,8 +188,7 @@ PackedPiece PackedPieces::Next() {
 }
 
 void PackedPieces::Work() {
-  // One for each thread: it has work space of its own.
-  const Compressor compressor(libdeflate_alloc_compressor(kLevel), &libdeflate_free_compressor);
+  const Compressors compressors;
   std::unique_lock lock(mutex_);
   for (;;) {
     changed_.wait(lock,
@@ -167,10 +201,7 @@ void PackedPieces::Work() {
     lock.unlock();
     Result result;
     try {
-      if (!compressor) {
-        throw std::bad_alloc();
-      }
-      result.piece = Pack(pieces_[index], compressor.get());
+      result.piece = Pack(pieces_[index], compressors);
     } catch (...) {
       result.error = std::current_exception();
     }

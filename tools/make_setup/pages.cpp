@@ -42,7 +42,7 @@ void CheckKind(const String& page, PageKind kind) {
 String MakePage(std::string utf8, PageKind kind, PageForm form) {
   // The record knows one kind of line end, written as "|" or as a line feed in digits.
   UnifyLineEnds(utf8);
-  const String page = Utf8(utf8);
+  String page = Utf8(utf8);
   if (ConvertEncoding(page, Encoding::UTF16).DeclaredEncoding() != Encoding::UTF16) {
     throw SetupError("must be UTF-8 text");
   }

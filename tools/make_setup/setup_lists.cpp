@@ -40,7 +40,7 @@ std::string PackSource(const fs::path& folder, Setup& setup) {
   if (!source.has_filename()) {
     source = source.parent_path();
   }
-  const std::string name = source.filename().string() + ".zip";
+  std::string name = source.filename().string() + ".zip";
   if (IsAddress(Utf8(name))) {
     throw SetupError("source: " + Quoted(name) + ": must not begin with " +
                      Quoted(kAddressBeginning) + ", as an address does");

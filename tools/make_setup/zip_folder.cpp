@@ -35,7 +35,7 @@ struct Planned {
 /// All items in their order.
 class Plan {
  public:
-  Plan(fs::path folder, std::string topName) : folder_(std::move(folder)) {
+  Plan(fs::path folder, const std::string& topName) : folder_(std::move(folder)) {
     const std::vector<TreeItem> items = ListTree(folder_);
     if (items.empty() && topName.empty()) {
       throw SetupError(folder_.string() + ": must contain something to pack");
