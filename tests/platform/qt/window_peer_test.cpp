@@ -12,7 +12,7 @@
 #include "dialogs/message_modal.h"
 #include "dialogs/pages.h"
 #include "dialogs/yes_no_dialog.h"
-#include "platform/gatekeeper_dialog.h"
+#include "platform/bundle/gatekeeper_dialog.h"
 #include "platform/qt/qt_string.h"
 #include "platform/qt/session/accessibility.h"
 #include "platform/qt/widgets/caption_buttons.h"
