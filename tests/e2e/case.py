@@ -15,7 +15,7 @@ import threading
 import unittest
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-sys.path.insert(0, os.path.join(ROOT, "scripts", "desk"))
+sys.path.insert(0, os.path.join(ROOT, "tests", "desk"))
 
 from installer import Installer, Program, program_of  # noqa: E402,F401
 from processes import Failure, command_line, descendant_where, wait_until  # noqa: E402,F401
