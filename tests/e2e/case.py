@@ -33,7 +33,7 @@ PAUSES = os.path.join(_BUILD, "tests", "e2e", "libzephin_pauses.so")
 _LIMIT = 840
 
 # The bar of such a setup takes three seconds, so that there is something to interrupt.
-LONG = {"generate": [{"path": "noise", "kind": "noise", "bytes": 17000000, "seed": 1}]}
+LONG = {"payload": {"noise": os.urandom(17000000)}}
 
 
 def write_tree(folder, tree):
