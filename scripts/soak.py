@@ -20,7 +20,7 @@ from serve import Quiet
 from session import Session
 from walkthrough import Walk
 
-_GENERATE = os.path.join(os.path.dirname(__file__), "..", "..", "samples", "generate")
+_GENERATE = os.path.join(os.path.dirname(__file__), "..", "samples", "generate")
 
 # Runs until all is there that a run may leave, once: caches, what the copy list puts elsewhere.
 _FIRST = 2

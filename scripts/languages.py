@@ -21,7 +21,7 @@ from serve import Quiet
 from session import Session
 from walkthrough import Walk
 
-_ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+_ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 _SAMPLES = os.path.join(_ROOT, "samples")
 _LANGUAGES = os.path.join(_SAMPLES, "tour", "languages")
 _SCALES = (1, 1.25, 1.5, 2)

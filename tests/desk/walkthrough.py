@@ -81,7 +81,11 @@ class Walk:
         if info and info.name not in self._done:
             self._done.add(info.name)
             self._installer.click_on(info)
-        elif boxes and window.name not in self._done:
+            return
+        if info and default and info.name == default.name:
+            # It has the focus since it was clicked, and Return would press it again.
+            default = max(buttons.values(), key=lambda node: node.area[0])
+        if boxes and window.name not in self._done:
             self._done.add(window.name)
             for box in boxes:
                 self._installer.click_on(box)
