@@ -91,7 +91,8 @@ class Desktop {
 
 /// Connects to the desktop of the user's session. Called once, before anything else is asked of it,
 /// with the arguments of `main`; the first one names the program to the session, the others are
-/// ignored. Null if there is no display; the user then finds the reason on standard error. The build chooses the folder that defines it.
+/// ignored. Null if there is no display; the user then finds the reason on standard error. The
+/// build chooses the folder that defines it.
 std::unique_ptr<Desktop> OpenDesktop(int argc, char** argv);
 
 }  // namespace zephin

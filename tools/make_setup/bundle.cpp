@@ -4,6 +4,8 @@
 
 #include "setup/bundle_files.h"
 #include "setup/limits.h"
+#include "tools/make_setup/checks.h"
+#include "tools/make_setup/files.h"
 #include "tools/make_setup/patch_tree.h"
 #include "tools/make_setup/payload.h"
 #include "tools/make_setup/publish.h"

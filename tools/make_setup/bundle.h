@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/make_setup/checks.h"
+#include "tools/make_setup/files.h"
 
 namespace zephin::make_setup {
 

@@ -19,12 +19,6 @@ using Warn = std::function<void(const std::string& warning)>;
 /// a patch that of the patch.
 void CheckSetup(const Setup& setup, const std::vector<TreeItem>& payload, const Warn& warn);
 
-/// What is packed: the number of files, and the bytes of their contents.
-struct Contents {
-  std::uint64_t files = 0;
-  std::uint64_t bytes = 0;
-};
-
 Contents ContentsOf(const std::vector<TreeItem>& tree);
 
 /// Checks that a disk of ordinary speed expands a payload of `archive` bytes in the time that the

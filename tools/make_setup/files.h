@@ -35,6 +35,12 @@ class FileWriter {
 /// Whether a relative path leads below the folder that it is relative to. False for that folder.
 bool IsBelow(const std::string& path);
 
+/// What is packed: the number of files, and the bytes of their contents.
+struct Contents {
+  std::uint64_t files = 0;
+  std::uint64_t bytes = 0;
+};
+
 enum class ItemKind { File, Folder, Link };
 
 struct TreeItem {

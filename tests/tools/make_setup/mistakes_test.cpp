@@ -10,6 +10,7 @@
 #include "tests/support/scratch_folder.h"
 #include "tests/tools/make_setup/trees.h"
 #include "tools/make_setup/bundle.h"
+#include "tools/make_setup/checks.h"
 #include "tools/make_setup/progress.h"
 
 namespace zephin::make_setup {
