@@ -1,15 +1,13 @@
 #include "app/zephin_stub_window.h"
-#include "platform/bundle_location.h"
+#include "payload/bundle_resources.h"
 #include "platform/framework/application.h"
 #include "platform/framework/clipboard.h"
 #include "platform/framework/text.h"
-#include "platform/process_to_top.h"
-#include "util/files.h"
-#include "util/my_get_folder_item.h"
+#include "util/process.h"
 #include "util/text_search.h"
 
-// The before-program talks to the installer over the clipboard: "ZephinInstallWait" while it works,
-// then "ZephinInstallDone:" or "ZephinInstallAbort:", each with a message behind it if it likes.
+// The before-program answers over the clipboard: "ZephinInstallWait" while it works, then
+// "ZephinInstallDone:" or "ZephinInstallAbort:", each with an optional message after the colon.
 
 namespace zephin {
 namespace {
@@ -22,7 +20,8 @@ void WaitTicks(std::int64_t ticks) {
   }
 }
 
-/// What the clipboard holds once the helper no longer asks for time. There is no limit to that.
+/// Waits until the clipboard holds another text than "ZephinInstallWait", without a limit: a helper
+/// may need the user's attention. Returns that text.
 String WaitForAnswer() {
   constexpr std::int64_t kOneSecond = 60;
   const Clipboard clipboard;
@@ -35,7 +34,7 @@ String WaitForAnswer() {
   return text;
 }
 
-/// The text behind `word` if the answer begins with it.
+/// Whether the answer begins with `word`, in any letter case; `message` is then what follows it.
 bool BeginsWith(const String& answer, const String& word, String& message) {
   if (!TextEquals(Left(answer, Len(word)), word)) {
     return false;
@@ -52,18 +51,9 @@ bool ZephinStubWindow::DoExecuteBefore() {
   }
   Clipboard().SetText("");
   SetVisible(false);
-  Ref<FolderItem> program;
-  if (SpecialPath(fExecuteBeforeName)) {
-    // A missing helper doesn't stop the installation.
-    program = ViewConst::FileExists(fExecuteBeforeName)
-                  ? GlobalsVk::MyGetFolderItem(fExecuteBeforeName)
-                  : nullptr;
-  } else {
-    const Ref<FolderItem> contents = ViewConst::ContentsFolder();
-    const Ref<FolderItem> resources = contents.IsNil() ? nullptr : contents->Child("Resources");
-    // An item comes for a missing file too, so that the exchange then runs with nobody at its end.
-    program = resources.IsNil() ? nullptr : resources->Child(fExecuteBeforeName);
-  }
+  // A missing program costs no time if it is named with a token. In the bundle a missing one has an
+  // item too, and the installer waits three seconds for its answer.
+  const Ref<FolderItem> program = FindHelper(*this, fExecuteBeforeName, ResourcesFolder());
   bool goOn = true;
   if (!program.IsNil()) {
     program->Launch(true);
@@ -87,7 +77,7 @@ bool ZephinStubWindow::CommunicateWithExecuteBefore() {
       goOn = false;
     }
     if (BeginsWith(answer, "ZephinInstallDone:", message) && Len(message) >= 2) {
-      // One character alone is no message here.
+      // A single character is not shown here, on purpose; after an abort it is.
       MsgBox(message);
     }
   }

@@ -1,35 +1,22 @@
 #include "app/zephin_stub_window.h"
 #include "dialogs/pixel_strings.h"
 #include "platform/framework/application.h"
-#include "platform/process_to_top.h"
+#include "util/process.h"
 
 namespace zephin {
 namespace {
 
-/// What a copy of a split setup would do when it starts; see DoStartup.
-void RunRelocated(ZephinStubWindow& window) {
-  window.Hide();
-  ViewConst::MyProcessToTop();
-  String choice;
-  String options;
-  if (window.SelectChoiceAndOptions(choice, options)) {
-    window.ExpandFolder();
-    window.ExpandChoiceAndOptions(choice, options);
-    Quit(0);
-  }
-}
-
 /// The publisher's words on the buttons, the title and the two texts.
 void SetTexts(ZephinStubWindow& window) {
-  const auto setCaption = [&window](const Ref<PushButton>& button, const String& custom) {
-    button->SetCaption(window.CustomLabel(button->Caption(), custom));
+  const auto setCaption = [&window](const Ref<PushButton>& button, Caption caption) {
+    button->SetCaption(window.CustomLabel(button->Caption(), window.Custom(caption)));
   };
   window.SetTitle(window.CustomLabel(window.Title(), window.fWindowTitle));
   if (!window.fInfo.IsEmpty()) {
-    setCaption(window.InfoBtn(), window.fLabels(6));
+    setCaption(window.InfoBtn(), Caption::Info);
   }
-  setCaption(window.QuitBtn(), window.fLabels(1));
-  setCaption(window.InstallBtn(), window.fLabels(2));
+  setCaption(window.QuitBtn(), Caption::Quit);
+  setCaption(window.InstallBtn(), Caption::Install);
   if (!window.fCopyright.IsEmpty()) {
     window.CopyrightLabel()->SetText(window.fCopyright);
     window.CopyrightLabel()->SetVisible(true);
@@ -40,7 +27,8 @@ void SetTexts(ZephinStubWindow& window) {
   }
 }
 
-/// Makes a picture whose white shows what lies behind, and shows it on the canvas.
+/// Shows a picture on the canvas, its white transparent. Raises NilObjectException for nil: a
+/// picture that can't be made ends the run after its message.
 void ShowOnCanvas(const Ref<Canvas>& canvas, const Ref<Picture>& picture) {
   picture->SetTransparent(1);
   canvas->SetBackdrop(picture);
@@ -74,7 +62,22 @@ void SetLinkAndInfo(ZephinStubWindow& window) {
   }
   if (!window.fInfo.IsEmpty()) {
     window.InfoBtn()->SetVisible(true);
+    // Shown at once, as pictures may have kept the user waiting.
     window.Refresh(true);
+  }
+}
+
+/// What the copy of a split setup would do when it starts. Not reached: Event_Open asks the same
+/// question first and ends the run. Without a pick the window would stay hidden.
+void RunRelocated(ZephinStubWindow& window) {
+  window.Hide();
+  ViewConst::MyProcessToTop();
+  String choice;
+  String options;
+  if (window.SelectChoiceAndOptions(choice, options)) {
+    window.ExpandFolder();
+    window.ExpandChoiceAndOptions(choice, options);
+    Quit(0);
   }
 }
 
@@ -82,6 +85,7 @@ void SetLinkAndInfo(ZephinStubWindow& window) {
 
 void ZephinStubWindow::Event_Open() {
   if (RunningRelocatedInstaller()) {
+    // The system runs a quarantined download from there, where the bundle's neighbours are missing.
     Hide();
     MsgBox("Drag the installer out of the Downloads folder before running it.");
     Quit(0);
@@ -91,19 +95,19 @@ void ZephinStubWindow::Event_Open() {
 
 void ZephinStubWindow::DoStartup() {
   ViewConst::MyProcessToTop();
+  // Before the record is read: no setup may ask for less.
   if (!CheckAdminAccount()) {
     Quit(0);
   }
   if (!ReadData()) {
-    // With no record read the captions are still empty, and this look-up raises before the message
-    // is shown: the run ends in the report of that failure.
-    MsgBox(CustomLabel("Installation Failed", fLabels(13)));
+    // Without a record the list of captions is empty, so this look-up raises before the message is
+    // shown, and the run ends with the report of that failure.
+    MsgBox(Wording(Caption::Failed));
     Quit(0);
   }
   if (!CheckMinOSorRAM()) {
     Quit(0);
   }
-  // Not reached as things are: Event_Open has asked the same and ended the run.
   if (RunningRelocatedInstaller()) {
     RunRelocated(*this);
     return;

@@ -1,17 +1,15 @@
-#include <cstdio>
 #include <cstdlib>
+#include <memory>
 
-#include "app/startup.h"
+#include "app/app.h"
+#include "platform/framework/desktop.h"
 #include "platform/framework/machine.h"
-#include "platform/qt/qt_desktop.h"
 
 int main(int argc, char** argv) {
-  if (!zephin::QtDesktop::DisplayIsThere()) {
-    std::fputs("This installer needs a desktop: there is no display to show its window on.\n",
-               stderr);
-    return EXIT_SUCCESS;
+  const std::unique_ptr<zephin::Desktop> desktop = zephin::OpenDesktop(argc, argv);
+  if (desktop == nullptr) {
+    return EXIT_SUCCESS;  // Every end of an installer has this status.
   }
-  zephin::QtDesktop desktop(argc, argv);
-  zephin::_Main(desktop, zephin::DetectMachine());
+  zephin::_Main(*desktop, zephin::DetectMachine());
   return EXIT_SUCCESS;
 }

@@ -1,48 +1,17 @@
-#include <array>
-
 #include "app/zephin_stub_window.h"
+#include "files/files.h"
 #include "platform/framework/application.h"
 #include "platform/framework/machine.h"
 #include "platform/framework/streams.h"
 #include "platform/framework/text.h"
-#include "util/files.h"
+#include "setup/requirements.h"
 #include "util/globals.h"
-#include "util/my_get_folder_item.h"
 #include "util/paths.h"
 
 namespace zephin {
 namespace {
 
-/// A publisher's keyword, what it asks for at least, and what a user who hasn't that is told.
-struct Requirement {
-  const char* keyword;
-  std::int64_t least;
-  const char* message;
-};
-
-/// By minor version; the major one plays no part.
-constexpr std::array kSystems{
-    Requirement{"MacOS10.7", 7, "Mac OS X 10.7 or later is required."},
-    Requirement{"MacOS10.8", 8, "Mac OS X 10.8 or later is required."},
-    Requirement{"MacOS10.9", 9, "Mac OS X 10.9 or later is required."},
-    Requirement{"MacOS10.10", 10, "Mac OS X 10.10 or later is required."},
-    Requirement{"MacOS10.11", 11, "Mac OS X 10.11 or later is required."},
-    Requirement{"MacOS10.12", 12, "Mac OS X 10.12 or later is required."},
-    Requirement{"MacOS10.13", 13, "Mac OS X 10.13 or later is required."},
-};
-
-/// In megabytes, 1000 to the gigabyte.
-constexpr std::array kMemories{
-    Requirement{"250MB", 250, "250 MB RAM is required."},
-    Requirement{"500MB", 500, "500 MB RAM is required."},
-    Requirement{"1GB", 1000, "1 GB RAM is required."},
-    Requirement{"2GB", 2000, "2 GB RAM is required."},
-    Requirement{"4GB", 4000, "4 GB RAM is required."},
-    Requirement{"8GB", 8000, "8 GB RAM is required."},
-    Requirement{"16GB", 16000, "16 GB RAM is required."},
-    Requirement{"32GB", 32000, "32 GB RAM is required."},
-};
-
+/// Walks the whole table, and shows the message of each requirement that isn't met.
 template <class Table>
 bool Meets(const Table& table, const String& keyword, std::int64_t value) {
   bool met = true;
@@ -55,7 +24,7 @@ bool Meets(const Table& table, const String& keyword, std::int64_t value) {
   return met;
 }
 
-/// Writes and deletes a file at that path. True if that could be done.
+/// Whether a file can be written and found at that path; deletes it again.
 bool ProbeSucceeds(const String& path, const Ref<FolderItem>& item) {
   const Ref<BinaryStream> stream = item->CreateBinaryFile("");
   if (stream.IsNil()) {
@@ -81,8 +50,9 @@ bool ZephinStubWindow::CheckMinOSorRAM() {
   if (System::Gestalt("sys1", major)) {
     System::Gestalt("sys2", minor);
   }
-  const bool systemMeets = Meets(kSystems, fMinOS, minor);
-  const bool memoryMeets = Meets(kMemories, fMinRAM, memory);
+  // Both are checked, so that a machine that meets neither gets both messages.
+  const bool systemMeets = Meets(kSystemRequirements, fMinOS, minor);
+  const bool memoryMeets = Meets(kMemoryRequirements, fMinRAM, memory);
   return systemMeets && memoryMeets;
 }
 
@@ -92,6 +62,7 @@ bool ZephinStubWindow::CheckAdminAccount() {
   if (item.IsNil()) {
     return false;
   }
+  // Whoever may write to the Applications folder counts as an administrator, and nobody else does.
   if (ProbeSucceeds(path, item)) {
     return true;
   }

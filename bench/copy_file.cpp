@@ -2,10 +2,10 @@
 // on paths from the root. A program of its own, to be measured beside cp (see bench/copy).
 #include <string_view>
 
+#include "files/files.h"
 #include "payload/scrambled_file.h"
 #include "platform/framework/application.h"
-#include "tests/platform/framework/quiet_desktop.h"
-#include "util/files.h"
+#include "tests/support/quiet_desktop.h"
 
 int main(int argc, char** argv) {
   using zephin::Utf8;

@@ -2,7 +2,7 @@
 
 #include "app/zephin_stub_window.h"
 #include "platform/framework/application.h"
-#include "tests/platform/framework/quiet_desktop.h"
+#include "tests/support/quiet_desktop.h"
 
 // What it costs to read a copy list, without the work on files: each method steps over the entries
 // that are the other's, after taking them apart.

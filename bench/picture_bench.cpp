@@ -8,8 +8,8 @@
 
 #include "dialogs/pixel_strings.h"
 #include "platform/framework/application.h"
-#include "tests/platform/framework/quiet_desktop.h"
-#include "tools/make_setup/pixel_string.h"
+#include "tests/support/quiet_desktop.h"
+#include "tools/make_setup/pictures.h"
 
 // A picture of a setup record from its string, against the same work written down as it is told:
 // character by character into a buffer, digit by digit into bytes, pixel by pixel into the picture.
@@ -58,7 +58,7 @@ String UserInterface() {
       SetPixel(picture, x, y, rgb);
     }
   }
-  return {make_setup::PictureTriple(picture), Encoding::None};
+  return {make_setup::PixelString(picture), Encoding::None};
 }
 
 /// Digits alone, without a run, as a photograph gives them.

@@ -5,8 +5,7 @@
 
 #include "platform/framework/application.h"
 #include "setup/scrambling.h"
-#include "setup/scrambling_bytes.h"
-#include "tests/platform/framework/quiet_desktop.h"
+#include "tests/support/quiet_desktop.h"
 
 namespace zephin {
 namespace {

@@ -3,10 +3,10 @@
 #include <iostream>
 #include <string_view>
 
+#include "files/files.h"
+#include "files/folders.h"
 #include "platform/framework/application.h"
-#include "tests/platform/framework/quiet_desktop.h"
-#include "util/files.h"
-#include "util/folders.h"
+#include "tests/support/quiet_desktop.h"
 
 int main(int argc, char** argv) {
   using zephin::Utf8;

@@ -1,7 +1,7 @@
 #include <benchmark/benchmark.h>
 
 #include "platform/framework/application.h"
-#include "tests/platform/framework/quiet_desktop.h"
+#include "tests/support/quiet_desktop.h"
 
 namespace zephin {
 namespace {

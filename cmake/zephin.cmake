@@ -26,16 +26,10 @@ target_link_options(zephin_options INTERFACE
   $<$<BOOL:${ZEPHIN_SANITIZE}>:-fsanitize=address,undefined>
   $<$<AND:$<BOOL:${ZEPHIN_MOLD}>,$<CXX_COMPILER_ID:GNU>>:-fuse-ld=mold>)
 
-set(ZEPHIN_LEAVE_OUT "" CACHE STRING "Folders to leave out of the build, by their paths from here")
-
-# Adds each of the folders that has a CMakeLists.txt, in the order given.
+# Adds the folders in the order given. Each must have a CMakeLists.txt.
 function(zephin_add_folders)
   foreach(folder IN LISTS ARGN)
-    set(path ${CMAKE_CURRENT_SOURCE_DIR}/${folder})
-    file(RELATIVE_PATH name ${PROJECT_SOURCE_DIR} ${path})
-    if(EXISTS ${path}/CMakeLists.txt AND NOT name IN_LIST ZEPHIN_LEAVE_OUT)
-      add_subdirectory(${folder})
-    endif()
+    add_subdirectory(${folder})
   endforeach()
 endfunction()
 

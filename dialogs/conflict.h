@@ -3,11 +3,14 @@
 
 #include <cstdint>
 
-#include "dialogs/message_modal.h"
 #include "platform/framework/string.h"
 
-/// The entry points of the message windows: the question, and the error message with its one-slot
-/// pending text.
+namespace zephin {
+class Window;
+}
+
+/// The message windows' entry points: a question, and an error message that waits in one slot until
+/// it is shown.
 namespace zephin::GlobalsVk {
 
 /// Code of the pending message: 0 none, 999 the text in gErrorString, else one of MyGetString's.
@@ -26,7 +29,7 @@ String MyGetString(std::int64_t code);
 /// Asks a question with Yes and No in a window fitted to the text. True for yes.
 [[nodiscard]] bool YesNoDlg(const String& text);
 
-/// Shows the pending message, if there is one, in a window of fixed size, and clears it.
+/// Shows the pending message, if there is one, in a window of fixed size, and clears the slot.
 void PoseConflictDialog();
 
 }  // namespace zephin::GlobalsVk
@@ -36,13 +39,6 @@ namespace zephin::ViewConst {
 /// Asks the message of that code (999: gErrorString) as a question. An empty text is asked as the
 /// unknown error. True for yes.
 [[nodiscard]] bool YesNoDialog(std::int64_t code);
-
-/// Fits the window to the text's length in characters, by five size classes, and closes the row of
-/// buttons up towards the right. With Btn3 hidden, Btn1 and Btn2 come to lie on each other.
-void MessageModalStartSize(MessageModal& dialog, const String& text);
-/// Takes the changes back. A short text with a line break gets more back than it lost; the window
-/// is no longer on the screen then.
-void MessageModalEndSize(MessageModal& dialog, const String& text);
 
 /// Runs the window modally.
 void ModalScriptShow(Window& window);

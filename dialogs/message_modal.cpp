@@ -1,5 +1,9 @@
 #include "dialogs/message_modal.h"
 
+#include "platform/framework/text.h"
+#include "util/globals.h"
+#include "util/text_search.h"
+
 namespace zephin {
 namespace {
 
@@ -24,15 +28,13 @@ void MessageModal::CreateControls() {
     const Ref<PushButton> button = Add<PushButton>(name, {left, 203, 80, 20});
     button->SetCaption(name);
     button->SetTabIndex(tabIndex);
-    button->Action = [this](PushButton& pressed) {
-      fBtnName = pressed.Caption();
-      Hide();
-    };
+    button->Action = [this](PushButton& pressed) { Answer(pressed.Caption()); };
   };
   addButton("Btn2", 380, 0);
   const Ref<Label> text = Add<Label>("MessageText", {20, 14, 532, 177});
   text->SetMultiline(true);
   text->SetText("Label:");
+  text->SetTabIndex(1);
   addButton("Btn3", 472, 2);
   addButton("Btn1", 288, 4);
 }
@@ -50,3 +52,66 @@ void CloseImplicitMessageModal() {
 }
 
 }  // namespace zephin
+
+namespace zephin::ViewConst {
+namespace {
+
+/// How much a size class adds to the window's design size, in points.
+struct SizeChange {
+  int height;
+  int width;
+};
+
+constexpr SizeChange kTiny{-150, -250};
+
+SizeChange ClassOfLongerText(std::int64_t length) {
+  if (length < 200) {
+    return {-50, -60};
+  }
+  if (length > 600) {
+    return {200, 0};
+  }
+  return {length > 400 ? 100 : 0, 0};
+}
+
+void Resize(MessageModal& dialog, const SizeChange& change) {
+  dialog.SetHeight(dialog.Height() + change.height);
+  dialog.SetWidth(dialog.Width() + change.width);
+  const Ref<Label> text = dialog.MessageText();
+  text->SetHeight(text->Height() + change.height);
+  text->SetWidth(text->Width() + change.width);
+  for (const Ref<PushButton>& button : {dialog.Btn1(), dialog.Btn2(), dialog.Btn3()}) {
+    button->SetTop(button->Top() + change.height);
+    button->SetLeft(button->Left() + change.width);
+  }
+}
+
+}  // namespace
+
+void MessageModalStartSize(MessageModal& dialog, const String& text) {
+  const std::int64_t length = Len(text);
+  const bool tiny = length < 40 && Pos(gLineBreak, text) == 0;
+  Resize(dialog, tiny ? kTiny : ClassOfLongerText(length));
+  const Ref<PushButton> btn1 = dialog.Btn1();
+  const Ref<PushButton> btn2 = dialog.Btn2();
+  const Ref<PushButton> btn3 = dialog.Btn3();
+  if (!btn3->Visible()) {
+    btn2->SetLeft(btn3->Left());
+    btn1->SetLeft(btn2->Left());
+  }
+  if (!btn2->Visible()) {
+    btn1->SetLeft(btn2->Left());
+  }
+}
+
+void MessageModalEndSize(MessageModal& dialog, const String& text) {
+  const std::int64_t length = Len(text);
+  // No look for a line break here, unlike at the start; the window isn't used again.
+  const SizeChange change = length < 40 ? kTiny : ClassOfLongerText(length);
+  Resize(dialog, {-change.height, -change.width});
+  dialog.Btn1()->SetLeft(288);
+  dialog.Btn2()->SetLeft(380);
+  dialog.Btn3()->SetLeft(472);
+}
+
+}  // namespace zephin::ViewConst

@@ -1,17 +1,15 @@
 #ifndef DIALOGS_MESSAGE_MODAL_H_
 #define DIALOGS_MESSAGE_MODAL_H_
 
-#include "platform/framework/controls.h"
-#include "platform/framework/window.h"
+#include "dialogs/answer_window.h"
 
 namespace zephin {
 
-/// A text and up to three buttons in a row at the bottom right. Any button ends it. See conflict.h
-/// for its two uses, a question fitted to its text and an error message of fixed size.
-class MessageModal : public Window {
+/// A text and up to three buttons in a row at the bottom right. Each button answers with its
+/// caption. See conflict.h for its two uses, a question fitted to its text and an error message of
+/// fixed size.
+class MessageModal : public AnswerWindow {
  public:
-  /// Caption of the button that closed the window; empty before.
-  String fBtnName;
   /// False for an error message. Nothing reads it.
   bool fIsInfoDialog = true;
 
@@ -25,12 +23,22 @@ class MessageModal : public Window {
   void CreateControls() override;
 };
 
-/// The one instance that is made when it is first asked for. It is hidden by its buttons, not
-/// closed, and keeps what each use has set.
+/// The one instance that is made when it is first asked for. It keeps what each use has set.
 Ref<MessageModal> ImplicitMessageModal();
 
-/// Drops the implicit instance with the application that it was shown by.
+/// Destroys the implicit instance. Called before the application is destroyed.
 void CloseImplicitMessageModal();
+
+namespace ViewConst {
+
+/// Fits the window to the text's length in characters, by five size classes, and closes the row of
+/// buttons up towards the right. With Btn3 hidden, Btn1 and Btn2 get the same place.
+void MessageModalStartSize(MessageModal& dialog, const String& text);
+/// Takes the changes back. A short text with a line break gets more back than it lost; the window
+/// is no longer on the screen then.
+void MessageModalEndSize(MessageModal& dialog, const String& text);
+
+}  // namespace ViewConst
 
 }  // namespace zephin
 

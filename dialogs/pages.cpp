@@ -7,16 +7,10 @@ constexpr Locks kAllEdges{true, true, true, true};
 constexpr Locks kBottomRight{false, false, true, true};
 constexpr int kDefaultPlace = 1;
 
-/// Gives a page's button its caption and place in the tab order, and lets it end the page.
-template <class Page>
-void SetUpButton(Page& page, const Ref<PushButton>& button, const char* caption, int tabIndex) {
+void SetUpButton(const Ref<PushButton>& button, const char* caption, int tabIndex) {
   button->SetCaption(caption);
   button->SetTabIndex(tabIndex);
   button->SetLockedEdges(kBottomRight);
-  button->Action = [&page](PushButton& pressed) {
-    page.fBtnName = Utf8(pressed.Name());
-    page.Hide();
-  };
 }
 
 }  // namespace
@@ -34,10 +28,12 @@ void THtmlMessageDlg::CreateControls() {
   view->SetTabIndex(0);
   view->SetLockedEdges(kAllEdges);
   const Ref<PushButton> accept = Add<PushButton>("ContinueBtn", {642, 472, 100, 22});
-  SetUpButton(*this, accept, "Continue", 1);
+  SetUpButton(accept, "Continue", 1);
+  AnswerWithName(*accept);
   accept->SetDefault(true);
   const Ref<PushButton> quit = Add<PushButton>("QuitBtn", {530, 472, 100, 22});
-  SetUpButton(*this, quit, "Quit", 2);
+  SetUpButton(quit, "Quit", 2);
+  AnswerWithName(*quit);
   quit->SetCancel(true);
 }
 
@@ -54,9 +50,12 @@ void LicenseAgreementWindow::CreateControls() {
   text->SetReadOnly(true);
   text->SetTabIndex(1);
   text->SetLockedEdges(kAllEdges);
-  SetUpButton(*this, Add<PushButton>("QuitBtn", {498, 370, 80, 20}), "Quit", 2);
+  const Ref<PushButton> quit = Add<PushButton>("QuitBtn", {498, 370, 80, 20});
+  SetUpButton(quit, "Quit", 2);
+  AnswerWithName(*quit);
   const Ref<PushButton> accept = Add<PushButton>("OKBtn", {590, 370, 80, 20});
-  SetUpButton(*this, accept, "I Agree", 3);
+  SetUpButton(accept, "I Agree", 3);
+  AnswerWithName(*accept);
   accept->SetDefault(true);
 }
 

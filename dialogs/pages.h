@@ -1,20 +1,16 @@
 #ifndef DIALOGS_PAGES_H_
 #define DIALOGS_PAGES_H_
 
-#include "platform/framework/controls.h"
-#include "platform/framework/window.h"
+#include "dialogs/answer_window.h"
 
 /// The two windows that show a publisher's long text: one page, a button to go on and one to quit,
 /// which may be hidden. Neither checks anything; their buttons bear different names, so that what
 /// counts as accepted depends on the class. See page_run.h for their use.
 namespace zephin {
 
-/// A page in HTML.
-class THtmlMessageDlg : public Window {
+/// A page in HTML. Answers with the name of the button, "ContinueBtn" or "QuitBtn".
+class THtmlMessageDlg : public AnswerWindow {
  public:
-  /// Name of the button that closed it: "ContinueBtn" or "QuitBtn"; empty before.
-  String fBtnName;
-
   Ref<HTMLViewer> MyHTMLViewer() const { return Named<HTMLViewer>("MyHTMLViewer"); }
   Ref<PushButton> ContinueBtn() const { return Named<PushButton>("ContinueBtn"); }
   Ref<PushButton> QuitBtn() const { return Named<PushButton>("QuitBtn"); }
@@ -24,12 +20,9 @@ class THtmlMessageDlg : public Window {
   void CreateControls() override;
 };
 
-/// A page in plain text.
-class LicenseAgreementWindow : public Window {
+/// A page in plain text. Answers with the name of the button, "OKBtn" or "QuitBtn".
+class LicenseAgreementWindow : public AnswerWindow {
  public:
-  /// Name of the button that closed it: "OKBtn" or "QuitBtn"; empty before.
-  String fBtnName;
-
   Ref<TextArea> AgreementEdit() const { return Named<TextArea>("AgreementEdit"); }
   Ref<PushButton> QuitBtn() const { return Named<PushButton>("QuitBtn"); }
   Ref<PushButton> OKBtn() const { return Named<PushButton>("OKBtn"); }

@@ -8,21 +8,19 @@
 
 #include "platform/framework/exceptions.h"
 #include "platform/framework/text.h"
+#include "setup/limits.h"
 
 /// The run-length layer of pixel strings: `X[n]` is n digits X. "12A[3]34" is "12AAA34".
 namespace zephin::ViewConst {
 
-/// The most digits that a string with runs may stand for.
-inline constexpr std::int64_t kMostDigits = 50'000'000;
-
-/// A run's count and where its "]" stands.
+/// A run's count and the position of its "]".
 struct RunEnd {
   std::int64_t count = 0;
-  std::size_t close = std::string_view::npos;  ///< Nowhere: npos.
+  std::size_t close = std::string_view::npos;  ///< npos if there is none.
 };
 
-/// Reads the count behind the "[" at `open`. Nearly all counts are a few plain digits, and only the
-/// others are worth a look at blanks, signs and fractions.
+/// Reads the count behind the "[" at `open`. Nearly all counts are a few plain digits; only the
+/// others are searched for spaces, signs and fractions.
 inline RunEnd ReadCount(std::string_view text, std::size_t open) {
   constexpr std::size_t kMostPlainDigits = 18;
   RunEnd end{0, open + 1};
@@ -56,7 +54,7 @@ void ForEachRun(std::string_view text, Take take) {
       break;
     }
     const RunEnd end = ReadCount(text, open);
-    if (open == 0 || end.close == std::string_view::npos || end.count > kMostDigits) {
+    if (open == 0 || end.close == std::string_view::npos || end.count > kMostPixelDigits) {
       throw OutOfMemoryException();
     }
     // Right behind a run the character in front of the bracket is the last run's own bracket.
@@ -67,8 +65,8 @@ void ForEachRun(std::string_view text, Take take) {
   take(text.substr(done), '\0', 0);
 }
 
-/// Number of digits that the text stands for. Raises OutOfMemoryException if it has runs and the
-/// number is over the limit.
+/// Number of digits of the text with its runs written out. Raises OutOfMemoryException if it has
+/// runs and the number is over the limit.
 inline std::int64_t ExpandedLength(std::string_view text) {
   if (text.find('[') == std::string_view::npos) {
     return std::ssize(text);
@@ -76,7 +74,7 @@ inline std::int64_t ExpandedLength(std::string_view text) {
   std::int64_t length = 0;
   ForEachRun(text, [&length](std::string_view plain, char /*digit*/, std::int64_t count) {
     length += std::ssize(plain) + count;
-    if (length > kMostDigits) {
+    if (length > kMostPixelDigits) {
       throw OutOfMemoryException();
     }
   });

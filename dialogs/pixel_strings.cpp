@@ -6,10 +6,10 @@
 #include <string>
 
 #include "dialogs/conflict.h"
-#include "dialogs/hex_digits.h"
 #include "dialogs/pixel_runs.h"
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"
+#include "util/hex_text.h"
 
 namespace zephin::ViewConst {
 namespace {
@@ -134,55 +134,6 @@ void PixelStringExpand(String& text) {
     RuntimeBackgroundTask();
   });
   text = String(std::move(expanded), text.DeclaredEncoding());
-}
-
-void MemoryBlockHexToByte(std::span<const char> hexBlock, std::span<char> byteBlock,
-                          std::int64_t count) {
-  const std::uint8_t* const pairs = HexPairs().data();
-  for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
-    byteBlock[i] = static_cast<char>(HexByte(pairs, &hexBlock[2 * i]));
-    if (i % kBlock == 0) {
-      RuntimeBackgroundTask();
-    }
-  }
-}
-
-void MemoryBlockByteSwitchPPC(std::span<char> /*block*/, std::int64_t /*count*/) {}
-
-namespace {
-
-/// Units of UTF-16, low byte first, that stand for no character would make the whole page
-/// unreadable: a half unit at the end is dropped, a surrogate without its other half becomes the
-/// sign for a character that is lost.
-void RepairUnits(std::string& bytes) {
-  constexpr unsigned kHigh = 0xD8;
-  constexpr unsigned kLow = 0xDC;
-  bytes.resize(bytes.size() / 2 * 2);
-  const auto kindAt = [&bytes](std::size_t unit) {
-    return unit + 1 < bytes.size() ? static_cast<unsigned char>(bytes[unit + 1]) & 0xFCU : 0U;
-  };
-  for (std::size_t unit = 0; unit < bytes.size(); unit += 2) {
-    const unsigned kind = kindAt(unit);
-    if (kind == kHigh && kindAt(unit + 2) == kLow) {
-      unit += 2;
-    } else if (kind == kHigh || kind == kLow) {
-      bytes.replace(unit, 2, "\xFD\xFF");
-    }
-  }
-}
-
-}  // namespace
-
-String UnicodeFromHex(const String& text, bool flag) {
-  if (!flag) {
-    return text;
-  }
-  const std::int64_t count = LenB(text) / 2;
-  std::string bytes(static_cast<std::size_t>(count), '\0');
-  MemoryBlockHexToByte(text.View(), bytes, count);
-  MemoryBlockByteSwitchPPC(bytes, count);
-  RepairUnits(bytes);
-  return ConvertEncoding(String(std::move(bytes), Encoding::UTF16), Encoding::UTF8);
 }
 
 }  // namespace zephin::ViewConst

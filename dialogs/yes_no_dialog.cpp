@@ -12,10 +12,7 @@ void YesNoDialog::CreateControls() {
   const auto addButton = [this](const char* name, const Bounds& place, const char* caption) {
     Ref<PushButton> button = Add<PushButton>(name, place);
     button->SetCaption(caption);
-    button->Action = [this](PushButton& pressed) {
-      fBtnName = Utf8(pressed.Name());
-      Hide();
-    };
+    AnswerWithName(*button);
     return button;
   };
   const auto addLabel = [this](const char* name, const Bounds& place, const char* text) {
@@ -25,8 +22,8 @@ void YesNoDialog::CreateControls() {
   };
   const Ref<PushButton> ok = addButton("OKBtn", {352, 115, 80, 20}, "OK");
   ok->SetDefault(true);
-  ok->SetTabIndex(1);
-  addButton("CancelBtn", {260, 115, 80, 20}, "Cancel")->SetTabIndex(0);
+  ok->SetTabIndex(0);
+  addButton("CancelBtn", {260, 115, 80, 20}, "Cancel")->SetTabIndex(1);
   addLabel("ConfirmLabel1", {20, 14, 412, 20}, "Destination folder already exists.");
   addLabel("ConfirmLabel2", {20, 37, 412, 20}, "Delete folder to continue?");
   addLabel("ConfirmLabel3", {20, 61, 412, 42}, "Target Folder Path")->SetMultiline(true);

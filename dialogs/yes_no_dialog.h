@@ -1,18 +1,14 @@
 #ifndef DIALOGS_YES_NO_DIALOG_H_
 #define DIALOGS_YES_NO_DIALOG_H_
 
-#include "platform/framework/controls.h"
-#include "platform/framework/window.h"
+#include "dialogs/answer_window.h"
 
 namespace zephin {
 
-/// Asks whether an existing target folder may be deleted. Not to be confused with the function
-/// ViewConst::YesNoDialog, which asks any question.
-class YesNoDialog : public Window {
+/// Asks whether an existing target folder may be deleted; answers with the button's name, "OKBtn"
+/// or "CancelBtn". The function ViewConst::YesNoDialog, which asks any question, doesn't use it.
+class YesNoDialog : public AnswerWindow {
  public:
-  /// Name of the button that closed it: "OKBtn" or "CancelBtn"; empty before.
-  String fBtnName;
-
   Ref<PushButton> OKBtn() const { return Named<PushButton>("OKBtn"); }
   Ref<PushButton> CancelBtn() const { return Named<PushButton>("CancelBtn"); }
   Ref<Label> ConfirmLabel1() const { return Named<Label>("ConfirmLabel1"); }  ///< What is the case.

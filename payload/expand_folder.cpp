@@ -1,16 +1,12 @@
 #include "app/zephin_stub_window.h"
-#include "dialogs/yes_no_dialog.h"
+#include "files/files.h"
+#include "files/folders.h"
+#include "payload/bundle_resources.h"
 #include "payload/scrambled_file.h"
-#include "payload/target_name.h"
-#include "platform/bundle_location.h"
+#include "payload/target_folder.h"
 #include "platform/framework/application.h"
-#include "platform/framework/text.h"
-#include "util/files.h"
-#include "util/folders.h"
-#include "util/globals.h"
-#include "util/my_get_folder_item.h"
+#include "setup/bundle_files.h"
 #include "util/paths.h"
-#include "util/sleep.h"
 
 namespace zephin {
 namespace {
@@ -18,12 +14,9 @@ namespace {
 using GlobalsVk::MyGetFolderItem;
 using ViewConst::DirectoryExists;
 using ViewConst::FileExists;
-using ViewConst::GetPathSeparator;
-using ViewConst::gLineBreak;
-using ViewConst::MyAbsolutePath;
 
-/// Where the bundle's payload lies. Everything is empty if the bundle can't be found; then there is
-/// no payload to copy, and the user is told so at that step.
+/// Where the payload is in the bundle. Everything is empty if the bundle can't be found; the copy
+/// of the payload then fails, which is reported.
 struct Payload {
   Ref<FolderItem> resources;
   String dataPath;       ///< The payload in one file.
@@ -31,119 +24,24 @@ struct Payload {
 };
 
 Payload FindPayload() {
-  const Ref<FolderItem> contents = ViewConst::ContentsFolder();
-  const Ref<FolderItem> resources = contents.IsNil() ? nullptr : contents->Child("Resources", true);
+  const Ref<FolderItem> resources = ResourcesFolder();
   if (resources.IsNil()) {
     return {};
   }
-  const String resourcesPath = MyAbsolutePath(resources);
-  return {resources, resourcesPath + "Data2", resourcesPath + "Data#1"};
+  const String resourcesPath = ViewConst::MyAbsolutePath(resources);
+  return {resources, resourcesPath + kPayloadFile, resourcesPath + kFirstPieceFile};
 }
 
-/// The item to start after the install; nil if there is none. Looked up before the install, so that
-/// a program that only the payload brings is found by no token.
+/// The item to start after the install; nil if there is none. A name with a token stays as it is if
+/// the bundle can't be found.
 Ref<FolderItem> FindAfterProgram(ZephinStubWindow& w, const Ref<FolderItem>& resources) {
-  if (resources.IsNil() || w.fExecuteAfterName.IsEmpty()) {
-    return nullptr;
-  }
-  if (w.SpecialPath(w.fExecuteAfterName)) {
-    return FileExists(w.fExecuteAfterName) ? MyGetFolderItem(w.fExecuteAfterName) : nullptr;
-  }
-  return resources->Child(w.fExecuteAfterName, true);
+  return resources.IsNil() || w.fExecuteAfterName.IsEmpty()
+             ? nullptr
+             : FindHelper(w, w.fExecuteAfterName, resources);
 }
 
-/// Makes `fTargetFolder` a full path, or empty if the user gives no place, and gives the archive's
-/// path beside it.
-String PlaceTarget(ZephinStubWindow& w) {
-  String parent;
-  if (w.fApplicationFolder) {
-    parent = MyAbsolutePath(ViewConst::GetApplicationFolder());
-  } else {
-    const String chosen = w.SelectTargetFolder(ViewConst::GetApplicationPath(), true);
-    if (chosen.IsEmpty()) {
-      w.fTargetFolder = "";
-      return "";
-    }
-    parent = chosen + GetPathSeparator();
-  }
-  w.fTargetFolder = parent + w.fTargetFolder;
-  return w.fTargetFolder + ".zip";
-}
-
-bool UserAgreesToReplace(const ZephinStubWindow& w) {
-  const Ref<YesNoDialog> dialog = MakeWindow<YesNoDialog>();
-  const auto setText = [&w](const Ref<Label>& label, const String& custom) {
-    label->SetText(w.CustomLabel(label->Text(), custom));
-  };
-  const auto setCaption = [&w](const Ref<PushButton>& button, const String& custom) {
-    button->SetCaption(w.CustomLabel(button->Caption(), custom));
-  };
-  dialog->SetTitle(w.CustomLabel(dialog->Title(), w.fLabels(10)));
-  setText(dialog->ConfirmLabel1(), w.fLabels(11));
-  setText(dialog->ConfirmLabel2(), w.fLabels(12));
-  dialog->ConfirmLabel3()->SetText(w.fTargetFolder);
-  setCaption(dialog->CancelBtn(), w.fLabels(3));
-  setCaption(dialog->OKBtn(), w.fLabels(4));
-  dialog->ShowModal();
-  return TextEquals(dialog->fBtnName, "OKBtn");
-}
-
-void ReportUndeletable() {
-  MsgBox("Install Aborted" + gLineBreak + gLineBreak +
-         "Unable to delete existing installed folder.  Reboot the computer and try again or "
-         "manually delete the previously installed application folder.");
-}
-
-/// Deletes the installed folder; false, after a message, if it is still there some seconds later.
-bool DeleteInstalledFolder(ZephinStubWindow& w) {
-  ViewConst::DeleteFolderOrApp(w.fTargetFolder);
-  w.ShowInstallinProgress();
-  Application::Current().DoEvents(1);
-  ViewConst::Sleep(1);
-  if (DirectoryExists(w.fTargetFolder)) {
-    ViewConst::Sleep(3);
-  }
-  if (DirectoryExists(w.fTargetFolder)) {
-    ReportUndeletable();
-    return false;
-  }
-  return true;
-}
-
-/// A patch needs an installed folder; tells the user if there is none.
-bool PatchHasItsTarget(const ZephinStubWindow& w) {
-  if (!w.fInstallationPatch || DirectoryExists(w.fTargetFolder)) {
-    return true;
-  }
-  MsgBox(w.CustomLabel("Patch Failed.  No installation folder exists.", w.fLabels(18)));
-  return false;
-}
-
-/// Clears what stands where the payload is going to be expanded. False ends the install.
-bool ClearTarget(ZephinStubWindow& w, bool nameIsSafe) {
-  if (w.fInstallationPatch) {
-    // The patch is expanded into a folder beside the installed one.
-    w.fTargetFolder += "Patch";
-  }
-  if (!nameIsSafe) {
-    ReportUndeletable();
-    return false;
-  }
-  if (w.fInstallationPatch && DirectoryExists(w.fTargetFolder)) {
-    w.ShowInstallinProgress();
-    ViewConst::DeleteFolderOrApp(w.fTargetFolder);
-  }
-  if (!DirectoryExists(w.fTargetFolder)) {
-    return true;
-  }
-  if (w.fPromptToReplace && !UserAgreesToReplace(w)) {
-    return false;
-  }
-  return DeleteInstalledFolder(w);
-}
-
-/// Writes the payload beside the target. A failed copy is told, and the install goes on: the steps
-/// behind it put up with a missing file.
+/// Writes the payload beside the target folder. A failed copy is reported and the install
+/// goes on: the steps that follow accept a missing file.
 void WriteArchive(ZephinStubWindow& w, const Payload& payload, const String& zipPath) {
   w.ShowInstallinProgress();
   if (FileExists(zipPath)) {
@@ -152,7 +50,22 @@ void WriteArchive(ZephinStubWindow& w, const Payload& payload, const String& zip
   if (FileExists(payload.firstPartPath)) {
     w.CombineSplitSetup(payload.firstPartPath, zipPath);
   } else if (!ViewConst::CopyFile(payload.dataPath, zipPath)) {
-    MsgBox(w.CustomLabel("Installation Failed", w.fLabels(13)));
+    MsgBox(w.Wording(Caption::Failed));
+  }
+}
+
+/// Brings the payload into the target folder or, if it is a patch, into the installed one.
+void ExpandPayload(ZephinStubWindow& w, const Payload& payload, const String& zipPath) {
+  WriteArchive(w, payload, zipPath);
+  ViewConst::EncryptDecryptFileEnd(zipPath, false);
+  const Ref<FolderItem> zipItem = MyGetFolderItem(zipPath);
+  if (!zipItem.IsNil()) {
+    // The desktop expands the archive beside itself and gives no signal of its end.
+    zipItem->Launch(true);
+    w.ZipFileProcess(zipPath, zipItem);
+  }
+  if (w.fInstallationPatch) {
+    w.ApplyInstallationPatch();
   }
 }
 
@@ -161,38 +74,41 @@ void WriteArchive(ZephinStubWindow& w, const Payload& payload, const String& zip
 void ZephinStubWindow::ExpandFolder() {
   InfoBtn()->SetVisible(false);
   const Payload payload = FindPayload();
-  const Ref<FolderItem> executeAfterItem = FindAfterProgram(*this, payload.resources);
+  // Looked up before the install: a program that only the payload brings isn't found by a token.
+  const Ref<FolderItem> afterProgram = FindAfterProgram(*this, payload.resources);
   if (RelocateInstaller(payload.firstPartPath)) {
     return;
   }
   PreInstallCopy();
   const bool nameIsSafe = LiesBelowItsParent(fTargetFolder);
-  const String zipPath = PlaceTarget(*this);
-  if (fTargetFolder.IsEmpty() || !PatchHasItsTarget(*this)) {
+  fTargetFolder = PlaceOfTarget(*this);
+  if (fTargetFolder.IsEmpty()) {
     return;
   }
-  if (!ClearTarget(*this, nameIsSafe)) {
-    return;
-  }
-  WriteArchive(*this, payload, zipPath);
-  ViewConst::EncryptDecryptFileEnd(zipPath, false);
-  const Ref<FolderItem> zipItem = MyGetFolderItem(zipPath);
-  if (!zipItem.IsNil()) {
-    zipItem->Launch(true);
-    ZipFileProcess(zipPath, zipItem);
-  }
+  const String zipPath = fTargetFolder + ".zip";
   if (fInstallationPatch) {
-    ApplyInstallationPatch();
+    if (!DirectoryExists(fTargetFolder)) {
+      MsgBox(Wording(Caption::PatchNoTarget));
+      return;
+    }
+    // A patch is expanded into a folder beside the installed one, to be merged from there.
+    fTargetFolder += "Patch";
   }
+  if (!nameIsSafe) {
+    ReportUndeletableFolder();
+    return;
+  }
+  if (fInstallationPatch && DirectoryExists(fTargetFolder)) {
+    // Left by an earlier run, so it is deleted without a question.
+    ShowInstallinProgress();
+    ViewConst::DeleteFolderOrApp(fTargetFolder);
+  }
+  if (DirectoryExists(fTargetFolder) && !RemoveTargetFolder(*this)) {
+    return;
+  }
+  ExpandPayload(*this, payload, zipPath);
   PostInstallCopy();
-  ZipFileDelete(zipPath, executeAfterItem);
-}
-
-void ZephinStubWindow::ShowInstallinProgress() {
-  MessageLabel()->SetText(CustomLabel("Install in Progress...", fLabels(19)));
-  SetFocus();
-  MessageLabel()->Refresh(true);
-  Refresh(true);
+  ZipFileDelete(zipPath, afterProgram);
 }
 
 }  // namespace zephin

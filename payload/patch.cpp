@@ -1,18 +1,18 @@
 #include "app/zephin_stub_window.h"
-#include "platform/access_rights.h"
+#include "files/access_rights.h"
+#include "files/files.h"
+#include "files/folders.h"
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"
-#include "util/files.h"
-#include "util/folders.h"
 #include "util/globals.h"
-#include "util/my_get_folder_item.h"
 #include "util/paths.h"
-#include "util/sleep.h"
+#include "util/process.h"
 #include "util/text_search.h"
 
-// A patch is a tree laid out like the installed one, in a folder beside it. A file in it replaces
-// the one at the same place or is added; "*Delete*" in a name orders that the item of the name
-// without it goes: "old*Delete*.txt" deletes "old.txt".
+// A patch is a tree laid out like the installed one, in a folder beside it. A file of the patch
+// replaces the installed file at the same place, or is added. The marker "*Delete*" in a name means
+// that the installed item of that name without the marker is deleted: "old*Delete*.txt" deletes
+// "old.txt".
 
 namespace zephin {
 namespace {
@@ -21,13 +21,13 @@ using ViewConst::FileExists;
 using ViewConst::GetPathSeparator;
 using ViewConst::MyExtractFilePath;
 
-/// An item's name in the patch tree, taken apart.
+/// The name of an item in the patch tree.
 struct PatchName {
   String name;  ///< Without the marker.
   bool isDelete = false;
 };
 
-PatchName TakeApart(const String& name) {
+PatchName ParseName(const String& name) {
   const String marker = "*Delete*";
   const std::int64_t position = ViewConst::Pos(marker, name);
   if (position == 0) {
@@ -40,7 +40,8 @@ void ReplaceFile(const String& source, const String& destination) {
   if (FileExists(destination)) {
     ViewConst::DeleteFile(destination);
   } else if (!ViewConst::DirectoryExists(MyExtractFilePath(destination))) {
-    // For a file directly in a bundle this is the folder above the bundle.
+    // For a file directly in a bundle this is the folder that holds the bundle. If the bundle
+    // itself is missing, the copy therefore fails and is reported.
     ViewConst::ForceDirectories(MyExtractFilePath(destination), false);
   }
   if (!ViewConst::CopyFileB(source, destination)) {
@@ -69,12 +70,14 @@ void ZephinStubWindow::ApplyInstallationPatch() {
            "Patch folder not created at specified location.");
     return;
   }
+  // Users aren't to open it while its files are in use.
   ViewConst::SetInvisible(fTargetFolder);
   const Ref<FolderItem> item = GlobalsVk::MyGetFolderItem(fTargetFolder);
   if (item.IsNil()) {
     return;
   }
   ApplyPatchFolder(item, "", zephin::Left(fTargetFolder, Len(fTargetFolder) - kEndingLength));
+  // The expansion may still write files into it, so each attempt comes after a wait.
   while (ViewConst::DirectoryExists(fTargetFolder)) {
     ViewConst::Sleep(2);
     ViewConst::AllUsersFullAccess(fTargetFolder);
@@ -97,14 +100,14 @@ void ZephinStubWindow::ApplyPatchFolder(const Ref<FolderItem>& folder, const Str
     if (child.IsNil()) {
       continue;
     }
-    const PatchName entry = TakeApart(child->Name());
+    const PatchName entry = ParseName(child->Name());
     if (child->Alias() || !child->Directory()) {
       ApplyFile(*child, entry, folderPath, installedPath + sep + relativeFolder + entry.name);
     } else if (!entry.isDelete) {
       ApplyPatchFolder(child, relativeFolder + entry.name, installedPath);
     } else {
-      // No separator between the two: a folder's marker works at the root of the tree, and patches
-      // are made with that in mind.
+      // No separator between the last two, on purpose: a folder's marker works at the root of the
+      // tree, and existing patches rely on that.
       const String path = installedPath + sep + relativePath + entry.name;
       if (ViewConst::DirectoryExists(path)) {
         ViewConst::DeleteFolderOrApp(path);

@@ -7,8 +7,7 @@
 #include "platform/framework/application.h"
 #include "platform/framework/streams.h"
 #include "setup/scrambling.h"
-#include "setup/scrambling_bytes.h"
-#include "util/my_get_folder_item.h"
+#include "util/paths.h"
 
 namespace zephin::ViewConst {
 namespace {
@@ -16,12 +15,18 @@ namespace {
 using GlobalsVk::MyGetFolderItem;
 
 constexpr std::size_t kBlock = std::size_t{256} * 1024;
-/// What is read before its room is given back.
-constexpr std::uint64_t kStretch = 64 * kBlock;
 
 using ChangeBytes = void (*)(std::span<char> block, std::uint64_t position);
 
-/// Copies what is left of `from`, changed, block by block, until its end or the first failure.
+/// Frees the disk space of a deleted file as far as it has been read, at the end of each stretch.
+void FreeReadSpace(BinaryStream& file, std::uint64_t position) {
+  constexpr std::uint64_t kStretch = 64 * kBlock;
+  if (position % kStretch == 0) {
+    file.ForgetWhatWasRead();
+  }
+}
+
+/// Copies the rest of `from`, changed, block by block, up to its end or the first failed write.
 void CopyChanged(BinaryStream& from, BinaryStream& to, ChangeBytes change) {
   std::vector<char> block(kBlock);
   std::uint64_t position = 0;
@@ -33,21 +38,24 @@ void CopyChanged(BinaryStream& from, BinaryStream& to, ChangeBytes change) {
     change(part, position);
     to.WriteFrom(part);
     position += part.size();
-    if (position % kStretch == 0) {
-      from.ForgetWhatWasRead();
-    }
+    FreeReadSpace(from, position);
     RuntimeBackgroundTask();
   }
 }
 
-/// Opened to be written, too, if that may be, so that its room can be given back.
+/// Also open for writing if possible: space can be freed only in such a file. A payload from a
+/// read-only disc can't be written; it gets the right here, as it is deleted next.
 Ref<BinaryStream> OpenToRead(const Ref<FolderItem>& item) {
-  const Ref<BinaryStream> stream = item->OpenAsBinaryFile(true);
+  Ref<BinaryStream> stream = item->OpenAsBinaryFile(true);
+  if (stream.IsNil() && !item->Directory()) {
+    item->GrantAllRights();
+    stream = item->OpenAsBinaryFile(true);
+  }
   return stream.IsNil() ? item->OpenAsBinaryFile(false) : stream;
 }
 
-/// The file could not be deleted, so that making it anew empties the one that is being read: it has
-/// to be in memory first.
+/// For a file that can't be deleted. Creating it again empties the file that is being read, so all
+/// of it must be in memory first.
 void RewriteInMemory(BinaryStream& from, const Ref<FolderItem>& item, bool encrypt) {
   String data = from.Read(from.Length());
   if (encrypt) {
@@ -76,8 +84,7 @@ void EncryptDecryptFileEnd(const String& path, bool encrypt) {
     RewriteInMemory(*from, item, encrypt);
     return;
   }
-  // The old file goes on behind its open stream, so that it never has to be in memory whole, and
-  // gives its room to the new one, so that the disk never has to hold both.
+  // The deleted file can still be read from its open stream.
   const Ref<BinaryStream> to = item->CreateBinaryFile("");
   if (!to.IsNil()) {
     CopyChanged(*from, *to, encrypt ? ScrambleBytes : UnscrambleBytes);

@@ -2,19 +2,19 @@
 
 #include "app/zephin_stub_window.h"
 #include "dialogs/conflict.h"
+#include "files/files.h"
 #include "platform/framework/application.h"
 #include "platform/framework/clipboard.h"
 #include "platform/framework/shell.h"
 #include "platform/framework/streams.h"
 #include "platform/framework/text.h"
-#include "util/files.h"
-#include "util/my_get_folder_item.h"
+#include "setup/bundle_files.h"
 #include "util/paths.h"
 #include "util/text_search.h"
 
 // A payload too large for one disc is cut into pieces: Data#1 in the bundle, then Data#2, Data#3,
-// ... and last Data#End in the folder that the bundle was started from, on whichever disc holds
-// them. They are joined with nothing between them.
+// ... and last Data#End in the folder from which the user started the bundle, on any number of
+// discs of one name. They are joined with nothing between them.
 
 namespace zephin {
 namespace {
@@ -22,9 +22,8 @@ namespace {
 using GlobalsVk::MyGetFolderItem;
 using ViewConst::FileExists;
 
-const char* const kLastPiece = "Data#End";
-
-/// Reads a piece block by block and hands each block on. A piece that can't be opened raises.
+/// Passes a piece to `take` block by block. Raises NilObjectException if it can't be opened; a
+/// piece that can't be read to its end is cut short silently.
 template <class Take>
 void ReadPiece(const Ref<FolderItem>& item, Take take) {
   constexpr std::int64_t kBlock = 1 << 20;
@@ -40,7 +39,7 @@ void ReadPiece(const Ref<FolderItem>& item, Take take) {
   }
 }
 
-/// Creates the joined file anew. Nil if it can't be made.
+/// Replaces whatever exists at the path by an empty file. Nil if that fails.
 Ref<BinaryStream> CreateAnew(const String& zipPath) {
   const Ref<FolderItem> item = MyGetFolderItem(zipPath);
   if (item->Exists()) {
@@ -49,45 +48,45 @@ Ref<BinaryStream> CreateAnew(const String& zipPath) {
   return item->CreateBinaryFile("");
 }
 
-/// Hands all pieces on in their order, disc by disc, and gives the path of the last one. A no to
-/// the question for the next disc ends the run.
+/// Path of the piece with that number or, where it is missing, of the last one; empty where both
+/// are missing. So a number that no disc holds makes the payload short, without a question.
+String NextPiece(const String& folder, std::int64_t index) {
+  String path = folder + kPieceStem + Str(index);
+  if (!FileExists(path)) {
+    path = folder + kLastPieceFile;
+  }
+  return FileExists(path) ? path : "";
+}
+
+/// Returns when the user says that the next disc is in the drive; ends the run if the user refuses.
+void AskForNextDisc(const ZephinStubWindow& w) {
+  if (!GlobalsVk::YesNoDlg(w.Wording(Caption::NextDisc))) {
+    Quit(0);
+  }
+}
+
+/// Passes all pieces to `take`, block by block in their order, and ejects the disc after each.
 template <class Take>
-String ReadAllPieces(ZephinStubWindow& w, const String& folder, const String& firstPartPath,
-                     Take take) {
-  const auto eject = [&] {
+void ReadAllPieces(ZephinStubWindow& w, const String& folder, const String& firstPartPath,
+                   Take take) {
+  const auto readAndEject = [&](const String& path) {
+    ReadPiece(MyGetFolderItem(path), take);
     if (w.SourceFolderIsCD(folder)) {
       w.EjectCD();
     }
   };
-  ReadPiece(MyGetFolderItem(firstPartPath), take);
-  eject();
+  readAndEject(firstPartPath);
   String path;
-  std::int64_t index = 1;
-  bool done = false;
-  while (!done) {
-    ++index;
-    path = folder + "Data#" + Str(index);
-    if (!FileExists(path)) {
-      path = folder + kLastPiece;
-      done = FileExists(path);
-    }
-    if (FileExists(path)) {
-      const Ref<FolderItem> item = MyGetFolderItem(path);
-      if (!item.IsNil()) {
-        ReadPiece(item, take);
-        eject();
-      }
-    } else if (GlobalsVk::YesNoDlg(w.CustomLabel(
-                   "Insert next CD.  When you see the CD icon, click YES to continue or NO to "
-                   "quit.",
-                   w.fLabels(16)))) {
-      --index;
+  for (std::int64_t index = 2; !(path == folder + kLastPieceFile);) {
+    path = NextPiece(folder, index);
+    if (path.IsEmpty()) {
+      AskForNextDisc(w);
     } else {
-      Quit(0);
+      readAndEject(path);
+      ++index;
     }
     RuntimeBackgroundTask();
   }
-  return path;
 }
 
 }  // namespace
@@ -110,14 +109,11 @@ void ZephinStubWindow::CombineSplitSetupX(const String& firstPartPath, const Str
   app.SetMouseCursor(MouseCursor::Wait);
   const String folder = Clipboard().Text();
   String whole("", Encoding::None);
-  const String lastPath = ReadAllPieces(*this, folder, firstPartPath,
-                                        [&whole](const String& block) { whole += block; });
-  if (TextEquals(ViewConst::ExtractFileName(lastPath), kLastPiece)) {
-    const Ref<BinaryStream> output = CreateAnew(zipPath);
-    if (!output.IsNil()) {
-      output->Write(whole);
-      output->Close();
-    }
+  ReadAllPieces(*this, folder, firstPartPath, [&whole](const String& block) { whole += block; });
+  const Ref<BinaryStream> output = CreateAnew(zipPath);
+  if (!output.IsNil()) {
+    output->Write(whole);
+    output->Close();
   }
   app.SetMouseCursor(MouseCursor::Arrow);
 }
@@ -126,8 +122,8 @@ bool ZephinStubWindow::SourceFolderIsCD(const String& folder) const {
   const String applications = ViewConst::MyAbsolutePath(ViewConst::GetApplicationFolder());
   const std::int64_t position = ViewConst::Pos(ViewConst::GetPathSeparator(), applications);
   const String volume = position == 0 ? "" : zephin::Left(applications, position - 1);
-  // Paths begin with the separator, so the volume is empty and nothing is found: every source is
-  // taken for a disc, and where there is no tray the eject does nothing.
+  // Paths begin with the separator, so the volume is empty and is never found: every folder counts
+  // as a disc. That suits split setups, and without a tray the eject does nothing.
   return ViewConst::Pos(volume, folder) != 1;
 }
 

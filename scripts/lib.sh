@@ -52,3 +52,6 @@ build() {
   fi
   cmake --build --preset "$1"
 }
+
+# Starts a Python program that uses the driver of desktops in tests/desk.
+with_driver=(env "PYTHONPATH=$PWD/tests/desk" /usr/bin/python3 -B)

@@ -1,20 +1,20 @@
 #include <memory>
 
 #include "app/zephin_stub_window.h"
-#include "payload/zip_to_folder.h"
-#include "platform/access_rights.h"
+#include "files/access_rights.h"
+#include "files/files.h"
+#include "payload/zip_file.h"
 #include "platform/framework/application.h"
 #include "platform/framework/http_socket.h"
 #include "platform/framework/streams.h"
 #include "platform/framework/text.h"
-#include "util/files.h"
-#include "util/my_get_folder_item.h"
+#include "setup/limits.h"
 #include "util/paths.h"
 
 namespace zephin {
 namespace {
 
-/// The body of the response; shorter than it should be, or empty, after any failure.
+/// The body of the response; after a failure what has arrived of it, or nothing.
 String Fetch(const String& url) {
   constexpr int kSilenceSeconds = 20;
   const bool secure = Len(url) > 5 && TextEquals(Left(url, 5), "https");
@@ -23,7 +23,7 @@ String Fetch(const String& url) {
   return socket->Get(url, kSilenceSeconds);
 }
 
-/// False if there is no place to write to; a write that fails shows in the expansion.
+/// False if the file can't be created. Failed writes are ignored, as they make the expansion fail.
 bool Store(const String& body, const String& localPath) {
   const Ref<FolderItem> item = GlobalsVk::MyGetFolderItem(localPath);
   const Ref<BinaryStream> stream = item.IsNil() ? nullptr : item->CreateBinaryFile("text");
@@ -36,29 +36,34 @@ bool Store(const String& body, const String& localPath) {
   return true;
 }
 
+/// False, after a message, if nothing was stored.
+bool FetchAndStore(const String& url, const String& localPath) {
+  const String body = Fetch(url);
+  if (LenB(body) < kSmallestDownload) {
+    MsgBox("Setup file download failed.");
+    return false;
+  }
+  if (!Store(body, localPath)) {
+    MsgBox("Install of download failed.  Check account permissions.");
+    return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 bool ZephinStubWindow::DownloadURL(const String& url, const String& fileName,
                                    const String& targetPath, bool renameFlag) {
-  // The only test of the response: publishers keep their archives at this size or more.
-  constexpr std::int64_t kSmallestBody = 10000;
-  String localPath;
-  String stemPath;
-  {
-    const String body = Fetch(url);
-    if (LenB(body) < kSmallestBody) {
-      MsgBox("Setup file download failed.");
-      return false;
-    }
-    localPath = ViewConst::MyExtractFilePath(targetPath) + ViewConst::GetPathSeparator() + fileName;
-    stemPath = ViewConst::ChangeFileExt(localPath, "");
-    if (!Store(body, localPath)) {
-      MsgBox("Install of download failed.  Check account permissions.");
-      return false;
-    }
+  const String localPath =
+      ViewConst::MyExtractFilePath(targetPath) + ViewConst::GetPathSeparator() + fileName;
+  if (!FetchAndStore(url, localPath)) {
+    return false;
   }
   const bool result = ViewConst::ZipFileToFolder(localPath, targetPath, false);
   if (renameFlag) {
+    // For a content that was expanded beside the archive, under its name. The expansion has created
+    // the target folder, so its name is taken, and no item of the user's is renamed.
+    const String stemPath = ViewConst::ChangeFileExt(localPath, "");
     GetFolderItem(stemPath)->SetName(ViewConst::ExtractFileName(targetPath));
   }
   ViewConst::DeleteFile(localPath);

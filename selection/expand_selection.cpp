@@ -1,13 +1,13 @@
 #include "app/zephin_stub_window.h"
 #include "dialogs/page_run.h"
-#include "payload/zip_to_folder.h"
+#include "payload/zip_file.h"
+#include "platform/bundle/bundle_location.h"
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"
-#include "platform/process_to_top.h"
 #include "selection/placement.h"
-#include "selection/selection_list.h"
-#include "util/my_get_folder_item.h"
+#include "setup/selection_list.h"
 #include "util/paths.h"
+#include "util/process.h"
 #include "util/text_search.h"
 
 namespace zephin {
@@ -16,35 +16,30 @@ namespace {
 using ViewConst::ExtractFileName;
 using ViewConst::MyAbsolutePath;
 
-/// Path of the bundle's Resources folder with a trailing separator; empty if it can't be found.
+/// Path of the bundle's Resources folder with a trailing separator; empty if the executable is
+/// unknown. Outside a bundle it is a path below the executable: no archive exists there, and the
+/// user learns of each that is missing.
 String ResourcesPath() {
-  constexpr std::int64_t kContentsLength = 8;
-  Ref<FolderItem> item = Application::Current().ExecutableFile();
-  if (item.IsNil()) {
-    return "";
-  }
-  const String path = MyAbsolutePath(item);
-  const std::int64_t position = ViewConst::ContentsPosition(path);
-  if (position != 0) {
-    item = GlobalsVk::MyGetFolderItem(Left(path, position + kContentsLength));
-  }
+  const Ref<FolderItem> contents = ViewConst::ContentsFolder();
+  const Ref<FolderItem> item =
+      contents.IsNil() ? Application::Current().ExecutableFile() : contents;
   return item.IsNil() ? "" : MyAbsolutePath(item->Child("Resources"));
 }
 
-/// Sets the message line and repaints it at once, before the work that blocks.
+/// Sets the message line and repaints it at once: the work that follows blocks.
 void ShowLine(ZephinStubWindow& w, const String& text) {
   w.MessageLabel()->SetText(text);
   w.Refresh(true);
 }
 
 void ShowPleaseWait(ZephinStubWindow& w) {
-  ShowLine(w, w.CustomLabel("Please Wait", w.fLabels(21)));
+  ShowLine(w, w.Wording(Caption::PleaseWait));
 }
 
 void PlaceChoice(ZephinStubWindow& w, const String& choice, const String& resourcesPath) {
   Placement placement;
   String archivePath;
-  // No stop at the first: of equal captions the last one is installed.
+  // No stop at the first match, on purpose: of equal captions the last one is installed.
   for (const SelectionEntry& entry : ReadSelectionList(w.fInstallChoices)) {
     if (TextEquals(entry.caption, choice)) {
       archivePath = resourcesPath + ExtractFileName(entry.source);
@@ -59,7 +54,7 @@ void PlaceChoice(ZephinStubWindow& w, const String& choice, const String& resour
 }
 
 bool FetchOption(ZephinStubWindow& w, const SelectionEntry& entry, const Placement& placement) {
-  ShowLine(w, w.CustomLabel("Installing Options", w.fLabels(22)) + " " + entry.caption);
+  ShowLine(w, w.Wording(Caption::Downloading) + " " + entry.caption);
   const bool willBeMerged = !placement.mergeFolder.IsEmpty();
   const bool ok = w.DownloadURL(entry.source, ExtractFileName(entry.source),
                                 placement.extractFolder, willBeMerged);
@@ -68,7 +63,8 @@ bool FetchOption(ZephinStubWindow& w, const SelectionEntry& entry, const Placeme
 }
 
 void PlaceOption(ZephinStubWindow& w, const SelectionEntry& entry, const String& resourcesPath) {
-  const bool isAddress = ViewConst::Pos("http", entry.source) == 1;
+  // Anywhere else in the source "http" is part of a path.
+  const bool isAddress = ViewConst::Pos(kAddressBeginning, entry.source) == 1;
   const Placement placement = PlaceOf(w.fTargetFolder, entry.folder, "_Option");
   const bool ok = isAddress
                       ? FetchOption(w, entry, placement)
@@ -85,9 +81,9 @@ void ShowReleaseNotes(const ZephinStubWindow& w) {
   if (w.fPostInstallNotes.IsEmpty()) {
     return;
   }
-  const String accept = w.CustomLabel("OK", w.fLabels(4));
+  const String accept = w.Wording(Caption::Ok);
   ShowPage({.text = w.fPostInstallNotes,
-            .title = w.CustomLabel("Release Notes", w.fLabels(26)),
+            .title = w.Wording(Caption::ReleaseNotesTitle),
             .quitButton = QuitButton::Hidden,
             .acceptCaptionInHtml = accept,
             .acceptCaptionInPlain = accept});
@@ -97,6 +93,7 @@ void ShowReleaseNotes(const ZephinStubWindow& w) {
 
 void ZephinStubWindow::ExpandChoiceAndOptions(const String& choice, const String& options) {
   if (fTargetFolder.IsEmpty()) {
+    // The user has chosen no folder, so nothing was installed.
     return;
   }
   const String resourcesPath = ResourcesPath();

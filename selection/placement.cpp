@@ -1,10 +1,9 @@
 #include "selection/placement.h"
 
+#include "files/files.h"
+#include "files/folders.h"
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"
-#include "util/files.h"
-#include "util/folders.h"
-#include "util/my_get_folder_item.h"
 #include "util/paths.h"
 
 namespace zephin {
@@ -15,6 +14,8 @@ Placement PlaceOf(const String& target, const String& folder, const String& suff
   if (TextEquals(folder, ViewConst::ExtractFileName(target))) {
     return {target + suffix, target};
   }
+  // An empty folder name gives the target itself, which exists, so the temporary folder is then
+  // inside the target.
   const String inside = target + GetPathSeparator() + folder;
   if (ViewConst::DirectoryExists(inside)) {
     return {inside + suffix, inside};
@@ -27,6 +28,7 @@ void Merge(const Placement& placement) {
     return;
   }
   const Ref<FolderItem> folder = GlobalsVk::MyGetFolderItem(placement.extractFolder);
+  // From the last item to the first, since each move takes one away.
   for (std::int64_t i = folder.IsNil() ? 0 : folder->Count(); i >= 1; --i) {
     const Ref<FolderItem> item = folder->Item(i);
     if (item.IsNil()) {

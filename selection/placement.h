@@ -5,21 +5,23 @@
 
 namespace zephin {
 
-/// Where an archive's content goes. It is never expanded over a folder that stands already, since
-/// the expansion clears its folder first: it goes into a temporary one beside it and is merged.
+/// The folders for the content of an archive. The expansion deletes its folder first, so an archive
+/// is never expanded into a folder that exists: its content is expanded into a temporary folder
+/// beside that one and then moved.
 struct Placement {
-  String extractFolder;  ///< Receives the archive's content.
-  String mergeFolder;    ///< Into which that is then moved; empty if it is in its place already.
+  String extractFolder;  ///< For the expansion.
+  String mergeFolder;    ///< Where the content is then moved; empty if it is in place already.
 };
 
-/// Decides by what stands on the disk now. `folder` is the publisher's name of a folder inside
-/// `target`; the target's own name, in any letter case, stands for the target itself. `suffix`
-/// marks the temporary folder: "_Choice" or "_Option".
+/// The placement for the present state of the disk. `folder` is a folder inside `target`; the name
+/// of the target itself, in any letter case, means the target. The temporary folder's name ends
+/// with `suffix`, "_Choice" or "_Option".
 Placement PlaceOf(const String& target, const String& folder, const String& suffix);
 
-/// Moves each item of the extract folder's top level into the merge folder, and deletes the former
-/// with what couldn't be moved. A folder of the same name that isn't empty stays and the archive's
-/// is lost; a file or an empty folder is replaced. Nothing without a merge folder.
+/// Moves each item directly in the extract folder into the merge folder, then deletes the extract
+/// folder with what couldn't be moved. An existing file or empty folder of the same name is
+/// replaced. A folder that isn't empty stays, and the archive's folder of that name is lost,
+/// without a message. Does nothing if there is no merge folder.
 void Merge(const Placement& placement);
 
 }  // namespace zephin

@@ -1,14 +1,14 @@
 #include "app/zephin_stub_window.h"
 #include "platform/framework/text.h"
 #include "selection/selection_dialogs.h"
-#include "selection/selection_list.h"
+#include "setup/selection_list.h"
 
 namespace zephin {
 namespace {
 
-/// Fills the rows from the list and takes away the ones that it doesn't need: the buttons move up
-/// to the first of these, and the window follows them. A list of more than ten entries raises at
-/// the eleventh.
+/// Fills one row for each entry and hides the other rows. The buttons move up to the first hidden
+/// row, and the window shrinks with them. More than ten entries raise NilObjectException, as there
+/// are no more rows.
 template <class Dialog, class RowOf>
 void Fill(Dialog& dialog, const std::vector<SelectionEntry>& entries, RowOf rowOf) {
   const int count = static_cast<int>(entries.size());
@@ -30,11 +30,13 @@ void Fill(Dialog& dialog, const std::vector<SelectionEntry>& entries, RowOf rowO
 bool PickChoice(ZephinStubWindow& w, String& choice) {
   const Ref<TChoiceDlg> dialog = MakeWindow<TChoiceDlg>();
   const auto row = [&dialog](int i) { return dialog->ChoiceRadio(i); };
-  dialog->SetTitle(w.CustomLabel("Pick One Choice", w.fLabels(23)));
+  dialog->SetTitle(w.Wording(Caption::ChoiceTitle));
   const std::vector<SelectionEntry> entries = ReadSelectionList(w.fInstallChoices);
   Fill(*dialog, entries, row);
+  // Radio buttons without a selection would let the user continue without a choice.
   row(0)->SetValue(true);
   dialog->ShowModal();
+  // Read after Quit too; the caller then ignores the result.
   for (int i = 0; i < std::ssize(entries); ++i) {
     if (row(i)->Value()) {
       choice = row(i)->Caption();
@@ -46,7 +48,7 @@ bool PickChoice(ZephinStubWindow& w, String& choice) {
 bool PickOptions(ZephinStubWindow& w, String& options) {
   const Ref<TOptionsDlg> dialog = MakeWindow<TOptionsDlg>();
   const auto row = [&dialog](int i) { return dialog->OptionCheckBox(i); };
-  dialog->SetTitle(w.CustomLabel("Select Options", w.fLabels(24)));
+  dialog->SetTitle(w.Wording(Caption::OptionsTitle));
   const std::vector<SelectionEntry> entries = ReadSelectionList(w.fInstallOptions);
   Fill(*dialog, entries, row);
   dialog->ShowModal();

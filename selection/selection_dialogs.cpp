@@ -24,14 +24,8 @@ void LayOut(Window& window, const char* title) {
   window.SetType(WindowType::MovableModal);
 }
 
-/// Ends the dialog with a word. It is hidden, not closed, so that its rows can still be read.
-template <class Dialog>
-void End(Dialog& dialog, const char* word) {
-  dialog.fBtnName = word;
-  dialog.Hide();
-}
-
-/// Captions and handlers of the buttons, which come at `firstTab` and behind it in the tab order.
+/// Sets captions and handlers of the buttons. They take `firstTab` and the next place in the tab
+/// order.
 template <class Dialog>
 void SetUpButtons(Dialog& dialog, int firstTab, const Ref<PushButton>& quit,
                   const Ref<PushButton>& goOn) {
@@ -70,11 +64,11 @@ Ref<ChoiceRadio> TChoiceDlg::ChoiceRadio(int index) const {
 }
 
 void TChoiceDlg::QuitBtn_Action(PushButton& /*button*/) {
-  End(*this, "Quit");
+  Answer("Quit");
 }
 
 void TChoiceDlg::ContinueBtn_Action(PushButton& /*button*/) {
-  End(*this, "OKBtn");
+  Answer("OKBtn");
 }
 
 void TOptionsDlg::Layout() {
@@ -86,7 +80,6 @@ void TOptionsDlg::CreateControls() {
 }
 
 void TOptionsDlg::_CreateControls0() {
-  // The buttons come first in the tab order here, and last in the choice dialog.
   SetUpButtons(*this, 0, Add<PushButton>("QuitBtn", kQuitPlace),
                Add<PushButton>("ContinueBtn", kContinuePlace));
   for (int i = 0; i < kSelectionRows; ++i) {
@@ -102,11 +95,11 @@ Ref<OptionCheckBox> TOptionsDlg::OptionCheckBox(int index) const {
 }
 
 void TOptionsDlg::QuitBtn_Action(PushButton& /*button*/) {
-  End(*this, "Quit");
+  Answer("Quit");
 }
 
 void TOptionsDlg::ContinueBtn_Action(PushButton& /*button*/) {
-  End(*this, "OKBtn");
+  Answer("OKBtn");
 }
 
 }  // namespace zephin

@@ -1,15 +1,13 @@
 #ifndef SELECTION_SELECTION_DIALOGS_H_
 #define SELECTION_SELECTION_DIALOGS_H_
 
-#include "platform/framework/controls.h"
-#include "platform/framework/window.h"
+#include "dialogs/answer_window.h"
+#include "setup/limits.h"
 
-/// The two windows in which the user picks: ten rows, a Quit and a Continue button, and no logic
-/// but recording which button ended them. Whoever shows them fills and reads the rows.
+/// The two windows in which the user picks: ten rows, a Quit button and a Continue button. They
+/// only record how they ended, "OKBtn" for Continue and "Quit" for Quit; the caller fills the rows
+/// before and reads them afterwards.
 namespace zephin {
-
-/// How many rows either dialog has.
-inline constexpr int kSelectionRows = 10;
 
 /// A row of the choice dialog.
 class ChoiceRadio final : public RadioButton {
@@ -23,15 +21,12 @@ class OptionCheckBox final : public CheckBox {
   using CheckBox::CheckBox;
 };
 
-/// Picks one of up to ten choices.
-class TChoiceDlg : public Window {
- public:
-  /// The word of the button that ended it: "OKBtn" or "Quit"; empty before.
-  String fBtnName;
-
+/// Lets the user pick one of up to ten choices.
+class TChoiceDlg : public AnswerWindow {
  protected:
   void Layout() override;
   void CreateControls() override;
+  /// Creates rows and buttons; the rows come first in the tab order.
   virtual void _CreateControls0();
 
  public:
@@ -43,15 +38,12 @@ class TChoiceDlg : public Window {
   virtual void ContinueBtn_Action(PushButton& button);
 };
 
-/// Picks any of up to ten options.
-class TOptionsDlg : public Window {
- public:
-  /// The word of the button that ended it: "OKBtn" or "Quit"; empty before.
-  String fBtnName;
-
+/// Lets the user pick any of up to ten options.
+class TOptionsDlg : public AnswerWindow {
  protected:
   void Layout() override;
   void CreateControls() override;
+  /// Creates rows and buttons; the buttons come first in the tab order.
   virtual void _CreateControls0();
 
  public:

@@ -5,18 +5,18 @@
 #include "platform/framework/ref.h"
 #include "platform/framework/string.h"
 
-/// Values of the utility module that are set once, at the application's start, and read everywhere.
+/// Values of the utility module, set once when the application starts and read everywhere.
 namespace zephin::ViewConst {
 
 /// Joins the lines of all messages: one line feed, once the application has started.
 extern String gLineBreak;
-/// Stays empty: what appends it appends nothing, and LineEndingEncoding therefore replaces nothing.
+/// Always empty, so appending it changes nothing, and LineEndingEncoding replaces nothing.
 extern String gCR;
 /// The program's one generator of random numbers; nil before the application has started.
 extern Ref<Random> gRandom;
 /// Whether DoShowModal moves its window to the top left of the screen. Nothing sets it.
 extern bool gPresentTopLeft;
-/// While true, GetApplicationPath never shows its dialog. The application sets it at its start.
+/// While true, GetApplicationPath never shows its dialog. The application sets it when it starts.
 extern bool gIgnoreTranslocationError;
 
 /// Sets gLineBreak and gRandom. The application's open event calls it before any window is made,

@@ -99,3 +99,11 @@ std::int64_t ContentsPosition(const String& path) {
 }
 
 }  // namespace zephin::ViewConst
+
+namespace zephin::GlobalsVk {
+
+Ref<FolderItem> MyGetFolderItem(const String& path) {
+  return path.View().starts_with('/') ? GetFolderItem(path, 1) : nullptr;
+}
+
+}  // namespace zephin::GlobalsVk

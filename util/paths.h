@@ -6,8 +6,8 @@
 #include "platform/framework/folder_item.h"
 #include "platform/framework/string.h"
 
-/// Splitting and joining paths as texts. A path separates with "/"; only MyAbsolutePath asks the
-/// disk. Callers depend on each trailing separator that is or isn't there.
+/// Splitting and joining paths as texts, with "/" as separator. Only MyAbsolutePath reads the disk.
+/// Callers depend on every trailing separator that is or isn't there.
 namespace zephin::ViewConst {
 
 /// Always "/".
@@ -17,7 +17,7 @@ String GetPathSeparator();
 /// missing folder has no "/" behind it.
 String MyAbsolutePath(const Ref<FolderItem>& item);
 
-/// Removes one trailing separator; of two, one stays.
+/// Removes one trailing separator; of two, one remains.
 void DropTrailingPathSeparator(String& path);
 
 /// Up to and including the last separator; empty if there is none.
@@ -48,5 +48,13 @@ String DirectoryPathExtract(const String& path, std::int64_t index);
 std::int64_t ContentsPosition(const String& path);
 
 }  // namespace zephin::ViewConst
+
+namespace zephin::GlobalsVk {
+
+/// The item of a full path, whether it exists or not; nil if `path` is empty or doesn't begin with
+/// "/", so that relative paths never resolve.
+Ref<FolderItem> MyGetFolderItem(const String& path);
+
+}  // namespace zephin::GlobalsVk
 
 #endif  // UTIL_PATHS_H_

@@ -10,11 +10,12 @@ namespace zephin::ViewConst {
 
 /// Swaps one character for another. The text goes to Mac Roman first; one that this can't hold
 /// stays in its own encoding, and only an ASCII `ch1` is then found in it. Letter case is ignored
-/// in the search. Only the first byte of `ch2` is written. A byte 0, in the text or written by
+/// in the search. Only the first byte of `ch2` is written. A byte 0, in the text or from
 /// `ch2`, cuts the result short.
 String ReplaceCh1WithCh2(const String& text, const String& ch1, const String& ch2);
 
-/// The first byte of `ch`, `count` times; empty for a count below 1.
+/// `count` times the byte that is the code of the first character of `ch` modulo 256; empty for a
+/// count below 1.
 String FillString(const String& ch, std::int64_t count);
 
 /// Labels a text as Mac Roman, to which it has been converted if that can hold it. The line ends

@@ -31,6 +31,8 @@ class Application {
 
   /// The current one. There must be one.
   static Application& Current();
+  /// Whether there is one.
+  static bool Exists();
 
   Desktop& Session() { return desktop_; }
   const Machine& Facts() const { return machine_; }
@@ -74,7 +76,8 @@ void ShowURL(const String& address);
 std::int64_t Ticks();
 
 /// A loop that works yields here: a look at a coarse clock, and only when the desktop's slice has
-/// passed are events let run. May be called millions of times a second.
+/// passed are events let run. May be called millions of times a second. Without an application
+/// object it does nothing, so that pure functions may yield.
 void RuntimeBackgroundTask();
 
 /// A loop that only waits yields here: it lets events run and sleeps until one comes or the next

@@ -2,6 +2,7 @@
 #define PLATFORM_FRAMEWORK_DESKTOP_H_
 
 #include <cstdint>
+#include <memory>
 
 #include "platform/framework/folder_item.h"
 #include "platform/framework/string.h"
@@ -87,6 +88,12 @@ class Desktop {
   /// stays there for other programs.
   [[noreturn]] virtual void EndRun(int status) = 0;
 };
+
+/// Connects to the desktop of the user's session. Called once, before anything else is asked of it,
+/// with the arguments of `main`; the first one names the program to the session, the others are
+/// ignored. Null if there is no display; the user then finds the reason on standard error. The
+/// build chooses the folder that defines it.
+std::unique_ptr<Desktop> OpenDesktop(int argc, char** argv);
 
 }  // namespace zephin
 

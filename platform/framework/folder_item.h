@@ -86,18 +86,20 @@ class FolderItem {
   /// fails otherwise on its way, nothing is left at the destination. The destination must not be
   /// nil. Lets events run while it works; a Quit in them leaves what was written so far.
   void CopyFileTo(const Ref<FolderItem>& destination);
-  /// Moves it, with all that it holds, to the destination's path; this handle keeps the old one. A
-  /// folder there (or a link to one) is an error; a file or link there is replaced by a file or
-  /// link, and is an error for a folder. The destination must not be nil. Between file systems the
-  /// item is copied and then removed, and events run meanwhile: if the copy fails, what was copied
-  /// is taken back and the item stays as it was; if the item can't be removed, both stand and a
-  /// code tells it.
+  /// Moves it, with all that it holds, to the destination's path; this handle keeps the old one.
+  /// The user's own folder may be one that can't be written. A folder there (or a link to one) is
+  /// an error; a file or link there is replaced by a file or link, and is an error for a folder.
+  /// The destination must not be nil. Between file systems the item is copied and then removed, and
+  /// events run meanwhile: if the copy fails, what was copied is taken back and the item stays as
+  /// it was; if the item can't be removed, both stand and a code tells it.
   void MoveFileTo(const Ref<FolderItem>& destination);
   /// Makes a folder; an error where anything stands or the folder above is missing.
   void CreateAsFolder();
 
-  /// Creates or empties the file and opens it for writing. `type` has no meaning on this platform.
-  /// Nil if that fails, or what stands there isn't a file.
+  /// Creates a new file in place of any that has this path, and opens it for writing. A link is
+  /// replaced, never written through. A file that can't be removed is emptied instead, unless a
+  /// link leads to it. Nil if that fails, and for a folder, a link to one, or a device. `type` has
+  /// no meaning on this platform.
   Ref<BinaryStream> CreateBinaryFile(const String& type);
   /// Opens an existing file for reading, or for both. Nil if that fails or it isn't a file.
   Ref<BinaryStream> OpenAsBinaryFile(bool writeable);

@@ -22,9 +22,9 @@ struct Machine {
   std::optional<std::int64_t> systemMinor;  ///< "sys2".
 };
 
-/// The machine that this process runs on. Makes the temporary folder (mode 0700) if need be: if its
-/// usual name is taken by what isn't a folder of this user, another one with a random ending. What
-/// can't be found out stays empty.
+/// The machine that this process runs on. Makes the temporary folder (mode 0700) if need be. If its
+/// usual name belongs to somebody else, it has a second name that is the same for all processes of
+/// the user; if that is taken, too, a random one. What can't be found out stays empty.
 Machine DetectMachine();
 
 /// Answers of the system by selector.

@@ -1,29 +1,29 @@
 #include "platform/qt/qt_desktop.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QWindow>
+#include <utility>
 
 #include "platform/framework/application.h"
 #include "platform/framework/window.h"
-#include "platform/qt/accessibility.h"
-#include "platform/qt/answer_keys.h"
-#include "platform/qt/folder_dialog.h"
-#include "platform/qt/look.h"
-#include "platform/qt/message_window.h"
+#include "platform/qt/clipboard/session_clipboard.h"
+#include "platform/qt/peers/accessibility.h"
+#include "platform/qt/peers/answer_keys.h"
+#include "platform/qt/peers/window_peer.h"
 #include "platform/qt/qt_string.h"
-#include "platform/qt/session.h"
-#include "platform/qt/session_clipboard.h"
-#include "platform/qt/window_peer.h"
+#include "platform/qt/session/folder_dialog.h"
+#include "platform/qt/session/session.h"
+#include "platform/qt/widgets/look.h"
+#include "platform/qt/widgets/message_window.h"
 
 namespace zephin {
 namespace {
 
-/// Long enough for any display to show a window.
+/// In milliseconds. Displays show a window sooner.
 constexpr int kExposePatience = 500;
 
-/// Paints `widget` of the window before it returns. A window that has just been shown is on the
-/// display only when that says so; one that the user has put away since is never waited for.
+/// Paints `widget` before it returns. The first time after a window is shown, the display must
+/// report it as exposed first; later it may be minimised, and is never exposed.
 void PaintNow(WindowPeer& window, QWidget& widget) {
   if (widget.isVisible()) {
     if (window.TakeFirstPaint()) {
@@ -34,7 +34,7 @@ void PaintNow(WindowPeer& window, QWidget& widget) {
   }
 }
 
-/// What the kind of a failure means to a user.
+/// Explains the kind of a failure to a user.
 QString InPlainWords(const String& kind) {
   const QString name = ToQString(kind);
   if (name == QLatin1String("NilObjectException")) {
@@ -51,12 +51,9 @@ QString InPlainWords(const String& kind) {
 
 }  // namespace
 
-bool QtDesktop::DisplayIsThere() {
-  return zephin::DisplayIsThere();
-}
-
-QtDesktop::QtDesktop(int argc, char** argv)
-    : programName_(argc > 0 ? argv[0] : "Setup"), argv_{programName_.data(), nullptr} {
+QtDesktop::QtDesktop(std::string programName)
+    : programName_(std::move(programName)), argv_{programName_.data(), nullptr} {
+  // First of all: the toolkit ends the process if it can't connect to the display.
   EndAlwaysWithStatus0();
   application_ = MakeApplication(argc_, argv_.data());
   SetUpLook();
@@ -82,6 +79,7 @@ WindowPeer& QtDesktop::FindOrMake(Window& window) {
 }
 
 QWidget* QtDesktop::TopWindow() const {
+  // A modal window is always on top, and may be a message or the folder dialog.
   if (QWidget* modal = QApplication::activeModalWidget()) {
     return modal;
   }
@@ -104,7 +102,7 @@ QString QtDesktop::MessageTitle() const {
 }
 
 void QtDesktop::ShowWindow(Window& window) {
-  QWidget* top = TopWindow();
+  QWidget* top = TopWindow();  // Before the new window is one of them.
   FindOrMake(window).Appear(top);
 }
 
@@ -166,13 +164,13 @@ void QtDesktop::ControlChanged(Control& control) {
 void QtDesktop::ForgetWindow(Window& window) {
   if (auto found = peers_.extract(&window)) {
     found.mapped()->Forget();
-    // One of its handlers may be what lets the window go.
+    // Not at once: the caller may be a handler of this very window.
     found.mapped().release()->deleteLater();
   }
 }
 
 void QtDesktop::ShowMessage(const String& text) {
-  MessageWindow(MessageTitle(), ToQString(text)).Run(TopWindow());
+  MessageWindow(MessageTitle(), ToQString(text), MessageWindow::Sign::Information).Run(TopWindow());
 }
 
 Ref<FolderItem> QtDesktop::SelectFolder(const SelectFolderDialog& dialog) {
@@ -182,7 +180,7 @@ Ref<FolderItem> QtDesktop::SelectFolder(const SelectFolderDialog& dialog) {
 void QtDesktop::ReportFailure(const String& kind) {
   const QString text =
       QStringLiteral("The installer can't go on: %1.\n\nIt will end now.").arg(InPlainWords(kind));
-  MessageWindow(MessageTitle(), text).Run(TopWindow());
+  MessageWindow(MessageTitle(), text, MessageWindow::Sign::Warning).Run(TopWindow());
 }
 
 }  // namespace zephin

@@ -2,6 +2,7 @@
 #include <QEventLoop>
 #include <QTimer>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <tuple>
 
@@ -9,21 +10,36 @@
 
 #include "platform/framework/application.h"
 #include "platform/framework/launcher.h"
-#include "platform/qt/answer_keys.h"
+#include "platform/qt/clipboard/session_clipboard.h"
+#include "platform/qt/peers/answer_keys.h"
+#include "platform/qt/peers/window_peer.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_string.h"
-#include "platform/qt/session.h"
-#include "platform/qt/session_clipboard.h"
-#include "platform/qt/window_peer.h"
+#include "platform/qt/session/session.h"
 
 namespace zephin {
 namespace {
 
-constexpr int kYieldSlice = 10;  ///< Milliseconds.
+constexpr int kYieldSlice = 10;  // In milliseconds.
 constexpr std::int64_t kTicksPerSecond = 60;
 constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
 
+constexpr const char* kNoDisplay =
+    "This installer needs a desktop: there is no display to show its window on.\n";
+constexpr const char* kNoXwayland =
+    "This installer needs a desktop with an X server: this Wayland session has none. "
+    "XWayland provides it.\n";
+
 }  // namespace
+
+std::unique_ptr<Desktop> OpenDesktop(int argc, char** argv) {
+  if (!DisplayIsThere()) {
+    const char* wayland = std::getenv("WAYLAND_DISPLAY");
+    std::fputs(wayland == nullptr || *wayland == '\0' ? kNoDisplay : kNoXwayland, stderr);
+    return nullptr;
+  }
+  return std::make_unique<QtDesktop>(argc > 0 ? argv[0] : "Setup");
+}
 
 String QtDesktop::ClipboardText() {
   return clipboard_->Text();
@@ -37,13 +53,13 @@ void QtDesktop::LaunchItem(const FolderItem& item, bool /*activate*/) {
   const std::vector<std::string> command =
       CommandToOpen(item.NativePath().Bytes(), Application::Current().Facts().helpersFolder);
   if (!command.empty()) {
-    std::ignore = StartDetached(command);  // A launch has no result.
+    std::ignore = StartDetached(command);  // Launching reports no errors.
   }
 }
 
 void QtDesktop::OpenAddress(const String& address) {
   const std::string utf8 = ToQString(address).toUtf8().toStdString();
-  // What begins so would be an option of the opener.
+  // The opener would read a leading hyphen as an option.
   if (utf8.empty() || utf8.front() == '-') {
     return;
   }
@@ -62,13 +78,14 @@ void QtDesktop::BringToFront() {
 }
 
 void QtDesktop::SetMouseCursor(MouseCursor cursor) {
+  // Cursors stack up, and each must be restored once.
   const bool waits = QGuiApplication::overrideCursor() != nullptr;
   if (cursor == MouseCursor::Wait && !waits) {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
   } else if (cursor == MouseCursor::Arrow && waits) {
     QGuiApplication::restoreOverrideCursor();
   }
-  FlushDisplay();  // What follows may work for long without a look at the events.
+  FlushDisplay();  // The caller may work for long before it handles events again.
 }
 
 std::int64_t QtDesktop::Ticks() {
@@ -78,6 +95,7 @@ std::int64_t QtDesktop::Ticks() {
 }
 
 void QtDesktop::LetEventsRun(int milliseconds) {
+  // At least once, also with no time to wait.
   QCoreApplication::processEvents();
   if (milliseconds > 0) {
     QEventLoop loop;
@@ -103,6 +121,7 @@ void QtDesktop::EndRun(int status) {
     peer->hide();
   }
   clipboard_->HandOver(Application::Current().Facts().helpersFolder);
+  // No destructors: this may be called from within handlers of the objects that they would destroy.
   std::fflush(nullptr);
   _exit(status);
 }

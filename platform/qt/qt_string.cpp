@@ -52,12 +52,16 @@ QString AsCaption(QString text) {
 }
 
 QString AsWindowTitle(QString text) {
-  // The toolkit reads a doubled mark as the letters.
+  // A doubled mark stands for the letters themselves.
   return text.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
 }
 
-QString AsToolTip(const QString& text) {
-  return QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(text.toHtmlEscaped());
+QString AsToolTip(const QString& text, int width) {
+  // Only a table gives the toolkit a width; it breaks other texts where it likes.
+  return QStringLiteral(
+             "<table width='%1' cellspacing='0' cellpadding='0'><tr>"
+             "<td style='white-space:pre-wrap'>%2</td></tr></table>")
+      .arg(QString::number(width), text.toHtmlEscaped());
 }
 
 }  // namespace zephin

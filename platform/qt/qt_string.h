@@ -5,25 +5,26 @@
 
 #include "platform/framework/string.h"
 
-// The framework's texts as the toolkit's and back, and the forms in which the toolkit takes a text
-// letter for letter where it would otherwise look for marks of its own in it.
+// Converts texts between the framework and the toolkit, and escapes what the toolkit would take for
+// a mark of its own.
 
 namespace zephin {
 
-/// The text to show. Text without encoding is taken for UTF-8 if it is valid as that, else for Mac
-/// Roman; bytes that are invalid in the text's encoding show as replacement characters.
+/// The text for display. A text without encoding is read as UTF-8 if it is valid UTF-8, else as Mac
+/// Roman. Bytes that are invalid in the text's encoding become replacement characters.
 QString ToQString(const String& text);
-/// As UTF-8.
+/// In UTF-8.
 String FromQString(const QString& text);
 
 /// The text with every line end (CR, LF, CR LF) as one line feed.
 QString WithLineFeeds(QString text);
-/// For captions: "&" is no mark of a key.
+/// Escapes "&", which marks a shortcut key in captions.
 QString AsCaption(QString text);
-/// For window titles: "[*]" is no place for the mark of a changed document.
+/// Escapes "[*]", which is the place of the mark for a changed document in window titles.
 QString AsWindowTitle(QString text);
-/// For tool tips, which take what looks like markup for markup.
-QString AsToolTip(const QString& text);
+/// Escapes all markup, since tool tips interpret a text that looks like HTML. Lines break at
+/// `width` points.
+QString AsToolTip(const QString& text, int width);
 
 }  // namespace zephin
 

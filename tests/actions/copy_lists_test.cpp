@@ -13,13 +13,13 @@
 namespace zephin::test {
 namespace {
 
-/// A list, in which "@" stands for the machine's root; what it changes on the disk, as the words of
-/// a tree, with "-" in front of those that are gone; and its messages.
+/// A list, in which "@" is the machine's root folder; its changes on the disk, as the words of a
+/// tree, with "-" before the deleted ones; and its messages.
 struct Row {
   std::string list;
   std::string changes = {};
   std::vector<std::string> messages = {};
-  bool hasErrorWindow = false;  ///< Before them.
+  bool hasErrorWindow = false;  ///< Before the messages.
 };
 
 /// A machine on which "Tool" has been installed.
@@ -80,28 +80,30 @@ TEST(PostInstallCopy, CopiesOutOfTheTargetFolder) {
             {"Readme.txt=UserAccount/b", "home/b=read"},
             {"Readme.txt=useraccount/new/b", "home/new/ home/new/b=read"},
             {"Readme.txt=@/UserAccount/b", "UserAccount/ UserAccount/b=read"},
-            {"Docs/nothing=@/there/new", "", {"Missing File: nothing"}},
-            // What follows a second "=" is dropped; a blank belongs to its field.
+            // A missing source changes nothing at the destination.
+            {"Docs/nothing=@/there/file", "", {"Missing File: nothing"}},
+            {"nothing=@/deep/new", "", {"Missing File: nothing"}},
+            // Text after a second "=" is dropped; a space belongs to its field.
             {"Readme.txt=@/there/new=tail", "there/new=read"},
             {"Readme.txt =@/there/new", "", {"Missing File: Readme.txt "}},
-            // A file or an empty folder in the way goes; a full folder stays and is copied into.
+            // A file or an empty folder in the way is deleted; a full folder is copied into.
             {"Readme.txt=@/there/file", "there/file=read -there/file=old"},
             {"Readme.txt=@/there/empty", "there/empty=read -there/empty/"},
             {"Readme.txt=@/there/folder", "", {kReadFailed}},
             {"Docs/sub=@/there/file", "there/file/ there/file/b=b -there/file=old"},
             {"Docs/sub=@/there/folder", "there/folder/b=b"},
             {"Readme.txt=@/there/file/deep/new|Docs/a=@/there/a", "there/a=a", {kReadFailed}, true},
-            // The order of the list is the order of work.
+            // Commands run in the order of the list.
             {"Readme.txt=@/there/new|delete=@/there/new"},
             {"delete=@/there/file|Readme.txt={@/there/file}", "there/file=read -there/file=old"},
         });
 }
 
-TEST(PostInstallCopy, ConditionsDecideBeforeTheSourceIsLookedAt) {
+TEST(PostInstallCopy, ConditionsAreTestedBeforeTheSource) {
   Check(&ZephinStubWindow::PostInstallCopy,
         {
             {"Readme.txt=[@/there]@/there/y", "there/y=read"},
-            {"Readme.txt=[UserAccount/]@/there/y", "there/y=read"},
+            {"Readme.txt=[UserAccount/]@/there/y]tail", "there/y=read"},
             {"Readme.txt=[@/there/file]@/there/y"},
             {"nothing=[@/nowhere]@/there/y"},
             {"nothing=[@/there]@/there/y", "", {"Missing File: nothing"}},
@@ -115,15 +117,15 @@ TEST(PostInstallCopy, ConditionsDecideBeforeTheSourceIsLookedAt) {
             {"nothing={@/there/folder}"},
             {"Readme.txt={UserAccount/a}"},
             {"Readme.txt={UserAccount/b}", "home/b=read"},
-            // The second answer takes the place of the first.
+            // The second condition replaces the first.
             {"Readme.txt=[@/nowhere]{@/there/y}", "there/y=read"},
             {"Readme.txt=[@/there]{@/there/file}"},
-            // In this order only.
+            // Only in this order.
             {"Readme.txt={[@/there]@/there/y}", "", {kReadFailed}},
         });
 }
 
-TEST(PostInstallCopy, DeletesQuietlyAndTellsOfEntriesThatMeanNothing) {
+TEST(PostInstallCopy, DeletesSilentlyAndReportsMalformedEntries) {
   Check(&ZephinStubWindow::PostInstallCopy,
         {
             {"delete=@/there/file", "-there/file=old"},
@@ -143,7 +145,7 @@ TEST(PostInstallCopy, DeletesQuietlyAndTellsOfEntriesThatMeanNothing) {
         });
 }
 
-TEST(PostInstallCopy, LinkMeansItsTargetForRightsAndItselfForDeletion) {
+TEST(PostInstallCopy, RightsGoToALinksTargetAndDeletionToTheLink) {
   using std::filesystem::perms;
   InstalledMachine run;
   const auto folder = run.scratch / "there/folder";
@@ -156,7 +158,7 @@ TEST(PostInstallCopy, LinkMeansItsTargetForRightsAndItselfForDeletion) {
   }
 }
 
-TEST(PreInstallCopy, ObeysItsTwoCommandsWithoutAWord) {
+TEST(PreInstallCopy, ObeysItsTwoCommandsSilently) {
   Check(&ZephinStubWindow::PreInstallCopy,
         {
             {"preinstalldelete=@/there/folder", "-there/folder/ -there/folder/x=x"},

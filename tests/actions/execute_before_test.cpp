@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::int64_t kSecond = 1000;
 
-TEST(ExecuteBefore, AnswersAreTakenAtTheirTime) {
+TEST(ExecuteBefore, AnswersAreReadAtTheirTime) {
   struct Row {
     std::vector<std::pair<std::int64_t, std::string>> replies;  ///< Milliseconds after the start.
     std::string message;
@@ -21,16 +21,16 @@ TEST(ExecuteBefore, AnswersAreTakenAtTheirTime) {
   };
   const std::string wait = "ZephinInstallWait";
   const std::vector<Row> rows{
-      // No helper has spoken after three seconds.
+      // No answer after three seconds.
       {{}, "", true, 3},
       {{{3500, "ZephinInstallAbort:late"}}, "", true, 3},
-      // One that has is read a second later, however early it was done.
+      // An answer is read after a further second, however early it came.
       {{{100, "ZephinInstallDone:"}}, "", true, 4},
       {{{100, "ZephinInstallDone:x"}}, "", true, 4},
       {{{2900, "zephininstalldone:xy"}}, "xy", true, 4},
       {{{100, "ZephinInstallAbort:"}}, "", false, 4},
       {{{100, "ZEPHININSTALLABORT:x"}}, "x", false, 4},
-      // The wait is looked at once a second, without end; any other text ends it.
+      // A wait is checked once a second without a limit; any other text ends it.
       {{{100, wait}, {3500, "ZephinInstallAbort:x\n y"}}, "x\n y", false, 4},
       {{{100, "zephininstallwait"}, {5500, "ZephinInstallDone:ok"}}, "ok", true, 6},
       {{{100, wait}, {600 * kSecond, "ZephinInstallDone:ok"}}, "ok", true, 600},
@@ -39,8 +39,8 @@ TEST(ExecuteBefore, AnswersAreTakenAtTheirTime) {
       {{{100, wait + "\n"}}, "", true, 4},
       {{{100, " ZephinInstallAbort:x"}}, "", true, 4},
       {{{100, "ZephinInstallAbort"}}, "", true, 4},
-      // A helper named by a token is told its place. What still stands there is taken for an
-      // answer.
+      // A helper named with a token finds its path on the clipboard. If that is still there later,
+      // it counts as an answer.
       {{}, "", true, 4, "SetupFolder/"},
   };
   for (const Row& row : rows) {
@@ -65,7 +65,7 @@ TEST(ExecuteBefore, AnswersAreTakenAtTheirTime) {
       run.desktop.ExpectMessage(row.message);
     }
     EXPECT_EQ(window.DoExecuteBefore(), row.goOn);
-    // Each turn is a tick longer than its time, so the looks at a long wait fall anywhere in it.
+    // Each check takes a tick more than a second, so a long wait can end up to a second late.
     EXPECT_GE(run.desktop.milliseconds, row.seconds * kSecond);
     EXPECT_LT(run.desktop.milliseconds, row.seconds * kSecond + (row.seconds > 9 ? 1100 : 200));
     EXPECT_TRUE(window.Visible());
@@ -74,7 +74,7 @@ TEST(ExecuteBefore, AnswersAreTakenAtTheirTime) {
   }
 }
 
-TEST(ExecuteBefore, WithoutANameNothingIsTouched) {
+TEST(ExecuteBefore, WithoutANameNothingChanges) {
   StubRun run;
   run.desktop.clipboard = "the user's";
   EXPECT_TRUE(run.BareWindow().DoExecuteBefore());
@@ -82,7 +82,7 @@ TEST(ExecuteBefore, WithoutANameNothingIsTouched) {
   EXPECT_EQ(run.desktop.milliseconds, 0);
 }
 
-TEST(ExecuteBefore, MissingHelperNamedByATokenDelaysNothing) {
+TEST(ExecuteBefore, MissingHelperNamedWithATokenCostsNoTime) {
   StubRun run;
   ZephinStubWindow& window = run.BareWindow();
   window.fExecuteBeforeName = "SetupFolder/none";
@@ -92,7 +92,7 @@ TEST(ExecuteBefore, MissingHelperNamedByATokenDelaysNothing) {
   EXPECT_TRUE(window.Visible());
 }
 
-TEST(ExecuteBefore, QuitEndsAWaitWithoutEnd) {
+TEST(ExecuteBefore, QuitEndsAnEndlessWait) {
   StubRun run;
   run.record.fTargetFolder = "Tool";
   run.record.fExecuteBeforeName = "helper";

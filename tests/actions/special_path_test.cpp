@@ -8,7 +8,7 @@
 namespace zephin::test {
 namespace {
 
-TEST(SpecialPath, TokensAtTheStartBecomePathsAndTellTheHelperItsPlaceBesideTheBundle) {
+TEST(SpecialPath, LeadingTokensBecomePathsAndTheClipboardTheHelpersPlace) {
   StubRun run;
   ZephinStubWindow& window = run.BareWindow();
   window.fTargetFolder = "MyApp";
@@ -30,7 +30,7 @@ TEST(SpecialPath, TokensAtTheStartBecomePathsAndTellTheHelperItsPlaceBesideTheBu
       {"FixedPath/UserAccount/x", "UserAccount/x", disk + "UserAccount/x"},
       {"SetupFolder/Tool \xC3\xA9.app", disk + "Tool \xC3\xA9.app", disk + "Tool \xC3\xA9.app"},
       {"SetupFolder/SetupFolder/x", disk + "SetupFolder/x", disk + "SetupFolder/x"},
-      // Any other text leaves itself and the clipboard alone.
+      // Without a token neither text nor clipboard changes.
       {"", ""},
       {"UserAccount", "UserAccount"},
       {"/x/UserAccount/y", "/x/UserAccount/y"},

@@ -50,13 +50,21 @@ TEST_F(InstallFlow, PagesComeInOrderWithTheirOwnWords) {
   run.record.fPreInstallNotes = run.record.fAgreement = run.record.fInfo = "<html>";
   ExpectPage("Pre-Installation Notes", "Quit,I Agree,", "ContinueBtn");
   ExpectPage("License Agreement", "Quit,I Agree,", "ContinueBtn");
+  run.record.fPostInstallNotes = "plain";
+  run.desktop.ExpectWindow("Release Notes", [this](Window& notes) {
+    EXPECT_TRUE(fs::exists(run.Applications() / "Tool/new"));
+    ScriptedDesktop::Press(notes, "OKBtn");
+  });
   EXPECT_EQ(Press(), 0);
-  EXPECT_TRUE(fs::exists(run.Applications() / "Tool/new"));
   ExpectPage("Information", "OK,", "ContinueBtn");
   EXPECT_EQ(Press("InfoBtn"), -1);
 
-  run.record.fInfo = run.record.fPreInstallNotes = "";
-  run.record.fLabels = {"", "Leave", "", "", "Fine", "Agreed", "", "Terms"};
+  run.record.fInfo = "";
+  run.record.fLabels = Captions({{Caption::Quit, "Leave"},
+                                 {Caption::Ok, "Fine"},
+                                 {Caption::Accept, "Agreed"},
+                                 {Caption::AgreementTitle, "Terms"}});
+  ExpectPage("Pre-Installation Notes", "Leave,Fine,", "ContinueBtn");
   ExpectPage("Terms", "Leave,Agreed,", "QuitBtn");
   EXPECT_EQ(Press(), 0);
 }

@@ -49,6 +49,19 @@ TEST(RequirementGates, EachKeywordRefusesWhatIsStrictlyBelow) {
   }
 }
 
+TEST(RequirementGates, ProbeLeavesTheUsersFileBehindALinkOfItsName) {
+  StubRun run;
+  WriteFile(run.Home() / "users", "precious");
+  for (const bool hard : {false, true}) {
+    const fs::path probe = run.Applications() / "X.txt";
+    hard ? fs::create_hard_link(run.Home() / "users", probe)
+         : fs::create_symlink(run.Home() / "users", probe);
+    EXPECT_TRUE(run.BareWindow().CheckAdminAccount());
+    EXPECT_EQ(ReadFile(run.Home() / "users"), "precious") << hard;
+    EXPECT_TRUE(fs::is_empty(run.Applications()));
+  }
+}
+
 TEST(RequirementGates, AdministratorIsWhoCanWriteToApplications) {
   StubRun run;
   ZephinStubWindow& window = run.BareWindow();

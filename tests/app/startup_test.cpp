@@ -2,6 +2,7 @@
 
 #include "tests/support/limits.h"
 #include "tests/support/stub_run.h"
+#include "tools/make_setup/record_writer.h"
 
 namespace zephin::test {
 namespace {
@@ -46,14 +47,20 @@ TEST_F(Startup, RecordConfiguresTheWindow) {
   EXPECT_EQ(Start("Install,,Site, QuitBtn=Quit InstallBtn=Install MessageLabel URLLabel"), -1);
 
   run.record.fWindowTitle = "Tool Setup";
-  run.record.fLabels = {"", "Leave", "Go", "", "", "", "About"};
+  run.record.fLabels =
+      Captions({{Caption::Quit, "Leave"}, {Caption::Install, "Go"}, {Caption::Info, "About"}});
   run.record.fInfo = "Info";
   run.record.fCopyright = "(c) <b>";
   run.record.fMessage = "Line|one";
   run.record.fCenterMessage = true;
-  run.record.fPicturePixelStr = "F[12],1,2";
-  run.record.fLogoPixelStr = "0[18],3,1";
-  run.record.fBackgroundPixelStr = "123456,1,1";
+  run.record.fPicturePixelStr = "F[12]";
+  run.record.fPictureWidth = 1;
+  run.record.fPictureHeight = 2;
+  run.record.fLogoPixelStr = "0[18]";
+  run.record.fLogoWidth = 3;
+  run.record.fLogoHeight = 1;
+  run.record.fBackgroundPixelStr = "123456";
+  run.record.fBackgroundWidth = run.record.fBackgroundHeight = 1;
   run.record.fURLActual = "www.example.com";
   run.record.fURLDisplayed = "";
   look = [](const ZephinStubWindow& window) {
@@ -93,16 +100,21 @@ TEST_F(Startup, MissingCaptionsAreReportedAsAFailureOfTheProgram) {
 }
 
 TEST_F(Startup, OfUnusablePicturesOnlyTheBackdropLetsItGoOn) {
-  make_setup::SetupRecord& record = run.record;
-  for (std::string* picture :
+  SetupRecord& record = run.record;
+  for (std::int64_t* side :
+       {&record.fBackgroundWidth, &record.fBackgroundHeight, &record.fPictureWidth,
+        &record.fPictureHeight, &record.fLogoWidth, &record.fLogoHeight}) {
+    *side = 2;
+  }
+  for (String* picture :
        {&record.fBackgroundPixelStr, &record.fPicturePixelStr, &record.fLogoPixelStr}) {
-    *picture = "F[6],2,2";
+    *picture = "F[6]";
     run.desktop.failures.clear();
     run.desktop.ExpectWindow("Error Message", "Btn3");
     const bool goesOn = picture == &record.fBackgroundPixelStr;
     EXPECT_EQ(Start(), goesOn ? -1 : 0);
     EXPECT_EQ(run.desktop.failures.size(), goesOn ? 0U : 1U);
-    picture->clear();
+    *picture = "";
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "dialogs/message_modal.h"
 #include "tests/support/stub_run.h"
 
 namespace zephin::test {

@@ -15,7 +15,7 @@ import threading
 import unittest
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-sys.path.insert(0, os.path.join(ROOT, "scripts", "desk"))
+sys.path.insert(0, os.path.join(ROOT, "tests", "desk"))
 
 from installer import Installer, Program, program_of  # noqa: E402,F401
 from processes import Failure, command_line, descendant_where, wait_until  # noqa: E402,F401
@@ -33,7 +33,7 @@ PAUSES = os.path.join(_BUILD, "tests", "e2e", "libzephin_pauses.so")
 _LIMIT = 840
 
 # The bar of such a setup takes three seconds, so that there is something to interrupt.
-LONG = {"generate": [{"path": "noise", "kind": "noise", "bytes": 17000000, "seed": 1}]}
+LONG = {"payload": {"noise": os.urandom(17000000)}}
 
 
 def write_tree(folder, tree):

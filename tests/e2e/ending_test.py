@@ -1,14 +1,50 @@
 """The ends of a run, the bad ones included: each has status 0, and says what there is to say."""
 
+import contextlib
 import os
 import pathlib
 import signal
+import threading
+
+import Xlib.X
+import Xlib.display
+import Xlib.error
+import Xlib.protocol.event
 
 import case
 from case import wait_until
 from hearing import assert_heard
 
 _CHOICES = 21  # The place of the choice list in the record, from 0 on.
+
+
+class ManagerThatKeepsNothing(threading.Thread):
+    """A clipboard manager that reports success and takes no text. `asked` is set when it has."""
+
+    def __init__(self, display):
+        super().__init__(daemon=True)
+        self.asked = threading.Event()
+        self._display = Xlib.display.Display(display)
+        screen = self._display.screen()
+        self._window = screen.root.create_window(0, 0, 1, 1, 0, screen.root_depth)
+        manager = self._display.intern_atom("CLIPBOARD_MANAGER")
+        self._window.set_selection_owner(manager, Xlib.X.CurrentTime)
+        self._display.sync()
+        self.start()
+
+    def run(self):
+        with contextlib.suppress(Xlib.error.ConnectionClosedError):
+            while True:
+                self._answer(self._display.next_event())
+
+    def _answer(self, request):
+        if request.type == Xlib.X.SelectionRequest:
+            request.requestor.send_event(Xlib.protocol.event.SelectionNotify(
+                time=request.time, requestor=request.requestor, selection=request.selection,
+                target=request.target, property=request.property))
+            # The answer has reached the program before the test goes on.
+            self._display.sync()
+            self.asked.set()
 
 
 class Endings(case.InstallerTest):
@@ -32,11 +68,12 @@ class Endings(case.InstallerTest):
         self.assert_ends(run)
 
     def test_no_display(self):
-        for display in ("", ":4711"):
-            with self.subTest(display):
-                run = self.open(settings={"DISPLAY": display})
+        for display, wayland, reason in (("", "", "display"), (":4711", "", "display"),
+                                         ("", "wayland-1", "XWayland")):
+            with self.subTest(display, wayland=wayland):
+                run = self.open(settings={"DISPLAY": display, "WAYLAND_DISPLAY": wayland})
                 self.assert_ends(run)
-                self.assertRegex(run.said(), r"\A[^\n]*display[^\n]*\n\Z")
+                self.assertRegex(run.said(), rf"\A[^\n]*{reason}[^\n]*\n\Z")
 
     def test_display_dies(self):
         bundle = self.bundle(**case.LONG)
@@ -49,10 +86,19 @@ class Endings(case.InstallerTest):
                 self.session.kill_screen()
                 self.assert_ends(run)
 
-    def test_clipboard_outlives_the_run(self):
+    def install_with_a_text_on_the_clipboard(self):
         bundle = self.bundle(fExecuteAfterName="FixedPath//nothing/here é.sh")
         self.install(self.open(bundle))
         self.assertEqual(case.clipboard(), os.path.dirname(bundle) + "//nothing/here é.sh")
+
+    def test_clipboard_outlives_the_run(self):
+        self.install_with_a_text_on_the_clipboard()
+
+    def test_clipboard_outlives_the_run_although_a_manager_only_claims_to_keep_it(self):
+        asked = ManagerThatKeepsNothing(self.session.display.get_display_name()).asked
+        self.install_with_a_text_on_the_clipboard()
+        self.assertTrue(asked.wait(30))
+        self.assertTrue(case.clipboard())
 
 
 class Faults(case.InstallerTest):

@@ -37,7 +37,7 @@ def faults_in(window):
     if not shown:
         return []  # It has gone meanwhile.
     found = [f"{node.role} {node.name!r} {fault}" for node in shown for fault in _faults_of(node)]
-    if window.role not in ("dialog", "alert") or not window.name.strip():
+    if window.role not in ("frame", "dialog", "alert") or not window.name.strip():
         found.append(f"the window is a {window.role!r} named {window.name!r}")
     radios = [node for node in shown if node.role == "radio button"]
     if radios and sum("checked" in node.states for node in radios) != 1:

@@ -50,6 +50,15 @@ class Before(Helper):
         run.dismiss("All & <b>set</b>")
         self.quit(run)
 
+    def test_helper_that_is_too_busy_to_answer_is_waited_for(self):
+        # Longer than the grace of three seconds and the time that most programs are busy.
+        run = self.open_with(
+            "printf ZephinInstallWait | xclip -selection clipboard -i -quiet >/dev/null 2>&1 &\n"
+            "until [ \"$(heard)\" = ZephinInstallWait ]; do sleep 0.1; done\n"
+            "kill -STOP $!\nsleep 7\nkill -CONT $!\nsay 'ZephinInstallDone:All set'")
+        run.dismiss("All set")
+        self.quit(run)
+
     def test_replies(self):
         for reply, message, goes_on in (
                 ("ZephinInstallAbort:No room", "No room", False),

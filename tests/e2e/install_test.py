@@ -55,8 +55,6 @@ class WholeInstall(case.InstallerTest):
         run.wait_for_focus("Dark")
         run.key("space", "Return")
         run.window("Select Options")
-        run.wait_for_focus("Quit")
-        run.key("Tab", "Tab")
         run.wait_for_focus("Maps")
         run.key("space", "Return")
         run.find("Directory:", "text")

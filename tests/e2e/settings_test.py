@@ -48,7 +48,7 @@ class Settings(case.InstallerTest):
         # Where it was, the pointer would light up a button.
         self.screen.move_to(0, 0)
         run = self.open(bundle, settings)
-        run.wait_for_focus("Quit")
+        run.wait_for_focus("Install")
         return run, run.place_at_rest(run.window("Install"))
 
     def stop(self, run):

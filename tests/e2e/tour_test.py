@@ -9,7 +9,7 @@ import walk_by_keys
 from hearing import assert_heard
 from walkthrough import Walk
 
-_SAMPLES = os.path.join(case.ROOT, "samples")
+_GENERATE = os.path.join(case.ROOT, "samples", "generate")
 
 
 class ListeningWalk(Walk):
@@ -33,7 +33,9 @@ class Tour(case.InstallerTest):
     def make(self, sample, **values):
         bundle = os.path.join(self.folder, f"{sample}.app")
         settings = [word for name, value in values.items() for word in ("--set", f"{name}={value}")]
-        subprocess.run([case.MAKE_SETUP, *settings, os.path.join(_SAMPLES, sample), case.STUB,
+        samples = os.path.join(self.folder, "samples")
+        subprocess.run([_GENERATE, samples], check=True)
+        subprocess.run([case.MAKE_SETUP, *settings, os.path.join(samples, sample), case.STUB,
                         bundle], check=True)
         return bundle
 

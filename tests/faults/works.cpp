@@ -19,7 +19,7 @@ void MakePayload(const StubRun& run, const std::string& topName) {
 void MakeArchive(const fs::path& archive, const std::string& content) {
   const ScratchFolder folder;
   WriteFile(folder / archive.stem(), content);
-  make_setup::ZipFolder(folder.Path(), "", archive);
+  make_setup::ZipFolder(folder.Path(), archive);
 }
 
 /// Over an installed folder, with a copy list, a choice and an option.

@@ -6,12 +6,12 @@
 #include <utility>
 #include <vector>
 
-#include "platform/access_rights.h"
+#include "files/access_rights.h"
+#include "files/files.h"
+#include "files/folders.h"
 #include "platform/framework/text.h"
 #include "tests/fuzz/bare_stub.h"
 #include "tests/fuzz/fuzzing.h"
-#include "util/files.h"
-#include "util/folders.h"
 
 namespace zephin {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/framework/text.h"
-#include "setup/scrambling_bytes.h"
+#include "setup/scrambling.h"
 #include "tests/fuzz/bare_stub.h"
 #include "tests/fuzz/fuzzing.h"
 

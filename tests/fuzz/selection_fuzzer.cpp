@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
+#include "files/files.h"
 #include "platform/framework/exceptions.h"
 #include "platform/framework/text.h"
 #include "selection/placement.h"
 #include "selection/selection_dialogs.h"
-#include "selection/selection_list.h"
+#include "setup/selection_list.h"
 #include "tests/fuzz/bare_stub.h"
 #include "tests/fuzz/fuzzing.h"
-#include "util/files.h"
 #include "util/text_search.h"
 
 namespace zephin::test {

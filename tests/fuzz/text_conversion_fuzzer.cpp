@@ -16,7 +16,7 @@
 #include "tests/fuzz/any_text.h"
 #include "tests/fuzz/fuzzing.h"
 #include "tests/fuzz/plain_text.h"
-#include "tests/platform/framework/quiet_desktop.h"
+#include "tests/support/quiet_desktop.h"
 #include "util/text_building.h"
 
 namespace zephin::test {

@@ -1,42 +1,43 @@
-"""Holds the code to the plan of the house: what may include what, and where the system shows."""
+"""Checks the plan of the house: which folder may include which, and where the system shows."""
 
-import fnmatch
 import os
 import re
 import sys
 
-# A file includes what stands on its own floor or below; the first row that fits counts.
+# The floors, bottom to top. A file includes from its own folder or from one further up this list.
 FLOORS = (
-    ("platform/expander/*", 0),
-    ("platform/framework/*", 0),
-    ("setup/scrambling_bytes.*", 0),
-    ("util/files.*", 4),
-    ("util/folders.*", 4),
-    ("util/*", 1),
-    ("platform/access_rights*", 2),
-    ("dialogs/*", 3),
-    ("app/zephin_stub_window.h", 5),
-    ("app/main.cpp", 7),
-    ("platform/qt/*", 7),
-    ("tools/*", 7),
-    ("bench/*", 8),
-    ("tests/*", 8),
-    ("*", 6),
+    "platform/expander",
+    "platform/framework",
+    "platform/qt",
+    "util",
+    "setup",
+    "dialogs",
+    "files",
+    "platform/bundle",
+    "app",
+    "payload",
+    "actions",
+    "selection",
+    "tools/make_setup",
+    "tests",
+    "bench",
 )
 
-# Folders that other folders could use, too: they include nothing of the floor that they share.
-ALONE = ("platform/expander/", "platform/framework/", "tools/make_setup/")
-OPEN_TO_TOOLS = ("platform/framework/", "platform/expander/", "setup/scrambling_bytes.h")
+# Nothing includes these but their own tests and benchmarks: a port replaces them whole, or they are
+# programs of their own.
+ALONE = {"platform/expander": (), "platform/qt": ("platform/framework",),
+         "tools/make_setup": ("platform/framework", "util", "setup")}
 
 # Outside platform/, <...> is the standard library, but for these.
-LIBRARIES = {"tools/": ("nlohmann/json.hpp", "png.h", "zip.h"),
+LIBRARIES = {"tools/": ("libdeflate.h", "nlohmann/json.hpp", "png.h", "unistd.h", "zlib.h"),
              "tests/": None, "bench/": None, "platform/": None}
 
-LONGEST = 500
+LONGEST = 400
+DEEPEST = 6
 
 
 def floor(path):
-    return next(level for pattern, level in FLOORS if fnmatch.fnmatch(path, pattern))
+    return next(level for level, folder in enumerate(FLOORS) if path.startswith(folder + "/"))
 
 
 def sources(root):
@@ -48,12 +49,17 @@ def sources(root):
 
 
 def own_include_fault(path, included):
-    if floor(included) > floor(path):
-        return f"includes {included}, which stands above it"
-    for home in ALONE:
-        allowed = (home,) + (OPEN_TO_TOOLS if home.startswith("tools/") else ())
-        if path.startswith(home) and not included.startswith(allowed):
-            return f"includes {included}, but {home} stands alone"
+    if not included.startswith(tuple(folder + "/" for folder in FLOORS)):
+        return f"includes {included}, whose folder has no floor"
+    own, other = FLOORS[floor(path)], FLOORS[floor(included)]
+    if FLOORS.index(other) > FLOORS.index(own):
+        return f"includes {included} of a higher floor"
+    if own in ("tests", "bench"):
+        return None
+    if own in ALONE and other != own and other not in ALONE[own]:
+        return f"includes {included}, but {own} uses no other folder"
+    if other in ALONE and other != own:
+        return f"includes {included}, which no other folder uses"
     return None
 
 
@@ -61,8 +67,8 @@ def system_include_fault(path, included):
     standard = re.fullmatch(r"[a-z_0-9]+", included)
     if included.startswith(("Q", "qt", "Qt")):
         allowed = path.startswith(("platform/qt/", "tests/platform/qt/", "bench/"))
-        return None if allowed or path == "app/main.cpp" else f"includes <{included}> of Qt"
-    if path.startswith("platform/framework/") and path.endswith(".h") and not standard:
+        return None if allowed else f"includes <{included}> of Qt"
+    if re.fullmatch(r"platform/framework/\w+\.h", path) and not standard:
         return f"includes <{included}>: a desktop is written from these headers alone"
     for home, libraries in LIBRARIES.items():
         if path.startswith(home):
@@ -71,11 +77,21 @@ def system_include_fault(path, included):
     return None if standard else f"includes <{included}>, which belongs in platform/"
 
 
-def faults(root, path):
+def own_includes(root, path):
     with open(os.path.join(root, path), encoding="utf-8") as source:
-        lines = source.read().splitlines()
-    if len(lines) > LONGEST:
-        yield 1, f"has {len(lines)} lines; no file has more than {LONGEST}"
+        return re.findall(r'^#include "([^"]+)"', source.read(), re.MULTILINE)
+
+
+def depth(root, path, known):
+    """How many of our own headers are included in each other, from this one down."""
+    if path not in known:
+        known[path] = 0  # A circle is found by the compiler.
+        known[path] = 1 + max((depth(root, header, known) for header in own_includes(root, path)
+                               if os.path.exists(os.path.join(root, header))), default=0)
+    return known[path]
+
+
+def line_faults(root, path, lines):
     for number, line in enumerate(lines, 1):
         include = re.match(r'\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', line)
         if include:
@@ -90,11 +106,26 @@ def faults(root, path):
             yield number, "asks for the operating system; the build chooses a source instead"
 
 
+def faults(root, path, known):
+    with open(os.path.join(root, path), encoding="utf-8") as source:
+        lines = source.read().splitlines()
+    if not path.startswith(tuple(folder + "/" for folder in FLOORS)):
+        yield 1, "is in a folder that has no floor"
+        return
+    if len(lines) > LONGEST:
+        yield 1, f"has {len(lines)} lines; no file has more than {LONGEST}"
+    product = not path.startswith(("tests/", "bench/"))
+    if product and path.endswith(".h") and depth(root, path, known) > DEEPEST:
+        yield 1, f"includes headers in {depth(root, path, known)} layers; {DEEPEST} are the most"
+    yield from line_faults(root, path, lines)
+
+
 def main(root):
-    told = [f"{path}:{number}: {fault}" for path in sources(root)
-            for number, fault in faults(root, path)]
-    print("\n".join(told))
-    return 1 if told else 0
+    known = {}
+    found = [f"{path}:{number}: {fault}" for path in sources(root)
+             for number, fault in faults(root, path, known)]
+    print("\n".join(found))
+    return 1 if found else 0
 
 
 if __name__ == "__main__":

@@ -1,6 +1,8 @@
-"""Runs clang-tidy on the sources of one folder. A source that has passed is looked at again only
-when it, something that it includes, its command or the checks have changed."""
+"""Runs clang-tidy on the sources of one folder. What passes is noted by its content in the user's
+cache folder: a source is checked again only if it, something that it includes, its command or the
+checks are different, in whichever clone of the project."""
 
+import glob
 import hashlib
 import json
 import os
@@ -9,12 +11,12 @@ import subprocess
 import sys
 
 
-def included_by(build, objects):
-    """What each object file was made from, as the build has seen it."""
-    told = subprocess.run(["ninja", "-C", build, "-t", "deps", *objects], check=True,
-                          stdout=subprocess.PIPE, encoding="utf-8").stdout
+def includes(build, objects):
+    """The files that each object was made from, as the build has recorded them."""
+    recorded = subprocess.run(["ninja", "-C", build, "-t", "deps", *objects], check=True,
+                              stdout=subprocess.PIPE, encoding="utf-8").stdout
     found, current = {}, None
-    for line in told.splitlines():
+    for line in recorded.splitlines():
         if line.startswith("    "):
             found[current].append(os.path.normpath(os.path.join(build, line.strip())))
         elif line and not line.startswith("ninja:"):
@@ -24,10 +26,11 @@ def included_by(build, objects):
 
 
 def fingerprint(root, command, files, checks):
-    """Changes with anything that could change what clang-tidy says."""
-    state = hashlib.sha256(checks + command.encode())
+    """Different if anything is that could change what clang-tidy finds. A file of the system counts
+    by size and time, one of the project by its content."""
+    state = hashlib.sha256(checks + command.replace(root, ".").encode())
     for path in sorted(files):
-        state.update(path.encode() + b"\0")
+        state.update(path.replace(root, ".").encode() + b"\0")
         if path.startswith(root):
             with open(path, "rb") as source:
                 state.update(hashlib.sha256(source.read()).digest())
@@ -38,7 +41,7 @@ def fingerprint(root, command, files, checks):
 
 
 def rules_for(root, folder):
-    """The files that say which checks there are in a folder: those of the folders above it, too."""
+    """The files with the checks of a folder and of the folders above it."""
     found, place = b"", os.path.join(root, folder)
     while place.startswith(root):
         path = os.path.join(place, ".clang-tidy")
@@ -49,39 +52,49 @@ def rules_for(root, folder):
     return found
 
 
+def cache_folder():
+    base = os.environ.get("XDG_CACHE_HOME") or os.path.expanduser("~/.cache")
+    folder = os.path.join(base, "zephin-tidy")
+    os.makedirs(folder, exist_ok=True)
+    return folder
+
+
+def passes(build, source):
+    ran = subprocess.run(
+        ["clang-tidy", "-p", build, "--quiet", "--extra-arg=-Wno-unknown-warning-option", source],
+        stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, encoding="utf-8")
+    if ran.returncode != 0:
+        print(ran.stdout)
+    return ran.returncode == 0
+
+
 def main(root, build, folder):
+    place = os.path.join(root, folder)
     with open(os.path.join(build, "compile_commands.json"), encoding="utf-8") as commands:
-        entries = [entry for entry in json.load(commands)
-                   if os.path.dirname(entry["file"]) == os.path.join(root, folder)]
-    if not entries:
-        print(f"nothing is compiled in {folder}")
+        entries = {entry["file"]: entry for entry in json.load(commands)
+                   if os.path.dirname(entry["file"]) == place}
+    left_out = sorted(set(glob.glob(os.path.join(place, "*.cpp"))) - set(entries))
+    if left_out:
+        print("not in the build:", *left_out)
         return 1
-    for entry in entries:
+    for entry in entries.values():
         words = shlex.split(entry["command"])
         entry["object"] = words[words.index("-o") + 1]
-    included = included_by(build, [entry["object"] for entry in entries])
+    included = includes(build, [entry["object"] for entry in entries.values()])
     version = subprocess.run(["clang-tidy", "--version"], check=True, stdout=subprocess.PIPE).stdout
     checks = version + rules_for(root, folder)
-    stamps = os.path.join(build, "tidy")
-    os.makedirs(stamps, exist_ok=True)
+    cache = cache_folder()
     failed = 0
-    for entry in entries:
-        files = included[entry["object"]] + [entry["file"]]
-        state = fingerprint(root, entry["command"], files, checks)
-        stamp = os.path.join(stamps, os.path.relpath(entry["file"], root).replace("/", "+"))
-        if os.path.exists(stamp):
-            with open(stamp, encoding="ascii") as passed:
-                if passed.read() == state:
-                    continue
-        ran = subprocess.run(
-            ["clang-tidy", "-p", build, "--quiet", "--extra-arg=-Wno-unknown-warning-option",
-             entry["file"]], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, encoding="utf-8")
-        if ran.returncode == 0:
-            with open(stamp, "w", encoding="ascii") as passed:
-                passed.write(state)
+    for source, entry in entries.items():
+        files = included[entry["object"]] + [source]
+        note = os.path.join(cache, fingerprint(root, entry["command"], files, checks))
+        if os.path.exists(note):
+            continue
+        if passes(build, source):
+            with open(note, "w", encoding="ascii"):
+                pass
         else:
             failed += 1
-            print(ran.stdout)
     print(f"{failed} of {len(entries)} sources failed")
     return 1 if failed else 0
 

@@ -16,7 +16,7 @@ const char* const kAborted =
     "Install Aborted\n\nUnable to delete existing installed folder.  Reboot the computer and try "
     "again or manually delete the previously installed application folder.";
 
-/// A setup of one payload file that installs the folder "Tool".
+/// A setup with a payload in one file that installs the folder "Tool".
 class ExpandFolder : public testing::Test {
  protected:
   ExpandFolder() {
@@ -25,7 +25,7 @@ class ExpandFolder : public testing::Test {
     fs::create_directory(chosen);
     window.fTargetFolder = "Tool";
   }
-  /// Installs into the chosen folder; these messages come up.
+  /// Installs into the chosen folder and expects these messages.
   void Expand(const std::vector<std::string>& messages = {}) {
     run.desktop.ExpectFolderDialog(chosen);
     for (const std::string& message : messages) {
@@ -41,7 +41,7 @@ class ExpandFolder : public testing::Test {
   const Expected installed{{"Tool", "/"}, {"Tool/new", "n"}};
 };
 
-TEST_F(ExpandFolder, ReplacesTheFolderAndTheArchiveThatStandInTheChosenOne) {
+TEST_F(ExpandFolder, ReplacesAnExistingFolderAndArchive) {
   window.InfoBtn()->SetVisible(true);
   WriteFile(chosen / "Tool/old", "o");
   WriteFile(zip, "left over");
@@ -61,11 +61,14 @@ TEST_F(ExpandFolder, ReplacesTheFolderAndTheArchiveThatStandInTheChosenOne) {
   EXPECT_EQ(ReadFile(run.Resources() / "Data2"), payload);
 }
 
-TEST_F(ExpandFolder, ReplacesAnExistingFolderAsTheUserSays) {
+TEST_F(ExpandFolder, AsksBeforeReplacingAndObeysTheAnswer) {
   window.fPromptToReplace = true;
   for (const bool agrees : {false, true}) {
     WriteFile(chosen / "Tool/old", "o");
-    window.fLabels = Split("|||No!|Yes!||||||Really?||Sure?||||||||||||||", "|");
+    window.fLabels = Captions({{Caption::Cancel, "No!"},
+                               {Caption::Ok, "Yes!"},
+                               {Caption::ReplaceTitle, "Really?"},
+                               {Caption::ReplaceSecond, "Sure?"}});
     window.fTargetFolder = "Tool";
     run.desktop.milliseconds = 0;
     run.desktop.ExpectFolderDialog(chosen);
@@ -76,25 +79,25 @@ TEST_F(ExpandFolder, ReplacesAnExistingFolderAsTheUserSays) {
                            dialog.OKBtn()->Caption();
       EXPECT_EQ(texts.Bytes(),
                 "Destination folder already exists.Sure?" + (chosen / "Tool").string() + "No!Yes!");
-      // Not said before the deletion.
+      // The progress line appears only after the deletion.
       EXPECT_EQ(window.MessageLabel()->Text().Bytes(), "");
       ScriptedDesktop::Press(shown, agrees ? "OKBtn" : "CancelBtn");
     });
     window.ExpandFolder();
     EXPECT_EQ(Tree(chosen), agrees ? installed : (Expected{{"Tool", "/"}, {"Tool/old", "o"}}));
     EXPECT_EQ(window.fTargetFolder.Bytes(), (chosen / "Tool").string());
-    // A second after the deletion, half a one for the bar and one after that of the archive.
+    // One second after the deletion, half a second for the bar, one after deleting the archive.
     EXPECT_NEAR(static_cast<double>(run.desktop.milliseconds), agrees ? 2550 : 0, 100);
   }
 }
 
-TEST_F(ExpandFolder, PlainFileInTheFoldersPlaceStays) {
+TEST_F(ExpandFolder, PlainFileAtTheTargetIsKept) {
   WriteFile(chosen / "Tool", "a file");
   Expand();
   EXPECT_EQ(ReadFile(chosen / "Tool"), "a file");
 }
 
-TEST_F(ExpandFolder, UndeletableFolderIsGivenFourSeconds) {
+TEST_F(ExpandFolder, FolderThatCannotBeDeletedAbortsAfterFourSeconds) {
   const fs::path applications = run.Applications();
   WriteFile(applications / "Tool/old", "o");
   fs::permissions(applications, fs::perms(0555));
@@ -115,32 +118,62 @@ TEST_F(ExpandFolder, UndeletableFolderIsGivenFourSeconds) {
   EXPECT_EQ(Tree(applications), installed);
 }
 
-TEST_F(ExpandFolder, NameThatLeadsOutOfItsParentTouchesNothing) {
-  WriteFile(chosen / "mine", "m");
-  WriteFile(run.scratch / "x/mine", "m");
+TEST_F(ExpandFolder, LinkToAFolderIsReplacedLikeAFolderAndItsTargetIsKept) {
+  WriteFile(run.scratch / "mine/file", "m");
+  fs::create_directory_symlink("../mine", chosen / "Tool");
+  window.fPromptToReplace = true;
+  for (const char* button : {"CancelBtn", "OKBtn"}) {
+    EXPECT_TRUE(fs::is_symlink(chosen / "Tool"));
+    window.fTargetFolder = "Tool";
+    run.desktop.ExpectFolderDialog(chosen);
+    run.desktop.ExpectWindow("Confirmation", button);
+    window.ExpandFolder();
+    EXPECT_EQ(Tree(run.scratch / "mine"), (Expected{{"file", "m"}}));
+  }
+  EXPECT_EQ(Tree(chosen), installed);
+}
+
+TEST_F(ExpandFolder, FullFolderWithTheArchivesNameIsKept) {
+  WriteFile(zip + "/mine", "m");
+  run.desktop.ExpectFolderDialog(chosen);
+  run.desktop.ExpectMessage("Installation Failed");
+  // The archive is never deleted, so the attempts end only with the run.
+  run.desktop.After(10'000, [] { Quit(0); });
+  EXPECT_EQ(run.Call([this] { window.ExpandFolder(); }), 0);
+  EXPECT_EQ(Tree(chosen), (Expected{{"Tool.zip", "/"}, {"Tool.zip/mine", "m"}}));
+}
+
+TEST_F(ExpandFolder, NameOutsideItsParentIsRefused) {
+  for (const char* path : {"Chosen/mine", "Chosen/a/mine", "Chosen/Patch/mine", "Chosen/..Patch/m",
+                           "x/y/mine", "x/yPatch/mine", "xPatch/mine"}) {
+    WriteFile(run.scratch / path, "m");
+  }
   window.fPromptToReplace = true;
   const Expected before = Tree(run.scratch.Path());
-  for (const char* name : {"", ".", "..", "../x", "a/.."}) {
-    window.fTargetFolder = name;
-    Expand({kAborted});
-    EXPECT_EQ(Tree(run.scratch.Path()), before) << name;
+  for (const bool isPatch : {false, true}) {
+    window.fInstallationPatch = isPatch;
+    for (const char* name : {"", ".", "..", "../x", "../x/y", "a/..", "./a/../..", "../Chosen/a"}) {
+      window.fTargetFolder = name;
+      Expand({kAborted});
+      EXPECT_EQ(Tree(run.scratch.Path()), before) << name;
+    }
   }
   EXPECT_EQ(run.desktop.milliseconds, 0);
 }
 
-TEST_F(ExpandFolder, ListBeforeTheInstallIsObeyedBeforeTheFolderIsAskedFor) {
+TEST_F(ExpandFolder, PreInstallListRunsBeforeTheFolderDialog) {
   WriteFile(run.Home() / "old", "o");
   window.fPostCopy = Utf8("preinstalldelete=" + (run.Home() / "old").string());
-  bool stood = true;
-  run.desktop.onFolderDialog = [&](const auto&) { stood = fs::exists(run.Home() / "old"); };
+  bool existed = true;
+  run.desktop.onFolderDialog = [&](const auto&) { existed = fs::exists(run.Home() / "old"); };
   run.desktop.ExpectFolderDialog("");
   window.ExpandFolder();
-  EXPECT_FALSE(stood);
+  EXPECT_FALSE(existed);
   EXPECT_TRUE(window.fTargetFolder.IsEmpty());
   EXPECT_TRUE(run.desktop.launched.empty());
 }
 
-TEST_F(ExpandFolder, FailedCopyIsToldAndTheRestGoesOn) {
+TEST_F(ExpandFolder, FailedCopyIsReportedAndTheInstallContinues) {
   WriteFile(run.Resources() / "after", "x");
   window.fExecuteAfterName = "after";
   window.fPostCopy = "nothing=";
@@ -150,23 +183,31 @@ TEST_F(ExpandFolder, FailedCopyIsToldAndTheRestGoesOn) {
   EXPECT_EQ(run.desktop.launched,
             (std::vector<std::string>{zip, (run.Resources() / "after").string()}));
   EXPECT_TRUE(fs::is_empty(chosen));
+  EXPECT_EQ(window.MessageLabel()->Text().Bytes(), "Install in Progress...");
   EXPECT_NEAR(static_cast<double>(run.desktop.milliseconds), 520, 20);
 }
 
-TEST_F(ExpandFolder, AfterProgramIsLookedUpFirstAndStartedBeforeTheArchiveGoes) {
+TEST_F(ExpandFolder, AfterProgramIsFoundFirstAndLaunchedBeforeTheArchiveIsDeleted) {
   WriteFile(run.Home() / "there", "x");
+  fs::create_symlink(run.Home() / "there", run.Resources() / "link");
   const std::string home = run.Home();
-  // Brought by the list before the install, and so too late.
-  window.fPostCopy = Utf8("preinstallcopy=" + home + "/there;" + home + "/late");
+  const std::string mark = home + "/mark";
+  // The copy list creates "late", which is too late, and deletes the mark before the program runs.
+  window.fPostCopy = Utf8("preinstallcopy=" + home + "/there;" + home + "/late|delete=" + mark);
   const std::vector<std::pair<const char*, std::vector<std::string>>> rows{
       {"UserAccount/late", {zip}},
       {"UserAccount/there", {zip, home + "/there"}},
       {"after", {zip, run.Resources() / "after"}},
+      {"link", {zip, home + "/there"}},
       {"", {zip}},
   };
   for (const auto& [name, launched] : rows) {
     run.desktop.launched.clear();
-    run.desktop.onLaunch = [this](const auto& path) { EXPECT_TRUE(fs::exists(zip)) << path; };
+    WriteFile(mark, "");
+    run.desktop.onLaunch = [this, &mark](const auto& path) {
+      EXPECT_TRUE(fs::exists(zip)) << path;
+      EXPECT_EQ(fs::exists(mark), path == zip) << path;
+    };
     window.fTargetFolder = "Tool";
     window.fExecuteAfterName = name;
     Expand();
@@ -174,7 +215,7 @@ TEST_F(ExpandFolder, AfterProgramIsLookedUpFirstAndStartedBeforeTheArchiveGoes) 
   }
 }
 
-TEST_F(ExpandFolder, RelocationLeavesTheRestToTheCopy) {
+TEST_F(ExpandFolder, RelocationSkipsTheInstall) {
   WriteFile(run.Resources() / "Data#1", "piece");
   window.fPostCopy = Utf8("preinstalldelete=" + (run.scratch / "payload").string());
   window.ExpandFolder();
@@ -183,7 +224,7 @@ TEST_F(ExpandFolder, RelocationLeavesTheRestToTheCopy) {
   EXPECT_TRUE(fs::exists(run.scratch / "payload"));
 }
 
-TEST_F(ExpandFolder, PatchNeedsAnInstalledFolderAndGoesThroughOneBesideItWithoutAQuestion) {
+TEST_F(ExpandFolder, PatchNeedsAnInstalledFolderAndIsExpandedBesideIt) {
   window.fInstallationPatch = true;
   Expand({"Patch Failed.  No installation folder exists."});
   EXPECT_TRUE(fs::is_empty(chosen));
@@ -195,7 +236,7 @@ TEST_F(ExpandFolder, PatchNeedsAnInstalledFolderAndGoesThroughOneBesideItWithout
   WriteFile(chosen / "ToolPatch/stale", "s");
   window.fTargetFolder = "Tool";
   window.fPromptToReplace = true;
-  // The list is obeyed when the patch's own folder has gone again.
+  // The copy list runs after the patch's own folder was deleted.
   window.fPostCopy =
       Utf8("new=" + (run.Home() / "new").string() + "|delete=" + chosen.string() + "/Tool/old");
   Expand({"Install Error\n\nMissing File: new"});
@@ -204,8 +245,8 @@ TEST_F(ExpandFolder, PatchNeedsAnInstalledFolderAndGoesThroughOneBesideItWithout
   EXPECT_EQ(window.fTargetFolder.Bytes(), (chosen / "ToolPatch").string());
 }
 
-// What the copy that a split setup leaves in the temporary folder would do.
-TEST(ExpandFolderOfACopy, PiecesGoBeforeAPayloadInOneFile) {
+// What the relocated copy of a split setup would do.
+TEST(ExpandFolderOfACopy, PiecesTakePrecedenceOverASinglePayload) {
   StubRun run;
   run.machine.temporaryFolder = run.Disk();
   ZephinStubWindow& window = run.BareWindow();

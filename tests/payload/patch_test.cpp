@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 using make_setup::MakeTree;
 using make_setup::TreeWords;
 
-/// An installed folder "Tool" and beside it the patch's, "ToolPatch".
+/// An installed folder "Tool", and beside it the patch's folder "ToolPatch".
 class Patch : public testing::Test {
  protected:
   void Apply(const std::string& patchWords, const std::string& installedWords) {
@@ -39,7 +39,7 @@ class Patch : public testing::Test {
   const fs::path patch = run.scratch / "ToolPatch";
 };
 
-TEST_F(Patch, EachKindOfItemDoesItsWorkOnTheInstalledFolder) {
+TEST_F(Patch, EachKindOfItemChangesTheInstalledFolder) {
   struct Row {
     std::string patch;
     std::string installed;
@@ -47,33 +47,33 @@ TEST_F(Patch, EachKindOfItemDoesItsWorkOnTheInstalledFolder) {
     std::string failure = {};
   };
   const std::vector<Row> rows{
-      // Files replace, are added, and bring the folders that they need.
+      // Files replace others or are added; missing folders are created for them.
       {"a=2 b=3", "a=1", "a=2 b=3"},
       {"empty/deep/ x/y/c=3", "", "x/ x/y/ x/y/c=3"},
       {"a=2", "a/b=1", "a=2"},
       {"a/b=2", "a=1", "a=1", "a/b"},
-      // The marker may stand anywhere, in any letter case; its first occurrence counts.
+      // The marker may be anywhere in a name, in any letter case; its first occurrence counts.
       {"old*Delete*.txt=", "old=1 old.txt=1", "old=1"},
       {"*delete*a= b*DELETE*=", "a=1 b=1", ""},
       {"a*Delete**Delete*=", "a=1 a*Delete*=1", "a=1"},
       {"a*Delete*= gone*Delete*=", "a/", ""},
       {"a*Delete*=", "a/b=1", "a/ a/b=1"},
       {"a=2 a*Delete*=", "a=1", ""},
-      // A folder's marker works at the root; its contents aren't looked at.
+      // A folder's marker works at the root only; its contents are ignored.
       {"Old*Delete*/new=n", "Old/.x=1 b=1", "b=1"},
       {"Old*Delete*/", "Old=1", "Old=1"},
       {"sub/Old*Delete*/", "sub/Old/ subOld/x=1", "sub/ sub/Old/"},
       {"sub/*Delete*/", "sub/a=1 b=1", "b=1"},
-      // Hidden files are passed over, hidden folders are not.
+      // Hidden files are ignored, hidden folders are not.
       {".a=2 x/.y=2", ".a=1", ".a=1"},
       {"*Delete*.txt= .a*Delete*=", ".a=1 .txt=1", ".a=1 .txt=1"},
       {".h*Delete*/", ".h/a=1", ""},
-      // An alias is a file, and is copied as what it points to.
+      // A link is a file, and is copied as what it points to.
       {"x=2 y->x", "", "x=2 y=2"},
       {"x/a=2 y->x", "", "x/ x/a=2 y/ y/a=2"},
       {"y->nowhere z=2", "y=1", "z=2", "y"},
       {"x/ y*Delete*->x", "y/a=1", "y/ y/a=1"},
-      // For a file directly in a bundle the folder above is made, and the copy tried all the same.
+      // For a file directly in a bundle only the folder that holds the bundle is created.
       {"d/N.app/f=2", "", "d/", "d/N.app/f"},
       {"N.app/f=2", "N.app/", "N.app/ N.app/f=2"},
       {"N.app/In/f=2 N.app/f=2", "", "N.app/ N.app/In/ N.app/In/f=2 N.app/f=2"},
@@ -89,18 +89,18 @@ TEST_F(Patch, EachKindOfItemDoesItsWorkOnTheInstalledFolder) {
   }
 }
 
-TEST_F(Patch, MarkerAloneAtTheRootTakesTheWholeInstalledFolder) {
+TEST_F(Patch, MarkerAloneAtTheRootDeletesTheInstalledFolder) {
   Apply("*Delete*/", "a=1");
   EXPECT_FALSE(fs::exists(installed));
 }
 
-TEST_F(Patch, MissingPatchFolderIsTold) {
+TEST_F(Patch, MissingPatchFolderIsReported) {
   run.desktop.ExpectMessage("Patch Not Found\n\nPatch folder not created at specified location.");
   Apply();
   EXPECT_EQ(run.desktop.milliseconds, 0);
 }
 
-TEST_F(Patch, RemovalOfThePatchFolderIsTriedEveryTwoSecondsUntilItWorksOrTheUserQuits) {
+TEST_F(Patch, DeletionOfThePatchFolderIsRetriedEveryTwoSecondsUntilTheUserQuits) {
   for (const bool quits : {false, true}) {
     fs::remove_all(installed);
     MakeTree(installed, "");

@@ -1,8 +1,12 @@
 #include "payload/scrambled_file.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
-#include "setup/scrambling_bytes.h"
+#include <cstdio>
+#include <memory>
+
+#include "setup/scrambling.h"
 #include "tests/support/limits.h"
 #include "tests/support/stub_run.h"
 
@@ -20,7 +24,7 @@ class ScrambledFile : public testing::Test {
   const fs::path file = run.scratch / "folder/file.zip";
 };
 
-TEST_F(ScrambledFile, IsMadeAnewWholeInBothDirections) {
+TEST_F(ScrambledFile, IsReplacedByAWholeNewFileInBothDirections) {
   constexpr std::size_t kBlock = std::size_t{256} * 1024;
   for (const std::size_t size : {0UL, 1UL, 255UL, kBlock - 1, kBlock, 2 * kBlock + 1}) {
     const std::string plain = Noise(size);
@@ -34,15 +38,15 @@ TEST_F(ScrambledFile, IsMadeAnewWholeInBothDirections) {
     Unscramble();
     EXPECT_TRUE(ReadFile(file) == plain) << size;
   }
-  // Where there is no file nothing happens.
+  // Without a file nothing happens.
   fs::remove(file);
   Unscramble();
   ViewConst::EncryptDecryptFileEnd("", false);
   EXPECT_FALSE(fs::exists(file));
 }
 
-// The room of what has been read is given back, but never that of a file with another name.
-TEST_F(ScrambledFile, LargeOneIsWholeAndItsOtherNamesKeepTheirs) {
+// Freeing what was read must not damage the file under its other name.
+TEST_F(ScrambledFile, LargeFileIsWholeAndItsHardLinkKeepsItsContent) {
   std::string scrambled;
   scrambled.resize(33'000'001, 'b');
   const std::string before = scrambled;
@@ -56,7 +60,22 @@ TEST_F(ScrambledFile, LargeOneIsWholeAndItsOtherNamesKeepTheirs) {
   EXPECT_TRUE(ReadFile(run.scratch / "other") == before);
 }
 
-TEST_F(ScrambledFile, OneThatCanNotBeDeletedIsWrittenOver) {
+// A payload from a read-only disc: without the right to write, the disk would have to hold it
+// twice.
+TEST_F(ScrambledFile, ReadOnlyFileGivesItsSpaceBack) {
+  WriteFile(file, std::string(40'000'000, 'b'));
+  fs::permissions(file, fs::perms(0444));
+  const PlainUser user(run.scratch.Path());
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> old(std::fopen(file.c_str(), "rb"),
+                                                            std::fclose);
+  Unscramble();
+  struct stat state {};
+  ASSERT_EQ(fstat(fileno(old.get()), &state), 0);
+  EXPECT_EQ(state.st_nlink, 0U);
+  EXPECT_LT(state.st_blocks * 512, 20'000'000);
+}
+
+TEST_F(ScrambledFile, FileThatCannotBeDeletedIsOverwritten) {
   WriteFile(file, std::string(100'001, 'b'));
   fs::permissions(file.parent_path(), fs::perms(0555));
   const PlainUser user(run.scratch.Path());

@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The main window with a tray that counts.
+/// A main window that counts how often the tray is opened.
 class WindowWithTray : public ZephinStubWindow {
  public:
   int ejects = 0;
@@ -25,11 +25,10 @@ class WindowWithTray : public ZephinStubWindow {
   void EjectCD() override { ++ejects; }
 };
 
-/// Joins the pieces from the first one's path on, into a file of that path.
+/// One of the two forms of joining the pieces.
 using Combine = void (ZephinStubWindow::*)(const String& firstPartPath, const String& zipPath);
 
-/// A split setup whose first piece is in the bundle and whose others come on discs that stand at
-/// "CD".
+/// A split setup with its first piece in the bundle and the others on discs, mounted at "CD".
 class SplitSetup : public testing::TestWithParam<Combine> {
  protected:
   SplitSetup() {
@@ -65,13 +64,13 @@ class SplitSetup : public testing::TestWithParam<Combine> {
   const std::string no = "Btn3";
 };
 
-TEST_P(SplitSetup, PiecesAreTakenInTheOrderOfTheirNumbersUntilTheLast) {
+TEST_P(SplitSetup, PiecesAreJoinedInTheOrderOfTheirNumbers) {
   const std::vector<std::pair<std::vector<std::string>, std::string>> rows{
       {{"End"}, "one,End,"},
       {{"2", "3", "End"}, "one,2,3,End,"},
       {{"2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "End"},
        "one,2,3,4,5,6,7,8,9,10,11,End,"},
-      // The last one is taken where a number is missing, and the payload is short.
+      // The last piece is taken where a number is missing, so the payload is short.
       {{"3", "4", "End"}, "one,End,"},
       {{"02", "End"}, "one,End,"},
       {{"2", "4", "End"}, "one,2,End,"},
@@ -80,7 +79,7 @@ TEST_P(SplitSetup, PiecesAreTakenInTheOrderOfTheirNumbersUntilTheLast) {
     for (const std::string& piece : pieces) {
       AddPiece(piece, piece + ",");
     }
-    WriteFile(archive, "what an earlier run has left here");
+    WriteFile(archive, "left by an earlier run");
     EXPECT_EQ(Join(), -1);
     EXPECT_EQ(ReadFile(archive), joined);
     EXPECT_EQ(window->ejects, std::count(joined.begin(), joined.end(), ','));
@@ -90,10 +89,10 @@ TEST_P(SplitSetup, PiecesAreTakenInTheOrderOfTheirNumbersUntilTheLast) {
   }
 }
 
-TEST_P(SplitSetup, NextDiscIsAskedForUntilItIsThere) {
+TEST_P(SplitSetup, AsksForTheNextDiscUntilItIsThere) {
   const std::string large = Noise(2'500'000);
   AddPiece("2", large);
-  ExpectQuestion(yes);  // Nothing has been put in.
+  ExpectQuestion(yes);  // No disc was inserted.
   ExpectQuestion(yes, [this] {
     fs::remove_all(run.scratch / "CD");
     AddPiece("3", "three,");
@@ -111,7 +110,7 @@ TEST_P(SplitSetup, NoToTheQuestionEndsTheRun) {
   EXPECT_EQ(ReadFile(archive), isDirect ? "one,two" : "old");
 }
 
-TEST_P(SplitSetup, ForeignClipboardIsOnlyAskedAboutInThePublishersWords) {
+TEST_P(SplitSetup, OtherTextOnTheClipboardLeadsToTheQuestionInThePublishersWords) {
   const std::string builtIn =
       "Insert next CD.  When you see the CD icon, click YES to continue or NO to quit.";
   for (const auto& [clipboard, text] : {std::pair{"", builtIn}, {"CD/", "Next disc?"}}) {
@@ -121,11 +120,11 @@ TEST_P(SplitSetup, ForeignClipboardIsOnlyAskedAboutInThePublishersWords) {
       ScriptedDesktop::Press(asked, no);
     });
     EXPECT_EQ(Join(), 0);
-    window->fLabels = Split("||||||||||||||||Next disc?||||||||||", "|");
+    window->fLabels = Captions({{Caption::NextDisc, "Next disc?"}});
   }
 }
 
-TEST_P(SplitSetup, PieceThatCanNotBeOpenedIsReportedAndEndsTheRun) {
+TEST_P(SplitSetup, PieceThatCannotBeOpenedEndsTheRun) {
   fs::create_directory(run.scratch / "CD/Data#2");
   EXPECT_EQ(Join(), 0);
   EXPECT_EQ(run.desktop.failures, std::vector<std::string>{"NilObjectException"});
@@ -133,7 +132,7 @@ TEST_P(SplitSetup, PieceThatCanNotBeOpenedIsReportedAndEndsTheRun) {
   EXPECT_EQ(fs::exists(archive), isDirect);
 }
 
-TEST_P(SplitSetup, ArchiveThatCanNotBeMadeIsNotTold) {
+TEST_P(SplitSetup, ArchiveThatCannotBeCreatedIsNotReported) {
   fs::create_directory(archive);
   WriteFile(archive + "/in the way", "");
   if (!isDirect) {
@@ -144,14 +143,14 @@ TEST_P(SplitSetup, ArchiveThatCanNotBeMadeIsNotTold) {
   EXPECT_EQ(run.desktop.cursor, MouseCursor::Arrow);
 }
 
-TEST_P(SplitSetup, OnAFullDiskTheArchiveIsShortAndNothingIsTold) {
+TEST_P(SplitSetup, FullDiskMakesAShortArchiveSilently) {
   AddPiece("End", std::string(100'000, 'x'));
   const FullDisk full(10'000);
   EXPECT_EQ(Join(), -1);
   EXPECT_EQ(fs::file_size(archive), 10'000U);
 }
 
-TEST_P(SplitSetup, QuitWhileItJoinsEndsTheRun) {
+TEST_P(SplitSetup, QuitWhileJoiningEndsTheRun) {
   AddPiece("End", std::string(5'000'000, 'x'));
   run.desktop.After(0, [] { Quit(0); });
   EXPECT_EQ(Join(), 0);

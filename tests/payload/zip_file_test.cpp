@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "payload/zip_to_folder.h"
+#include "payload/zip_file.h"
 #include "tests/support/limits.h"
 #include "tests/support/stub_run.h"
 #include "tools/make_setup/zip_folder.h"
-#include "util/my_get_folder_item.h"
+#include "util/paths.h"
 
 namespace zephin::test {
 namespace {
@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 using GlobalsVk::MyGetFolderItem;
 using Number = std::optional<std::int64_t>;
 
-TEST(ZipFile, BarRunsForTheTimeThatTheLengthAndTheSystemAreGiven) {
+TEST(ZipFile, BarRunsForTheTimeOfLengthAndSystem) {
   const std::vector<std::tuple<std::uintmax_t, Number, Number, std::int64_t>> rows{
       {0, 10, 15, 30},
       {2'999'999, 10, 15, 30},
@@ -22,7 +22,7 @@ TEST(ZipFile, BarRunsForTheTimeThatTheLengthAndTheSystemAreGiven) {
       {30'000'001, 10, 15, 165},
       {300'000'000, 10, 15, 1515},
       {300'000'001, 10, 15, 757},
-      // A minor version of 13 is slow, whatever the major one.
+      // Minor version 13 is slow, with any major version.
       {0, 10, 13, 60},
       {300'000'001, 11, 13, 1515},
       {0, 10, 12, 30},
@@ -40,13 +40,13 @@ TEST(ZipFile, BarRunsForTheTimeThatTheLengthAndTheSystemAreGiven) {
     EXPECT_EQ(bar->Maximum(), ticks) << length;
     EXPECT_EQ(bar->Value(), ticks) << length;
     EXPECT_TRUE(bar->Visible());
-    // It ends as soon as one tick more has passed.
+    // It ends one tick later.
     const double end = static_cast<double>(ticks + 1) * 1000 / 60;
     EXPECT_NEAR(static_cast<double>(run.desktop.milliseconds), end, 10) << length;
   }
 }
 
-TEST(ZipFile, DeletionStartsTheProgramFirstAndTriesEverySecond) {
+TEST(ZipFile, DeletionLaunchesTheProgramFirstAndRetriesEverySecond) {
   StubRun run;
   ZephinStubWindow& window = run.BareWindow();
   window.ZipFileDelete(Utf8(run.scratch / "none.zip"), nullptr);
@@ -57,18 +57,18 @@ TEST(ZipFile, DeletionStartsTheProgramFirstAndTriesEverySecond) {
   WriteFile(zip, "x");
   fs::permissions(zip.parent_path(), fs::perms(0555));
   const PlainUser user(run.scratch.Path());
-  bool stoodAtLaunch = false;
-  run.desktop.onLaunch = [&](const std::string&) { stoodAtLaunch = fs::exists(zip); };
+  bool existedAtLaunch = false;
+  run.desktop.onLaunch = [&](const std::string&) { existedAtLaunch = fs::exists(zip); };
   run.desktop.After(2500, [&] { fs::permissions(zip.parent_path(), fs::perms(0755)); });
   window.ZipFileDelete(Utf8(zip), MyGetFolderItem("/bin/after"));
-  EXPECT_TRUE(stoodAtLaunch);
+  EXPECT_TRUE(existedAtLaunch);
   EXPECT_EQ(run.desktop.launched, std::vector<std::string>{"/bin/after"});
   EXPECT_FALSE(fs::exists(zip));
-  // Tries at 0, 1, 2 and 3 seconds, with a second after the last one too.
+  // Attempts at 0, 1, 2 and 3 seconds, each followed by a second.
   EXPECT_NEAR(static_cast<double>(run.desktop.milliseconds), 4000, 150);
 }
 
-TEST(ZipFile, ExpandsOverWhatStandsOrAfterItIsGone) {
+TEST(ZipFile, ExpandsOverAnExistingFolderOrAfterDeletingIt) {
   using Expected = std::map<std::string, std::string>;
   using ViewConst::ZipFileToFolder;
   StubRun run;
@@ -76,7 +76,7 @@ TEST(ZipFile, ExpandsOverWhatStandsOrAfterItIsGone) {
   const auto zip = run.scratch / "it's a $(zip) \"x\".zip";
   const auto folder = run.scratch / "two words\n& more";
   WriteFile(run.scratch / "content/new", "n");
-  make_setup::ZipFolder(run.scratch / "content", "Top", zip);
+  make_setup::ZipFolder(run.scratch / "content", zip, {.topName = "Top"});
   WriteFile(folder / "old", "o");
   EXPECT_TRUE(ZipFileToFolder(Utf8(zip), Utf8(folder), false));
   EXPECT_EQ(Tree(folder), (Expected{{"old", "o"}, {"Top", "/"}, {"Top/new", "n"}}));

@@ -21,7 +21,7 @@ class Download : public testing::Test {
  protected:
   Download() {
     MakeTree(run.scratch / "content", "noise=" + Noise(30'000));
-    make_setup::ZipFolder(run.scratch / "content", "", run.scratch / "archive.zip");
+    make_setup::ZipFolder(run.scratch / "content", run.scratch / "archive.zip");
     archive = ReadFile(run.scratch / "archive.zip");
   }
   bool Fetch(const std::string& url, const fs::path& folder, bool renameFlag = false) {
@@ -35,7 +35,7 @@ class Download : public testing::Test {
   const fs::path target = run.Applications() / "Extras_Option";
 };
 
-TEST_F(Download, LengthOfTheBodyAloneDecidesBeforeTheExpansion) {
+TEST_F(Download, OnlyTheBodysLengthIsCheckedBeforeTheExpansion) {
   for (const std::string& body :
        {std::string(kSmallest - 1, 'x'), std::string(kSmallest, 'x'), archive}) {
     const LoopbackServer server(HttpResponse("404 No", body));
@@ -44,7 +44,7 @@ TEST_F(Download, LengthOfTheBodyAloneDecidesBeforeTheExpansion) {
       run.desktop.ExpectMessage("Setup file download failed.");
     }
     EXPECT_EQ(Fetch(server.Address("/a/extra.zip"), target), body == archive);
-    // The folder is made by the expansion, whatever comes of it.
+    // The expansion creates the folder even if it fails.
     EXPECT_EQ(fs::exists(target), isLongEnough);
     EXPECT_EQ(fs::exists(target / "noise"), body == archive);
     EXPECT_FALSE(fs::exists(run.Applications() / "extra.zip"));
@@ -52,14 +52,14 @@ TEST_F(Download, LengthOfTheBodyAloneDecidesBeforeTheExpansion) {
   }
 }
 
-TEST_F(Download, ArchiveIsStoredBesideItsFolderForTheTimeOfTheExpansion) {
+TEST_F(Download, ArchiveIsStoredBesideItsFolderDuringTheExpansion) {
   const LoopbackServer server(HttpResponse("200 OK", archive));
   for (const auto& [name, archiveName] : {std::pair{"Extras_Option", "extra.zip"},
                                           {"Tool.app/Extras_Option", "extra.zip"},
                                           {"Tool.app/In/Extras", "Tool.app/In/extra.zip"}}) {
     const fs::path folder = run.Applications() / name;
     const fs::path stored = run.Applications() / archiveName;
-    // What stands there is replaced; what stands in the folder is expanded over.
+    // An existing file is replaced; an existing folder keeps what it holds.
     WriteFile(stored, "left over");
     WriteFile(folder / "keep", "k");
     EXPECT_TRUE(Fetch(server.Address("/extra.zip"), folder)) << name;
@@ -68,7 +68,18 @@ TEST_F(Download, ArchiveIsStoredBesideItsFolderForTheTimeOfTheExpansion) {
   }
 }
 
-TEST_F(Download, PlaceThatCanNotBeWrittenIsTold) {
+TEST_F(Download, SchemeInAnyLetterCaseDecidesAboutTLS) {
+  for (const char* scheme : {"https", "HTTPS", "hTTps"}) {
+    const LoopbackServer server("no answer in TLS");
+    run.desktop.ExpectMessage("Setup file download failed.");
+    EXPECT_FALSE(Fetch(server.Address("/x.zip").replace(0, 4, scheme), target));
+    ASSERT_EQ(server.Requests().size(), 1U) << scheme;
+    // A handshake begins with this byte, a plain request with its method.
+    EXPECT_EQ(server.Requests().front()[0], '\x16') << scheme;
+  }
+}
+
+TEST_F(Download, PlaceThatCannotBeWrittenIsReported) {
   const LoopbackServer server(HttpResponse("200 OK", archive));
   fs::create_directory(run.Applications() / "taken");
   for (const auto& [path, where] : {std::pair{"/extra.zip", run.Applications() / "missing/Extras"},
@@ -81,7 +92,7 @@ TEST_F(Download, PlaceThatCanNotBeWrittenIsTold) {
   }
 }
 
-TEST_F(Download, NothingThatIsNamedLikeTheArchiveIsRenamedAway) {
+TEST_F(Download, NoItemWithTheArchivesNameIsRenamed) {
   WriteFile(run.Applications() / "Extras/keep", "k");
   for (const std::string& body : {archive, std::string(kSmallest, 'x')}) {
     for (const char* path : {"/Extras.zip", "/noextension"}) {

@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 using make_setup::MakeTree;
 using make_setup::TreeWords;
 
-/// A machine on which "Place/Tool" has been installed, with archives in the bundle.
+/// A machine with an installed folder "Place/Tool", and archives in the bundle.
 class ExpandSelection : public testing::Test {
  protected:
   ExpandSelection() { window.fTargetFolder = Utf8(tool); }
@@ -25,14 +25,14 @@ class ExpandSelection : public testing::Test {
   void AddArchive(const std::string& name, const std::string& words) const {
     const ScratchFolder content;
     MakeTree(content.Path(), words);
-    make_setup::ZipFolder(content.Path(), "", run.Resources() / name);
+    make_setup::ZipFolder(content.Path(), run.Resources() / name);
   }
-  /// Makes what the main payload has brought.
+  /// Creates what the main payload installs.
   void Install(const std::string& words) const {
     fs::remove_all(tool.parent_path());
     MakeTree(tool, words);
   }
-  /// Places what the user has picked of a list, which holds the choices and the options.
+  /// Places what the user picked from a list, which serves as choices and as options.
   void Place(const std::string& list, const char* choice, const char* options) {
     window.fInstallChoices = window.fInstallOptions = Utf8(list);
     window.ExpandChoiceAndOptions(choice, options);
@@ -43,11 +43,11 @@ class ExpandSelection : public testing::Test {
   const fs::path tool = run.scratch / "Place/Tool";
 };
 
-TEST_F(ExpandSelection, ContentGoesToItsFolderAndIsMergedWithWhatStandsThere) {
+TEST_F(ExpandSelection, ContentIsMergedIntoItsFolder) {
   AddArchive("pack.zip", ".h=new a=new x/b=new y/c=new");
   const std::string pack = ".h=new a=new x/ x/b=new y/ y/c=new";
   const std::string extras = "E/ E/.h=new E/a=new E/x/ E/x/b=new E/y/ E/y/c=new";
-  // The entry's folder, what stands in the installed one, and what does then.
+  // The entry's folder, the installed tree before, and the tree afterwards.
   const std::vector<std::array<std::string, 3>> rows{
       {"Tool", "", pack},
       {"tOOL", "a=old m=old", ".h=new a=new m=old x/ x/b=new y/ y/c=new"},
@@ -62,7 +62,7 @@ TEST_F(ExpandSelection, ContentGoesToItsFolderAndIsMergedWithWhatStandsThere) {
     for (const auto& [folder, installed, result] : rows) {
       SCOPED_TRACE(folder + suffix);
       Install(installed);
-      // What an earlier run has left in the temporary folders goes.
+      // What an earlier run left in the temporary folder is deleted.
       const bool isTarget = folder == "Tool" || folder == "tOOL";
       const fs::path temporary = (isTarget ? tool : tool / folder).string() + suffix;
       if (isTarget || !installed.empty()) {
@@ -83,18 +83,19 @@ TEST_F(ExpandSelection, OfEqualCaptionsTheLastChoiceAndEveryOptionIsPlaced) {
   Install("");
   Place(list, "Same", "");
   EXPECT_EQ(TreeWords(tool), "A/ A/two=2");
+  EXPECT_EQ(run.desktop.bringToFrontCalls, 1);
   Install("");
-  // The second finds the folder that the first has made.
+  // The second finds the folder that the first created.
   Place(list, "", "none,same");
   EXPECT_EQ(TreeWords(tool), "A/ A/one=1 A/two=2");
 }
 
-TEST_F(ExpandSelection, ArchiveThatCanNotBeExpandedIsToldAndTheRestGoesOn) {
+TEST_F(ExpandSelection, ArchiveThatCannotBeExpandedIsReportedAndTheRestContinues) {
   AddArchive("good.zip", "a=1");
   WriteFile(run.Resources() / "bad.zip", "no archive");
   Install("file=f B/keep=k");
   window.fInstallChoices = "C,/missing.zip,Tool";
-  // The third is no address, though "http" is in it.
+  // The third is no address, although it contains "http".
   window.fInstallOptions = "1,/bad.zip,B|2,/good.zip,file|3,/x/http.zip,D|4,/good.zip,G";
   run.desktop.ExpectMessage("Install failed for selected choice");
   for (const char* caption : {"1", "2", "3"}) {
@@ -104,7 +105,7 @@ TEST_F(ExpandSelection, ArchiveThatCanNotBeExpandedIsToldAndTheRestGoesOn) {
   EXPECT_EQ(TreeWords(tool), "B/ B/keep=k B_Option/ D/ G/ G/a=1 file=f");
 }
 
-TEST_F(ExpandSelection, ItemThatCanNotBeMovedIsToldAndGoesWithTheTemporaryFolder) {
+TEST_F(ExpandSelection, ItemThatCannotBeMovedIsReportedAndDeletedWithTheTemporaryFolder) {
   AddArchive("pack.zip", "a=1 b=2 c=3");
   Install("");
   run.desktop.After(0, [this] { fs::remove(tool.string() + "_Choice/b"); });
@@ -113,17 +114,23 @@ TEST_F(ExpandSelection, ItemThatCanNotBeMovedIsToldAndGoesWithTheTemporaryFolder
   EXPECT_EQ(TreeWords(tool.parent_path()), "Tool/ Tool/a=1 Tool/c=3");
 }
 
-TEST(ExpandSelectionAlone, WithoutABundleTheMissingPathIsReported) {
-  StubRun run;
-  run.machine.executable.clear();
-  ZephinStubWindow& window = run.BareWindow();
-  window.fTargetFolder = Utf8(run.scratch / "Tool");
-  window.fInstallChoices = "C,pack.zip,Tool";
-  EXPECT_EQ(run.Call([&window] { window.ExpandChoiceAndOptions("C", ""); }), 0);
-  EXPECT_EQ(run.desktop.failures, std::vector<std::string>{"NilObjectException"});
+TEST(ExpandSelectionAlone, OutsideABundleTheArchiveIsMissingAndWithoutAProgramTheRunEnds) {
+  for (const bool isKnown : {true, false}) {
+    StubRun run;
+    run.machine.executable = isKnown ? (run.scratch / "program").string() : "";
+    ZephinStubWindow& window = run.BareWindow();
+    window.fTargetFolder = Utf8(run.scratch / "Tool");
+    window.fInstallChoices = "C,pack.zip,Tool";
+    if (isKnown) {
+      run.desktop.ExpectMessage("Install failed for selected choice");
+    }
+    EXPECT_EQ(run.Call([&window] { window.ExpandChoiceAndOptions("C", ""); }), isKnown ? -1 : 0);
+    EXPECT_EQ(run.desktop.failures, isKnown ? std::vector<std::string>{}
+                                            : std::vector<std::string>{"NilObjectException"});
+  }
 }
 
-TEST_F(ExpandSelection, OptionFromAnAddressIsFetchedUnderItsOwnLineAndMergedWithTheLeftover) {
+TEST_F(ExpandSelection, OptionFromAnAddressIsNamedWhileItDownloadsAndIsMergedWithLeftovers) {
   const std::string noise = Noise(20'000);
   AddArchive("pack.zip", "noise=" + noise);
   const LoopbackServer server(HttpResponse("200 OK", ReadFile(run.Resources() / "pack.zip")));
@@ -153,6 +160,7 @@ TEST_F(ExpandSelection, NotesAndAddressComeLastAndOnlyAfterAnInstall) {
   window.fTargetFolder = "";
   window.ExpandChoiceAndOptions("C", "O");
   EXPECT_EQ(run.desktop.opened.size(), 1U);
+  EXPECT_EQ(run.desktop.bringToFrontCalls, 0);
 }
 
 }  // namespace

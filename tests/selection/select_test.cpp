@@ -27,7 +27,7 @@ std::string ListOf(int count) {
   return list;
 }
 
-/// Which buttons and rows a dialog of so many entries shows, and where.
+/// Checks the buttons and rows of a dialog with so many entries.
 template <class Dialog>
 ScriptedDesktop::WindowAnswer Looks(int count, int buttonTop, int selectedRow) {
   return [=](Window& window) {
@@ -47,7 +47,7 @@ ScriptedDesktop::WindowAnswer Looks(int count, int buttonTop, int selectedRow) {
   };
 }
 
-/// The user sets rows and leaves by Continue ('C') or Quit.
+/// The user sets rows and presses Continue ('C') or Quit.
 template <class Dialog>
 ScriptedDesktop::WindowAnswer Picks(const std::vector<int>& rows, char button) {
   return [rows, button](Window& window) {
@@ -60,7 +60,7 @@ ScriptedDesktop::WindowAnswer Picks(const std::vector<int>& rows, char button) {
 
 class SelectChoiceAndOptions : public testing::Test {
  protected:
-  /// Gives the status of the run's end, -1 if it goes on.
+  /// Returns the status of the run's end, -1 if the run continues.
   int Select(const std::string& choices, const std::string& options) {
     run.BareWindow().fInstallChoices = Utf8(choices);
     run.BareWindow().fInstallOptions = Utf8(options);
@@ -75,7 +75,7 @@ class SelectChoiceAndOptions : public testing::Test {
 };
 
 TEST_F(SelectChoiceAndOptions, DialogsShrinkToTheirRows) {
-  // Ten rows keep the design, which is nine points more than the others would give.
+  // Ten rows keep the designed layout, nine points taller than the rule for fewer rows.
   for (const auto& [count, top] : {std::pair{1, 46}, {9, 302}, {10, 343}}) {
     run.desktop.ExpectWindow("Pick One Choice", Looks<TChoiceDlg>(count, top, 0));
     run.desktop.ExpectWindow("Select Options", Looks<TOptionsDlg>(count, top, -1));
@@ -84,13 +84,13 @@ TEST_F(SelectChoiceAndOptions, DialogsShrinkToTheirRows) {
   }
 }
 
-TEST_F(SelectChoiceAndOptions, WhatIsPickedIsHandedOnByCaption) {
+TEST_F(SelectChoiceAndOptions, PicksAreReturnedAsCaptions) {
   struct Case {
     std::string choices;
     std::vector<int> picks;  ///< Rows that the user clicks, in this order.
     std::string options;
     std::vector<int> ticks;
-    std::string buttons;  ///< C or Q for each dialog that is shown.
+    std::string buttons;  ///< C or Q for each dialog shown.
     bool result;
     std::string choice;
     std::string captions;
@@ -102,7 +102,7 @@ TEST_F(SelectChoiceAndOptions, WhatIsPickedIsHandedOnByCaption) {
       {"", {}, "O,o|P,p|Q,q", {2, 0}, "C", true, "untouched", "O,Q"},
       {"A|B", {1}, "O|P", {1}, "CQ", false, "B", "P"},
       {"A", {}, "O|P", {}, "CC", true, "A", ""},
-      // Equal captions and rows without one are rows like any other.
+      // Rows with equal captions or without one.
       {"A|a|A", {2}, "", {}, "C", true, "A", "untouched"},
       {"|,x|", {2}, "|O||P|", {0, 1, 2, 3}, "CC", true, "", "O,,P"},
       {"<b>&A\xC3\xA9", {}, "", {}, "C", true, "<b>&A\xC3\xA9", "untouched"},

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "setup/scrambling_bytes.h"
 #include "tests/support/stub_run.h"
 
 namespace zephin::test {

@@ -10,7 +10,7 @@
 
 #include "platform/framework/application.h"
 #include "platform/framework/window.h"
-#include "tests/platform/framework/quiet_desktop.h"
+#include "tests/support/quiet_desktop.h"
 
 namespace zephin::test {
 

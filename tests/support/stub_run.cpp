@@ -1,10 +1,10 @@
 #include "tests/support/stub_run.h"
 
-#include "app/menu_bar.h"
-#include "app/startup.h"
+#include "app/app.h"
 #include "dialogs/message_modal.h"
 #include "platform/framework/text.h"
 #include "tools/make_setup/payload.h"
+#include "tools/make_setup/record_writer.h"
 
 namespace zephin::test {
 namespace fs = std::filesystem;
@@ -28,6 +28,15 @@ int StatusOf(const std::function<void()>& run) {
 }
 
 }  // namespace
+
+Array<String> Captions(const std::map<Caption, String>& captions) {
+  Array<String> list;
+  for (const CaptionRow& row : kCaptions) {
+    const auto found = captions.find(row.caption);
+    list.Append(found == captions.end() ? String() : found->second);
+  }
+  return list;
+}
 
 StubRun::StubRun() {
   for (const char* folder :
@@ -71,9 +80,7 @@ ZephinStubWindow& StubRun::BareWindow() {
     app_->SetMenuBar(MakeMenuBar1());
     app_->Event_Open();
     window_ = MakeWindow<UnstartedWindow>();
-    for (std::size_t i = 0; i < make_setup::kLabelCount; ++i) {
-      window_->fLabels.Append("");
-    }
+    window_->fLabels = Captions();
   }
   return *window_;
 }

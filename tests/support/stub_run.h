@@ -3,17 +3,21 @@
 
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 
 #include "app/app.h"
 #include "app/zephin_stub_window.h"
 #include "platform/framework/machine.h"
+#include "setup/record.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/scripted_desktop.h"
-#include "tools/make_setup/record.h"
 
 namespace zephin::test {
+
+/// The captions of a record: these, and empty ones for all others.
+Array<String> Captions(const std::map<Caption, String>& captions = {});
 
 /// A machine in a scratch folder and a bundle on it, on which the program can be run as a whole or
 /// a method of its window alone:
@@ -25,7 +29,7 @@ class StubRun {
   ~StubRun();
 
   ScratchFolder scratch;
-  make_setup::SetupRecord record;
+  SetupRecord record;  ///< As a bundle without settings has it.
   Machine machine;
   ScriptedDesktop desktop;
 

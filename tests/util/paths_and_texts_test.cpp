@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/stub_run.h"
-#include "util/my_get_folder_item.h"
 #include "util/text_building.h"
 #include "util/text_search.h"
 

@@ -1,23 +1,22 @@
 #include "tools/make_setup/bundle.h"
 
-#include <system_error>
-#include <utility>
-#include <vector>
+#include <algorithm>
 
-#include "tools/make_setup/desktop_entry.h"
+#include "setup/bundle_files.h"
+#include "setup/limits.h"
+#include "tools/make_setup/checks.h"
 #include "tools/make_setup/files.h"
 #include "tools/make_setup/patch_tree.h"
+#include "tools/make_setup/payload.h"
+#include "tools/make_setup/publish.h"
+#include "tools/make_setup/record_writer.h"
 #include "tools/make_setup/setup_error.h"
 #include "tools/make_setup/setup_file.h"
-#include "tools/make_setup/zip_folder.h"
 
 namespace zephin::make_setup {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// The stub takes a shorter download for a failed one.
-constexpr std::uintmax_t kShortestDownload = 10000;
 
 bool IsBundle(const fs::path& path) {
   return fs::is_directory(path / "Contents" / "MacOS");
@@ -25,196 +24,164 @@ bool IsBundle(const fs::path& path) {
 
 void CheckPlaces(const fs::path& folder, const fs::path& stub, const fs::path& output) {
   if (!IsBundle(stub)) {
-    throw SetupError(stub.string() + ": is no stub's bundle (has no Contents/MacOS)");
+    throw SetupError(stub.string() + ": must be the stub's bundle, with a folder Contents/MacOS");
   }
   if (output.extension() != ".app") {
-    throw SetupError(output.string() + R"(: a bundle's name must end in ".app")");
+    throw SetupError(output.string() + R"(: must end in ".app")");
   }
   if (fs::exists(fs::symlink_status(output)) && !IsBundle(output)) {
-    throw SetupError(output.string() + ": stands already and is no bundle");
+    throw SetupError(output.string() + ": exists and is no bundle, so it is not replaced");
   }
+  // A payload that contained the bundle would grow with each run.
   const fs::path place = fs::weakly_canonical(output);
   if (IsBelow(place.lexically_relative(fs::canonical(folder)).string())) {
-    throw SetupError(output.string() + ": lies in the setup's own folder");
+    throw SetupError(output.string() + ": must not be inside the setup's own folder");
   }
   if (place == fs::canonical(stub)) {
-    throw SetupError(output.string() + ": is the stub itself");
+    throw SetupError(output.string() + ": must not be the stub itself");
   }
 }
 
-/// The folder with everything that the payload shall hold: the setup's own, or a copy with the
-/// generated files in it.
-fs::path StagePayload(const Setup& setup, const fs::path& scratch) {
-  if (setup.generated.empty()) {
-    return setup.payload;
-  }
-  CopyTree(setup.payload, scratch);
-  for (const GeneratedFile& file : setup.generated) {
-    At("generate", [&] { Generate(file, scratch); });
-  }
-  return scratch;
-}
-
-fs::path StageNewTree(const PatchSource& patch, const fs::path& oldTree, const fs::path& scratch) {
-  if (patch.overlay.empty()) {
-    return patch.newFolder;
-  }
-  CopyTree(oldTree, scratch);
-  for (const std::string& path : patch.removed) {
-    if (fs::remove_all(PlaceBelow(scratch, path)) == 0) {
-      throw SetupError("remove: " + Quoted(path) + " is not in the old folder");
-    }
-  }
-  for (const TreeItem& item : ListTree(patch.overlay)) {
-    const fs::path to = PlaceBelow(scratch, item.path);
-    const bool isFolder = item.kind == ItemKind::Folder;
-    if (fs::exists(fs::symlink_status(to)) &&
-        fs::is_directory(fs::symlink_status(to)) != isFolder) {
-      throw SetupError("overlay: " + Quoted(item.path) + " is an item of another kind before");
-    }
-    if (isFolder) {
-      fs::create_directories(to);
-    } else {
-      fs::remove(to);
-      fs::copy(patch.overlay / item.path, to, fs::copy_options::copy_symlinks);
-    }
-  }
-  return scratch;
-}
-
-fs::path StagePatch(const PatchSource& patch, const fs::path& scratch) {
-  fs::path oldTree = patch.oldFolder;
-  if (fs::exists(oldTree / "setup.json")) {
-    const Setup old = ReadSetup(oldTree, {});
-    if (old.patch) {
-      throw SetupError("old: " + Quoted(oldTree.string()) +
-                       " is a patch itself, so it doesn't tell what is installed");
-    }
-    oldTree = StagePayload(old, scratch / "old");
-  }
-  MakePatchTree(oldTree, StageNewTree(patch, oldTree, scratch / "new"), scratch / "patch");
-  return scratch / "patch";
-}
-
-void MakePayload(const Setup& setup, const fs::path& scratch, const fs::path& resources,
-                 const fs::path& beside) {
-  const fs::path tree =
-      setup.patch ? At("patch", [&] { return StagePatch(*setup.patch, scratch); })
-                  : At("payload", [&] { return StagePayload(setup, scratch / "payload"); });
-  const std::string topName =
-      setup.record.fTargetFolder + (setup.record.fInstallationPatch ? "Patch" : "");
-  At("payload", [&] { WritePayload(tree, topName, resources / "Data2"); });
-  if (setup.pieceSize != 0) {
-    At("pieceSize",
-       [&] { CutIntoPieces(resources / "Data2", setup.pieceSize, resources, beside); });
-  }
-}
-
-void AddArchives(const Setup& setup, const fs::path& resources, const fs::path& beside) {
-  for (const ArchiveSource& archive : setup.archives) {
-    const fs::path path = (archive.download ? beside : resources) / archive.name;
-    ZipFolder(archive.folder, "", path);
-    if (archive.download && fs::file_size(path) < kShortestDownload) {
-      throw SetupError(
-          archive.folder.string() + ": its archive of " + std::to_string(fs::file_size(path)) +
-          " bytes is too small for a download, which needs " + std::to_string(kShortestDownload));
-    }
-  }
-}
-
-void AddHelpers(const Setup& setup, const fs::path& resources) {
-  for (const fs::path& helper : setup.helpers) {
-    const fs::path to = resources / helper.filename();
-    if (fs::exists(to)) {
-      throw SetupError("helpers: " + helper.string() + ": the bundle holds an item of that name");
-    }
-    fs::copy(helper, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
-  }
-}
-
-std::vector<fs::path> ItemsIn(const fs::path& folder) {
-  std::vector<fs::path> items;
-  for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
-    items.push_back(entry.path());
-  }
-  return items;
-}
-
-/// Renames, which are taken back when the object goes before `Keep`.
-class Moves {
+/// Makes the parts of a bundle that come from the setup: its resources, and what belongs beside it.
+class Work {
  public:
-  Moves() = default;
-  ~Moves() {
-    std::error_code ignored;
-    for (; !done_.empty(); done_.pop_back()) {
-      fs::rename(done_.back().second, done_.back().first, ignored);
-    }
-  }
-  Moves(const Moves&) = delete;
-  Moves& operator=(const Moves&) = delete;
+  Work(const BundleRequest& request, Setup setup, const fs::path& scratch, Observer& observer)
+      : request_(request),
+        setup_(std::move(setup)),
+        resources_(scratch / "bundle" / "Contents" / "Resources"),
+        beside_(scratch / "beside"),
+        patch_(scratch / "patch"),
+        observer_(observer) {}
 
-  void Move(const fs::path& from, const fs::path& to) {
-    fs::rename(from, to);
-    done_.emplace_back(from, to);
+  /// Gives what has been packed.
+  Contents Run() {
+    fs::create_directories(resources_);
+    fs::create_directories(beside_);
+    const fs::path tree = PayloadTree();
+    const std::vector<TreeItem> payload = At("payload", [&] { return ListTree(tree); });
+    CheckSetup(setup_, payload, warn_);
+    // At once, since packing may take long.
+    RefuseWarnings();
+    const Contents payloadContents = ContentsOf(payload);
+    Contents all = payloadContents;
+    for (const ArchiveSource& archive : setup_.archives) {
+      const Contents contents = ContentsOf(ListTree(archive.folder));
+      all.files += contents.files;
+      all.bytes += contents.bytes;
+    }
+    observer_.BeginPacking(all);
+    WriteRecord(setup_.record, resources_);
+    AddPayload(tree, payloadContents);
+    AddArchives();
+    AddHelpers();
+    RefuseWarnings();
+    return all;
   }
-  void Keep() { done_.clear(); }
 
  private:
-  std::vector<std::pair<fs::path, fs::path>> done_;
-};
+  fs::path PayloadTree() const {
+    if (!setup_.patch) {
+      return setup_.payload;
+    }
+    At("patch", [&] { MakePatchTree(setup_.patch->oldFolder, setup_.patch->newFolder, patch_); });
+    return patch_;
+  }
 
-/// Puts the finished bundle and what belongs beside it in their places, and what stood there, with
-/// the pieces of an earlier split payload, into `replaced`.
-void Publish(const fs::path& bundle, const fs::path& beside, const fs::path& output,
-             const fs::path& replaced) {
-  const fs::path parent = fs::absolute(output).parent_path();
-  fs::create_directory(replaced);
-  Moves moves;
-  if (fs::exists(beside / "Data#End")) {
-    for (const fs::path& item : ItemsIn(parent)) {
-      if (IsPieceName(item.filename().string())) {
-        moves.Move(item, replaced / item.filename());
+  void AddPayload(const fs::path& tree, const Contents& contents) const {
+    const std::string topName =
+        setup_.record.fTargetFolder.Bytes() + (setup_.record.fInstallationPatch ? "Patch" : "");
+    const fs::path payload = resources_ / kPayloadFile;
+    At("payload", [&] { WritePayload(tree, topName, payload, report_); });
+    // Before the payload is cut: the installer joins the pieces and then looks at the whole length.
+    CheckExpansionTime(contents, fs::file_size(payload), warn_);
+    if (setup_.pieceSize != 0) {
+      At("pieceSize", [&] { CutIntoPieces(payload, setup_.pieceSize, resources_, beside_); });
+    }
+  }
+
+  void AddArchives() const {
+    for (const ArchiveSource& archive : setup_.archives) {
+      const fs::path path = (archive.download ? beside_ : resources_) / archive.name;
+      // Without a top-level folder: the installer expands into one of the name in the record.
+      ZipFolder(archive.folder, path, {.report = report_});
+      const auto size = static_cast<std::int64_t>(fs::file_size(path));
+      if (archive.download && size < kSmallestDownload) {
+        throw SetupError("fInstallOptions: " + archive.folder.string() +
+                         ": its archive must have at least " + std::to_string(kSmallestDownload) +
+                         " bytes to be downloaded, has " + std::to_string(size));
       }
     }
   }
-  for (const fs::path& item : ItemsIn(beside)) {
-    const fs::path to = parent / item.filename();
-    if (fs::is_directory(to)) {
-      throw SetupError(to.string() + ": a folder stands in the place of a file");
+
+  void AddHelpers() const {
+    for (const fs::path& helper : setup_.helpers) {
+      const fs::path to = resources_ / helper.filename();
+      if (fs::exists(to)) {
+        throw SetupError("helpers: " + helper.string() +
+                         ": must have another name, which exists in the bundle already");
+      }
+      fs::copy(helper, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+      observer_.Packed({});
     }
-    if (fs::exists(fs::symlink_status(to))) {
-      moves.Move(to, replaced / item.filename());
+  }
+
+  void RefuseWarnings() const {
+    if (request_.strict && warnings_ > 0) {
+      throw SetupError("nothing is made, since warnings count as errors (--strict)");
     }
-    moves.Move(item, to);
   }
-  if (fs::exists(fs::symlink_status(output))) {
-    moves.Move(output, replaced / "bundle");
+
+  const BundleRequest& request_;
+  Setup setup_;
+  fs::path resources_;
+  fs::path beside_;
+  fs::path patch_;
+  Observer& observer_;
+  int warnings_ = 0;
+  Warn warn_ = [this](const std::string& warning) {
+    ++warnings_;
+    observer_.Warn((request_.folder / "setup.json").string() + ": " + warning);
+  };
+  PackReport report_ = [this](std::uint64_t files, std::uint64_t bytes) {
+    observer_.Packed({files, bytes});
+  };
+};
+
+std::vector<std::string> NamesIn(const fs::path& folder) {
+  std::vector<std::string> names;
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+    names.push_back(entry.path().filename().string());
   }
-  moves.Move(bundle, output);
-  moves.Keep();
+  std::sort(names.begin(), names.end());
+  return names;
 }
 
 }  // namespace
 
-void MakeBundle(const fs::path& folder, const fs::path& stub, const fs::path& output,
-                const std::map<std::string, std::string>& values) {
-  const Setup setup = ReadSetup(folder, values);
-  CheckPlaces(folder, stub, output);
-  const ScratchFolder scratch(output);
+BundleResult MakeBundle(const BundleRequest& request, Observer& observer) {
+  Setup setup = ReadSetup(request.folder, request.values);
+  CheckPlaces(request.folder, request.stub, request.output);
+  const ScratchFolder scratch(request.output);
   const fs::path bundle = scratch.Path() / "bundle";
-  const fs::path resources = bundle / "Contents" / "Resources";
   const fs::path beside = scratch.Path() / "beside";
-  CopyTree(stub, bundle);
-  fs::create_directories(resources);
-  fs::create_directory(beside);
-  WriteDesktopEntry(output.stem().string(), beside);
-  At((folder / "setup.json").string(), [&] {
-    WriteRecord(setup.record, resources);
-    MakePayload(setup, scratch.Path(), resources, beside);
-    AddArchives(setup, resources, beside);
-    AddHelpers(setup, resources);
-  });
-  Publish(bundle, beside, output, scratch.Path() / "replaced");
+  CopyTree(request.stub, bundle);
+  Work work(request, std::move(setup), scratch.Path(), observer);
+  BundleResult result;
+  result.packed = At((request.folder / "setup.json").string(), [&] { return work.Run(); });
+  WriteDesktopEntry(request.output.stem().string(), beside);
+  // Counted before the bundle is in its place, so that no error can follow.
+  result.size = ContentsOf(ListTree(bundle)).bytes;
+  result.beside = NamesIn(beside);
+  observer.Packed({});
+  Publish(bundle, beside, request.output, scratch.Path() / "replaced");
+  return result;
+}
+
+void CheckBundle(const BundleRequest& request, Observer& observer) {
+  Setup setup = ReadSetup(request.folder, request.values);
+  const ScratchFolder scratch(fs::temp_directory_path() / "check");
+  Work work(request, std::move(setup), scratch.Path(), observer);
+  At((request.folder / "setup.json").string(), [&] { return work.Run(); });
 }
 
 }  // namespace zephin::make_setup

@@ -1,5 +1,7 @@
 #include "tools/make_setup/fields.h"
 
+#include <algorithm>
+
 #include "tools/make_setup/files.h"
 #include "tools/make_setup/setup_error.h"
 
@@ -8,15 +10,16 @@ namespace {
 
 using nlohmann::json;
 
+/// Values are searched recursively, so a file of brackets alone could use up the stack.
 constexpr int kDeepest = 10;
 
 std::string Line(const json& value) {
   if (!value.is_string()) {
-    throw SetupError("must be a text or a list of lines");
+    throw SetupError("must be a text in quotes or a list of such lines");
   }
   const auto& text = value.get_ref<const std::string&>();
   if (text.find('\0') != std::string::npos) {
-    throw SetupError("holds a zero character, where the text would end");
+    throw SetupError("must not contain a zero character: the text would end there");
   }
   return text;
 }
@@ -26,9 +29,11 @@ void Substitute(std::string& text, const Values& values) {
     const std::size_t end = text.find('}', at);
     const auto value = values.find(text.substr(at + 2, end - at - 2));
     if (end == std::string::npos || value == values.end()) {
-      throw SetupError(Quoted(text) + ": no value for " + Quoted(text.substr(at, end - at + 1)));
+      throw SetupError(Quoted(text.substr(at, end == std::string::npos ? end : end - at + 1)) +
+                       R"(: must be one of the names in "defaults")");
     }
     text.replace(at, end - at + 1, value->second);
+    // Behind the value, which is not replaced again.
     at += value->second.size();
   }
 }
@@ -36,7 +41,11 @@ void Substitute(std::string& text, const Values& values) {
 void SubstituteAll(json& value, const Values& values) {
   if (value.is_string()) {
     Substitute(value.get_ref<std::string&>(), values);
-  } else if (value.is_structured()) {
+  } else if (value.is_object()) {
+    for (const auto& [name, child] : value.items()) {
+      At(name, [&part = child, &values] { SubstituteAll(part, values); });
+    }
+  } else if (value.is_array()) {
     for (json& child : value) {
       SubstituteAll(child, values);
     }
@@ -77,7 +86,7 @@ std::string Fields::Text(const std::string& name) {
 std::string Fields::NeededText(const std::string& name) {
   std::string text = Text(name);
   if (text.empty()) {
-    throw SetupError(name + ": is needed");
+    throw SetupError(name + ": is required");
   }
   return text;
 }
@@ -101,7 +110,7 @@ std::uint64_t Fields::Number(const std::string& name) {
   }
   const json& value = Value(name);
   if (!value.is_number_unsigned()) {
-    throw SetupError(name + ": must be a whole number from 0 on");
+    throw SetupError(name + ": must be a whole number of 0 or more");
   }
   return value.get<std::uint64_t>();
 }
@@ -127,7 +136,7 @@ void Fields::ForEach(const std::string& name, const std::function<void(Fields&)>
 void Fields::RefuseOthers() const {
   for (const auto& [name, value] : object_.items()) {
     if (!asked_.contains(name)) {
-      throw SetupError(name + ": no such field");
+      throw SetupError(name + ": there is no such field");
     }
   }
 }
@@ -135,21 +144,25 @@ void Fields::RefuseOthers() const {
 json ReadJson(const std::string& path, const Values& values) {
   const auto shallow = [](int depth, json::parse_event_t /*event*/, const json& /*parsed*/) {
     if (depth > kDeepest) {
-      throw SetupError("holds more braces and brackets in each other than any setup needs");
+      throw SetupError("must not nest braces and brackets deeper than " + std::to_string(kDeepest));
     }
     return true;
   };
+  const std::string text = ReadFile(path);
   json document;
   try {
-    document = json::parse(ReadFile(path), shallow, true, true);
-  } catch (const json::exception& error) {
-    throw SetupError(error.what());
+    document = json::parse(text, shallow, true, true);
+  } catch (const json::parse_error& error) {
+    const std::size_t end = std::min(error.byte, text.size());
+    const auto lines = std::count(text.data(), text.data() + end, '\n');
+    throw SetupError("line " + std::to_string(lines + 1) + ": must be valid JSON");
   }
   if (!document.is_object()) {
     throw SetupError("must be an object, in braces");
   }
   Values all = values;
   const json defaults = document.value("defaults", json::object());
+  // Its own values are plain: a default can't refer to another one.
   document.erase("defaults");
   At("defaults", [&] {
     Fields fields(defaults);
@@ -158,7 +171,7 @@ json ReadJson(const std::string& path, const Values& values) {
     }
     for (const auto& [name, value] : values) {
       if (!fields.Has(name)) {
-        throw SetupError(Quoted(name) + " is set, but there is no such name");
+        throw SetupError(Quoted(name) + ": has no default, so it can't be set");
       }
     }
   });

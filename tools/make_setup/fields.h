@@ -13,27 +13,30 @@ namespace zephin::make_setup {
 /// Values for the names of `${NAME}`.
 using Values = std::map<std::string, std::string>;
 
-/// The fields of one JSON object, each asked for by its name and kind. A field of another kind, and
-/// in the end every field that nobody asked for, throws SetupError with the field's name: a typing
-/// error must not pass for a field left out. Fields that are not there read as empty, false or 0.
+/// The fields of one JSON object. The caller asks for each by its name and kind. A field of another
+/// kind throws SetupError with the field's name, and so does, at the end, a field that the caller
+/// has not asked for, so that a misspelt name is not ignored. Missing fields read as empty, false
+/// or 0.
 class Fields {
  public:
   /// Keeps a reference to `object`.
   explicit Fields(const nlohmann::json& object);
 
   [[nodiscard]] bool Has(const std::string& name) const { return object_.contains(name); }
-  /// The value of a field that is there, of any kind.
+  /// The value of an existing field, of any kind.
   const nlohmann::json& Value(const std::string& name);
-  /// A text, or a list of texts, which are its lines.
+  /// A text, or a list of texts, which are its lines. Without zero characters.
   std::string Text(const std::string& name);
-  /// The same for a field that must be there and not be empty.
+  /// The same for a field that must exist and not be empty.
   std::string NeededText(const std::string& name);
   bool Flag(const std::string& name);
-  /// A whole number from 0 on.
+  /// A whole number of 0 or more.
   std::uint64_t Number(const std::string& name);
-  /// Calls `take` for each object of a list; `place` of its errors is the entry's number from 1.
+  /// Calls `take` for each object of a list. The messages of its errors begin with the name and the
+  /// entry's number, from 1.
   void ForEach(const std::string& name, const std::function<void(Fields&)>& take);
 
+  /// Throws SetupError if the object has a field that was never asked for.
   void RefuseOthers() const;
 
  private:
@@ -41,10 +44,10 @@ class Fields {
   std::set<std::string> asked_;
 };
 
-/// Reads a JSON file, which may hold comments, and puts in each of its texts the value for each
-/// `${NAME}`. Values that the file itself has for such names, in an object "defaults" at the top,
-/// count where `values` has none; a name without a value is refused, and so is a value in `values`
-/// for a name that the file has no default for.
+/// Reads a JSON file, which may contain comments, and replaces each `${NAME}` in its texts. The
+/// file's object "defaults" names all of them and gives their values, unless `values` does. Throws
+/// SetupError for a file that is no JSON object, a name without a default, or a value in `values`
+/// for such a name.
 nlohmann::json ReadJson(const std::string& path, const Values& values);
 
 }  // namespace zephin::make_setup

@@ -18,18 +18,21 @@ namespace fs = std::filesystem;
 void List(const fs::path& root, const std::string& below, std::vector<TreeItem>& items) {
   std::vector<fs::directory_entry> entries;
   std::copy(fs::directory_iterator(root / below), {}, std::back_inserter(entries));
+  // The order of a directory differs between disks, and the archive has to be the same.
   std::sort(entries.begin(), entries.end());
   for (const fs::directory_entry& entry : entries) {
     const fs::file_status status = entry.symlink_status();
     const std::string name = entry.path().filename().string();
     TreeItem item{(fs::path(below) / name).string(), ItemKind::File,
-                  status.permissions() & fs::perms::all};
+                  status.permissions() & fs::perms::all, 0};
     if (fs::is_directory(status)) {
       item.kind = ItemKind::Folder;
     } else if (fs::is_symlink(status)) {
       item.kind = ItemKind::Link;
-    } else if (!fs::is_regular_file(status)) {
-      throw SetupError(entry.path().string() + ": is no file, folder or link");
+    } else if (fs::is_regular_file(status)) {
+      item.size = entry.file_size();
+    } else {
+      throw SetupError(entry.path().string() + ": must be a file, a folder or a link");
     }
     items.push_back(item);
     if (item.kind == ItemKind::Folder) {
@@ -47,7 +50,7 @@ std::string ReadFile(const fs::path& path) {
   }
   std::ifstream stream(path, std::ios::binary);
   std::ostringstream bytes;
-  // An empty file gives nothing to put in, which counts as a failure there.
+  // Inserting the buffer of an empty file counts as a failure of the receiving stream.
   if (stream.is_open() && stream.peek() != std::ifstream::traits_type::eof()) {
     bytes << stream.rdbuf();
   }
@@ -73,6 +76,14 @@ void FileWriter::Write(std::span<const char> block) {
   Check();
 }
 
+void FileWriter::Overwrite(std::uint64_t position, std::span<const char> block) {
+  stream_.seekp(static_cast<std::streamoff>(position));
+  Write(block);
+  // Back to where `Write` appends.
+  stream_.seekp(0, std::ios::end);
+  Check();
+}
+
 void FileWriter::Close() {
   stream_.close();
   Check();
@@ -90,17 +101,6 @@ bool IsBelow(const std::string& path) {
   return !normal.empty() && normal.is_relative() && normal != "." && *normal.begin() != "..";
 }
 
-fs::path PlaceBelow(const fs::path& root, const std::string& path) {
-  fs::path place = root;
-  for (const fs::path& name : fs::path(path).lexically_normal()) {
-    if (!IsBelow(path) || (place != root && fs::is_symlink(place))) {
-      throw SetupError(Quoted(path) + " is not below " + root.string());
-    }
-    place /= name;
-  }
-  return place;
-}
-
 std::vector<TreeItem> ListTree(const fs::path& root) {
   if (!fs::is_directory(root)) {
     throw SetupError(root.string() + ": no such folder");
@@ -113,7 +113,7 @@ std::vector<TreeItem> ListTree(const fs::path& root) {
 void CopyTree(const fs::path& from, const fs::path& to) {
   std::vector<TreeItem> items = ListTree(from);
   fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
-  // Contents first: making an item changes its folder's time.
+  // Contents first, since a new item changes the time of its folder.
   std::reverse(items.begin(), items.end());
   for (const TreeItem& item : items) {
     if (item.kind != ItemKind::Link) {
@@ -129,7 +129,7 @@ ScratchFolder::ScratchFolder(const fs::path& path) {
   }
   path_ = parent / (".make_setup-" + std::to_string(std::random_device{}()));
   if (!fs::create_directory(path_)) {
-    throw SetupError(path_.string() + ": stands already");
+    throw SetupError(path_.string() + ": exists already");
   }
 }
 

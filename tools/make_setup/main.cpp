@@ -1,48 +1,132 @@
 #include <exception>
+#include <filesystem>
 #include <iostream>
-#include <map>
 #include <string>
 #include <vector>
 
 #include "tools/make_setup/bundle.h"
+#include "tools/make_setup/progress.h"
 
 namespace {
 
-constexpr const char* kUsage =
-    "Usage: make_setup [--set NAME=VALUE]... FOLDER STUB_APP OUTPUT_APP\n"
-    "Makes an installer from a folder with a setup.json and the bundle of the stub.\n";
+using zephin::make_setup::BundleRequest;
+using zephin::make_setup::BundleResult;
 
-int Usage() {
-  std::cerr << kUsage;
-  return 2;
+constexpr const char* kHelp =
+    R"(Usage: make_setup [--strict] [--set NAME=VALUE]... FOLDER STUB_APP OUTPUT_APP
+       make_setup --check [--strict] [--set NAME=VALUE]... FOLDER
+
+Makes an installer from a folder with a setup.json and the stub's bundle.
+
+  --check             only look for faults in the folder; write nothing
+  --strict            treat warnings as errors
+  --set NAME=VALUE    replace ${NAME} in setup.json by another value than its default
+  --help, --version
+)";
+
+struct CommandLine {
+  enum class Task { Make, Check, Help, Version, Invalid } task = Task::Make;
+  BundleRequest request;
+};
+
+/// Whether a text is "NAME=VALUE"; adds it to the values.
+bool TakeValue(const std::string& pair, BundleRequest& request) {
+  const std::size_t sign = pair.find('=');
+  if (sign == std::string::npos || sign == 0) {
+    return false;
+  }
+  request.values[pair.substr(0, sign)] = pair.substr(sign + 1);
+  return true;
+}
+
+CommandLine Read(const std::vector<std::string>& arguments) {
+  using Task = CommandLine::Task;
+  CommandLine line;
+  std::vector<std::string> places;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const std::string& argument = arguments[i];
+    if (argument == "--help" || argument == "--version") {
+      line.task = argument == "--help" ? Task::Help : Task::Version;
+      return line;
+    }
+    if (argument == "--check") {
+      line.task = Task::Check;
+    } else if (argument == "--strict") {
+      line.request.strict = true;
+    } else if (argument == "--set") {
+      if (++i == arguments.size() || !TakeValue(arguments[i], line.request)) {
+        line.task = Task::Invalid;
+        return line;
+      }
+    } else if (argument.starts_with("--")) {
+      line.task = Task::Invalid;
+      return line;
+    } else {
+      places.push_back(argument);
+    }
+  }
+  if (places.size() != (line.task == Task::Check ? 1 : 3)) {
+    line.task = Task::Invalid;
+    return line;
+  }
+  places.resize(3);
+  line.request.folder = places[0];
+  line.request.stub = places[1];
+  line.request.output = places[2];
+  return line;
+}
+
+/// "Made My Setup.app (85 MB, 4,900 files) and My Setup.desktop".
+std::string Summary(const BundleRequest& request, const BundleResult& result) {
+  std::string summary = "Made " + request.output.filename().string() + " (" +
+                        zephin::make_setup::WithUnit(result.size) + ", " +
+                        zephin::make_setup::WithCommas(result.packed.files) + " files)";
+  for (const std::string& name : result.beside) {
+    summary += (&name == &result.beside.back() ? " and " : ", ") + name;
+  }
+  return summary;
+}
+
+int Run(const CommandLine& line) {
+  zephin::make_setup::EndBySignals();
+  try {
+    std::string summary;
+    {
+      zephin::make_setup::Progress progress;
+      if (line.task == CommandLine::Task::Check) {
+        CheckBundle(line.request, progress);
+        return 0;
+      }
+      summary = Summary(line.request, MakeBundle(line.request, progress));
+    }
+    std::cout << summary << '\n';
+    return 0;
+  } catch (const zephin::make_setup::Interrupted&) {
+    // Everything has been removed; what follows is the end.
+    zephin::make_setup::RaiseSignal();
+  } catch (const std::filesystem::filesystem_error& error) {
+    std::cerr << "make_setup: " << error.path1().string() << ": " << error.code().message() << '\n';
+  } catch (const std::exception& error) {
+    std::cerr << "make_setup: " << error.what() << '\n';
+  }
+  return 1;
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
-  std::map<std::string, std::string> values;
-  std::vector<std::string> places;
-  try {
-    for (int i = 1; i < count; ++i) {
-      const std::string argument = arguments[i];
-      if (argument != "--set") {
-        places.push_back(argument);
-        continue;
-      }
-      const std::string pair = ++i < count ? arguments[i] : "";
-      const std::size_t sign = pair.find('=');
-      if (sign == std::string::npos || sign == 0) {
-        return Usage();
-      }
-      values[pair.substr(0, sign)] = pair.substr(sign + 1);
-    }
-    if (places.size() != 3) {
-      return Usage();
-    }
-    zephin::make_setup::MakeBundle(places[0], places[1], places[2], values);
-  } catch (const std::exception& error) {
-    std::cerr << "make_setup: " << error.what() << '\n';
-    return 1;
+  const CommandLine line = Read({arguments + 1, arguments + count});
+  switch (line.task) {
+    case CommandLine::Task::Help:
+      std::cout << kHelp;
+      return 0;
+    case CommandLine::Task::Version:
+      std::cout << "make_setup " ZEPHIN_VERSION "\n";
+      return 0;
+    case CommandLine::Task::Invalid:
+      std::cerr << kHelp;
+      return 2;
+    default:
+      return Run(line);
   }
-  return 0;
 }

@@ -12,8 +12,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// In a name: the installer deletes the item of that name without it.
 constexpr const char* kMarker = "*Delete*";
-/// Bytes of a file name that the file systems of all desktops can hold.
+/// Bytes of a file name on the file systems of all desktops.
 constexpr std::size_t kLongestName = 255;
 
 using Items = std::map<std::string, TreeItem>;
@@ -30,7 +31,8 @@ Items Index(const fs::path& root) {
   Items items;
   for (const TreeItem& item : ListTree(root)) {
     if (InStr(Utf8(Name(item.path)), kMarker) != 0) {
-      throw SetupError(item.path + ": holds " + Quoted(kMarker) + ", the mark of a deletion");
+      throw SetupError(item.path + ": must not contain " + Quoted(kMarker) +
+                       ", which marks a deletion");
     }
     items.emplace(item.path, item);
   }
@@ -58,7 +60,8 @@ class PatchMaker {
       if (before == old_.end()) {
         Add(item);
       } else if (before->second.kind != item.kind) {
-        throw SetupError(path + ": becomes an item of another kind");
+        throw SetupError(
+            path + ": must stay an item of its kind: a patch can't replace one by another kind");
       } else {
         Change(before->second, item);
       }
@@ -70,14 +73,15 @@ class PatchMaker {
     const std::string& path = item.path;
     const bool atRoot = Parent(path).empty();
     if (!atRoot && !new_.contains(path.substr(0, path.find('/')))) {
-      return;  // It goes with its folder at the root.
+      return;  // Its folder at the root is deleted with all contents.
     }
     if (item.kind == ItemKind::Folder && !atRoot) {
-      throw SetupError(path + ": a folder that goes below the root would stay behind, empty");
+      throw SetupError(path + ": must not be deleted: a patch deletes folders at the root only");
     }
-    RefuseHidden(item, "goes");
+    RefuseHidden(item);
     if (Name(path).size() + std::string(kMarker).size() > kLongestName) {
-      throw SetupError(path + ": the name is too long for the mark of a deletion behind it");
+      throw SetupError(path + ": must have a shorter name: a patch appends " + Quoted(kMarker) +
+                       " to delete it");
     }
     const fs::path marker = patch_ / (path + kMarker);
     if (item.kind == ItemKind::Folder) {
@@ -90,18 +94,20 @@ class PatchMaker {
 
   void Add(const TreeItem& item) {
     if (item.kind == ItemKind::Link) {
-      throw SetupError(item.path + ": a patch can't bring a link");
+      throw SetupError(item.path + ": must not be new: a patch can't add a link");
     }
     if (item.kind == ItemKind::Folder) {
       RefuseWithoutFiles(item.path);
       return;
     }
     const std::string parent = Parent(item.path);
-    // The stub takes a bundle for a file and makes the folder that holds it instead.
+    // The installer treats a path that ends in ".app" as a file and creates its parent folder only.
     if (!parent.empty() && !old_.contains(parent) && TextEquals(Right(Utf8(parent), 4), ".app")) {
-      throw SetupError(item.path + R"(: a patch can't bring files directly in a new ".app")");
+      throw SetupError(
+          item.path +
+          R"(: must be in a folder below: a patch can't add it right into a new ".app")");
     }
-    RefuseHidden(item, "comes");
+    RefuseHidden(item);
     Take(item);
   }
 
@@ -109,14 +115,14 @@ class PatchMaker {
     const fs::path from = oldTree_ / after.path;
     const fs::path to = newTree_ / after.path;
     if (after.kind == ItemKind::Link && fs::read_symlink(from) != fs::read_symlink(to)) {
-      throw SetupError(after.path + ": a patch can't change a link");
+      throw SetupError(after.path + ": must not change: a patch can't change a link");
     }
     if (after.kind != ItemKind::File ||
         (before.mode == after.mode && fs::file_size(from) == fs::file_size(to) &&
          ReadFile(from) == ReadFile(to))) {
       return;
     }
-    RefuseHidden(after, "changes");
+    RefuseHidden(after);
     Take(after);
   }
 
@@ -127,18 +133,20 @@ class PatchMaker {
         return;
       }
     }
-    throw SetupError(folder + ": a patch can't bring a folder without files");
+    // The installer creates folders only on the way to a file.
+    throw SetupError(folder + ": must contain a file: a patch can't add an empty folder");
   }
 
-  static void RefuseHidden(const TreeItem& item, const char* what) {
+  static void RefuseHidden(const TreeItem& item) {
     if (item.kind != ItemKind::Folder && Name(item.path).starts_with('.')) {
-      throw SetupError(item.path + ": is hidden and " + what + ", and a patch skips hidden files");
+      throw SetupError(item.path + ": must stay as it is: a patch ignores hidden files");
     }
   }
 
   void Take(const TreeItem& item) {
     fs::create_directories((patch_ / item.path).parent_path());
     fs::copy_file(newTree_ / item.path, patch_ / item.path);
+    // So that the archive has the times of the new version.
     fs::last_write_time(patch_ / item.path, fs::last_write_time(newTree_ / item.path));
   }
 

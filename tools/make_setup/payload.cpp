@@ -1,15 +1,12 @@
 #include "tools/make_setup/payload.h"
 
 #include <algorithm>
-#include <array>
 #include <fstream>
 #include <functional>
-#include <random>
 
-#include "setup/scrambling_bytes.h"
+#include "setup/bundle_files.h"
 #include "tools/make_setup/files.h"
 #include "tools/make_setup/setup_error.h"
-#include "tools/make_setup/zip_folder.h"
 
 namespace zephin::make_setup {
 namespace {
@@ -17,71 +14,45 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kBlockSize = 1 << 18;
+/// Of no use to a publisher, and a folder of its own on the disk.
 constexpr std::uint64_t kMostPieces = 1000;
 
-/// Calls `take` with the blocks that follow in a stream, `size` bytes in all, and their position.
+/// Reads `size` bytes from a stream. Calls `take` with each block.
 void ForEachBlock(std::istream& from, std::uint64_t size,
-                  const std::function<void(std::span<char>, std::uint64_t)>& take) {
+                  const std::function<void(std::span<const char>)>& take) {
   std::vector<char> block(kBlockSize);
   for (std::uint64_t done = 0; done < size;) {
     const std::size_t count = std::min<std::uint64_t>(size - done, block.size());
     if (!from.read(block.data(), static_cast<std::streamsize>(count))) {
-      throw SetupError("the payload can't be read");
+      throw SetupError("the archive can't be read again");
     }
-    take({block.data(), count}, done);
+    take({block.data(), count});
     done += count;
   }
 }
 
-std::string Noise(std::size_t bytes, std::mt19937_64& random) {
-  std::string noise(bytes, '\0');
-  std::generate(noise.begin(), noise.end(), [&] { return static_cast<char>(random()); });
-  return noise;
-}
-
-std::string Words(std::size_t bytes, std::mt19937_64& random) {
-  constexpr std::array kWords{"a",    "note", "kept", "in",  "its",  "folder", "every", "line",
-                              "back", "to",   "the",  "day", "that", "ink",    "lamp",  "paper"};
-  std::string text;
-  while (text.size() < bytes) {
-    text += kWords[random() % kWords.size()];
-    text += random() % 12 == 0 ? ".\n" : " ";
-  }
-  text.resize(bytes);
-  return text;
-}
-
 }  // namespace
 
-void WritePayload(const fs::path& folder, const std::string& topName, const fs::path& payload) {
-  const fs::path archive = payload.string() + ".zip";
-  ZipFolder(folder, topName, archive);
-  std::ifstream plain(archive, std::ios::binary);
-  FileWriter scrambled(payload);
-  ForEachBlock(plain, fs::file_size(archive), [&](std::span<char> block, std::uint64_t position) {
-    ScrambleBytes(block, position);
-    scrambled.Write(block);
-  });
-  scrambled.Close();
-  fs::remove(archive);
+void WritePayload(const fs::path& folder, const std::string& topName, const fs::path& payload,
+                  const PackReport& report) {
+  ZipFolder(folder, payload, {.topName = topName, .form = ZipForm::Scrambled, .report = report});
 }
 
 void CutIntoPieces(const fs::path& payload, std::uint64_t size, const fs::path& resources,
                    const fs::path& beside) {
   const std::uint64_t whole = fs::file_size(payload);
   if (size == 0 || whole <= size || (whole - 1) / size >= kMostPieces) {
-    throw SetupError("a payload of " + std::to_string(whole) +
-                     " bytes can't be cut into two to a thousand pieces of " +
-                     std::to_string(size) + " bytes");
+    throw SetupError("must cut the payload of " + std::to_string(whole) + " bytes into 2 to " +
+                     std::to_string(kMostPieces) + " pieces");
   }
   std::ifstream from(payload, std::ios::binary);
   std::uint64_t done = 0;
   for (int number = 1; done < whole; ++number) {
     const std::uint64_t count = std::min(size, whole - done);
     const bool last = done + count == whole;
-    const std::string name = "Data#" + (last ? "End" : std::to_string(number));
+    const std::string name = last ? kLastPieceFile : kPieceStem + std::to_string(number);
     FileWriter piece((number == 1 ? resources : beside) / name);
-    ForEachBlock(from, count, [&](std::span<char> block, std::uint64_t) { piece.Write(block); });
+    ForEachBlock(from, count, [&](std::span<const char> block) { piece.Write(block); });
     piece.Close();
     done += count;
   }
@@ -89,28 +60,10 @@ void CutIntoPieces(const fs::path& payload, std::uint64_t size, const fs::path& 
 }
 
 bool IsPieceName(const std::string& name) {
-  const std::string mark = "Data#";
-  return name.starts_with(mark) &&
-         (name == "Data#End" ||
-          (name.size() > mark.size() &&
-           name.find_first_not_of("0123456789", mark.size()) == std::string::npos));
-}
-
-void Generate(const GeneratedFile& file, const fs::path& folder) {
-  const fs::path path = PlaceBelow(folder, file.path);
-  if (fs::exists(fs::symlink_status(path))) {
-    throw SetupError(Quoted(file.path) + " stands in the payload already");
-  }
-  fs::create_directories(path.parent_path());
-  FileWriter writer(path);
-  std::mt19937_64 random(file.seed);
-  for (std::uint64_t left = file.bytes; left > 0;) {
-    const std::size_t count = std::min<std::uint64_t>(left, kBlockSize);
-    writer.Write(file.kind == GeneratedFile::Kind::Words ? Words(count, random)
-                                                         : Noise(count, random));
-    left -= count;
-  }
-  writer.Close();
+  const std::string stem = kPieceStem;
+  return name == kLastPieceFile ||
+         (name.starts_with(stem) && name.size() > stem.size() &&
+          name.find_first_not_of("0123456789", stem.size()) == std::string::npos);
 }
 
 }  // namespace zephin::make_setup

@@ -4,38 +4,26 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
-#include <vector>
 
-// The payload of a bundle: an archive with one top-level folder, scrambled as a whole, in one file
-// or cut into pieces for several discs. Everything here throws SetupError.
+#include "tools/make_setup/zip_folder.h"
 
+/// The payload of a bundle: an archive with one top-level folder, scrambled as a whole, in one file
+/// or cut into pieces for several discs. All functions throw SetupError if the disk fails them.
 namespace zephin::make_setup {
 
-/// Makes the file `payload` (in a bundle "Data2") of a folder. `topName` is the name of the target
-/// folder, with "Patch" behind it in a patch.
+/// Writes the contents of a folder as the file `payload`. `topName` is the name of the archive's
+/// top-level folder: that of the target folder, with "Patch" at the end in a patch.
 void WritePayload(const std::filesystem::path& folder, const std::string& topName,
-                  const std::filesystem::path& payload);
+                  const std::filesystem::path& payload, const PackReport& report = {});
 
-/// Cuts a payload into pieces of `size` bytes and removes it: "Data#1" goes to `resources`,
-/// "Data#2", "Data#3" and so on and the last, "Data#End", go to `beside`. Refuses a size that gives
+/// Cuts a payload into pieces of `size` bytes and deletes it. Writes "Data#1" to `resources`, and
+/// "Data#2", "Data#3" and so on to "Data#End" to `beside`. Throws SetupError for a size that gives
 /// less than two pieces or more than a thousand.
 void CutIntoPieces(const std::filesystem::path& payload, std::uint64_t size,
                    const std::filesystem::path& resources, const std::filesystem::path& beside);
 
-/// Whether a file beside a bundle is taken for one of its pieces.
+/// Whether the installer would read a file of that name beside a bundle as a piece.
 bool IsPieceName(const std::string& name);
-
-/// A file that a sample doesn't carry along: made anew, always the same for the same values.
-struct GeneratedFile {
-  /// Below the payload's folder; the folders above it are made.
-  std::string path;
-  std::uint64_t bytes = 0;
-  std::uint64_t seed = 0;
-  enum class Kind { Noise, Words } kind = Kind::Noise;
-};
-
-/// Where a file already stands or the path leads out of `folder`, it is refused.
-void Generate(const GeneratedFile& file, const std::filesystem::path& folder);
 
 }  // namespace zephin::make_setup
 

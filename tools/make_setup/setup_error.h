@@ -6,19 +6,19 @@
 
 namespace zephin::make_setup {
 
-/// What is wrong with a publisher's input, in a sentence for the publisher that begins with the
-/// place: "setup.json: fInfo: pages/about.html: no such file".
+/// A fault in a publisher's input. The message is a sentence for the publisher that begins with the
+/// place and says what is allowed: "setup.json: fMinRAM: must be one of 250MB, 500MB, ...".
 class SetupError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// A publisher's text as it stands in such a sentence.
+/// A publisher's text in such a sentence.
 inline std::string Quoted(const std::string& text) {
   return '"' + text + '"';
 }
 
-/// Runs `step`, gives its result, and puts `place` in front of the sentence of a SetupError that
+/// Runs `step` and returns its result. Puts `place` in front of the message of a SetupError that
 /// leaves it.
 template <class Step>
 auto At(const std::string& place, Step step) -> decltype(step()) {

@@ -4,10 +4,14 @@
 #include <array>
 
 #include "platform/framework/text.h"
+#include "setup/captions.h"
+#include "setup/path_tokens.h"
+#include "setup/requirements.h"
 #include "tools/make_setup/fields.h"
 #include "tools/make_setup/files.h"
-#include "tools/make_setup/page_text.h"
-#include "tools/make_setup/pixel_string.h"
+#include "tools/make_setup/pages.h"
+#include "tools/make_setup/pictures.h"
+#include "tools/make_setup/record_writer.h"
 #include "tools/make_setup/setup_error.h"
 #include "tools/make_setup/setup_lists.h"
 
@@ -16,210 +20,159 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What stands in the table of captions at each index, in short; empty where nothing is shown.
-constexpr std::array<const char*, kLabelCount> kLabelNames{"notWritable",
-                                                           "quit",
-                                                           "install",
-                                                           "cancel",
-                                                           "ok",
-                                                           "accept",
-                                                           "info",
-                                                           "agreementTitle",
-                                                           "infoTitle",
-                                                           "",
-                                                           "replaceTitle",
-                                                           "replaceFirst",
-                                                           "replaceSecond",
-                                                           "failed",
-                                                           "folderTitle",
-                                                           "folderSelect",
-                                                           "nextDisc",
-                                                           "",
-                                                           "patchNoTarget",
-                                                           "installing",
-                                                           "",
-                                                           "pleaseWait",
-                                                           "downloading",
-                                                           "choiceTitle",
-                                                           "optionsTitle",
-                                                           "preNotesTitle",
-                                                           "releaseNotesTitle"};
+/// Texts of the record that are lists in the file. setup_lists.h reads them.
+constexpr std::array kLists{&SetupRecord::fInstallChoices, &SetupRecord::fInstallOptions,
+                            &SetupRecord::fPostCopy};
 
-std::vector<std::string> ReadLabels(Fields& setup) {
-  std::vector<std::string> labels(kLabelCount);
-  if (!setup.Has("fLabels")) {
-    return labels;
+/// Reads the field of one position, for each kind of content.
+class FieldReader {
+ public:
+  FieldReader(Fields& fields, fs::path folder, SetupRecord& record)
+      : fields_(fields), folder_(std::move(folder)), record_(record) {}
+
+  template <class Positions>
+  void ReadAll(const Positions& positions) {
+    for (const Position& position : positions) {
+      name_ = position.field;
+      std::visit(*this, position.content);
+    }
   }
-  return At("fLabels", [&] {
-    Fields captions(setup.Value("fLabels"));
-    for (std::size_t i = 0; i < labels.size(); ++i) {
-      if (*kLabelNames.at(i) != '\0') {
-        labels[i] = captions.Text(kLabelNames.at(i));
-      }
+
+  void operator()(ReservedPosition /*position*/) const {}
+  void operator()(TextPosition position) const {
+    if (std::find(kLists.begin(), kLists.end(), position.text) == kLists.end()) {
+      record_.*position.text = Utf8(fields_.Text(name_));
+    }
+  }
+  void operator()(FlagPosition position) const { record_.*position.flag = fields_.Flag(name_); }
+  void operator()(NumberPosition position) const {
+    record_.*position.number = static_cast<std::int64_t>(fields_.Number(name_));
+  }
+  void operator()(PicturePosition position) const {
+    const std::string file = fields_.Text(name_);
+    if (!file.empty()) {
+      const PixelRows picture = At(name_, [&] { return ReadPng(folder_ / file); });
+      record_.*position.pixels = Utf8(PixelString(picture));
+      record_.*position.width = picture.width;
+      record_.*position.height = picture.height;
+    }
+  }
+  void operator()(PagePosition position) const {
+    // Text can't be asked for: the value may be an object.
+    if (fields_.Has(name_)) {
+      record_.*position.page = At(name_, [&] { return Page(fields_.Value(name_)); });
+    }
+  }
+  void operator()(CaptionsPosition position) const {
+    if (fields_.Has(name_)) {
+      record_.*position.captions = At(name_, [&] { return Captions(fields_.Value(name_)); });
+    }
+  }
+
+ private:
+  String Page(const nlohmann::json& value) const {
+    if (value.is_string()) {
+      return ReadPage(folder_, value, PageForm::Shortest);
+    }
+    Fields parts(value);
+    const std::string file = parts.NeededText("file");
+    const std::string form = parts.Text("form");
+    parts.RefuseOthers();
+    if (!form.empty() && form != "hex" && form != "MacRoman") {
+      throw SetupError(R"(form: must be "hex" or "MacRoman")");
+    }
+    return ReadPage(folder_, file,
+                    form.empty()    ? PageForm::Shortest
+                    : form == "hex" ? PageForm::Hex
+                                    : PageForm::MacRoman);
+  }
+
+  static Array<String> Captions(const nlohmann::json& value) {
+    Fields captions(value);
+    Array<String> list;
+    for (const CaptionRow& row : kCaptions) {
+      // An index that nothing uses has an empty entry, which keeps the numbers of the others.
+      list.Append(*row.name == '\0' ? String() : Utf8(captions.Text(row.name)));
     }
     captions.RefuseOthers();
-    return labels;
-  });
-}
+    return list;
+  }
 
-/// A bare name that leads to no other folder than the one it names, with room for the endings that
-/// the stub puts behind it.
-std::string ReadTargetFolder(Fields& setup) {
+  Fields& fields_;
+  fs::path folder_;
+  SetupRecord& record_;
+  std::string name_;
+};
+
+/// The installer appends endings such as "Patch" to the name.
+void CheckTargetFolder(const std::string& name) {
   constexpr std::size_t kLongest = 240;
-  std::string name = setup.NeededText("fTargetFolder");
+  if (name.empty()) {
+    throw SetupError("fTargetFolder: is required");
+  }
   if (name == "." || name == ".." || name.find('/') != std::string::npos ||
       name.size() > kLongest) {
     throw SetupError("fTargetFolder: " + Quoted(name) +
-                     " must be the name of a folder, without a path");
+                     ": must be the name of a folder, not a path, of at most " +
+                     std::to_string(kLongest) + " bytes");
   }
-  return name;
 }
 
-std::string ReadKeyword(Fields& setup, const std::string& field,
-                        const std::vector<std::string>& keywords) {
-  std::string keyword = setup.Text(field);
-  if (!keyword.empty() && std::find(keywords.begin(), keywords.end(), keyword) == keywords.end()) {
-    throw SetupError(field + ": " + Quoted(keyword) + " is none of its keywords");
-  }
-  return keyword;
-}
-
-void ReadTexts(Fields& setup, SetupRecord& record) {
-  record.fTargetFolder = ReadTargetFolder(setup);
-  record.fTimeStamp = setup.Text("fTimeStamp");
-  record.fMessage = setup.Text("fMessage");
-  record.fURLActual = setup.Text("fURLActual");
-  record.fURLDisplayed = setup.Text("fURLDisplayed");
-  record.fCompletionURL = setup.Text("fCompletionURL");
-  record.fCopyright = setup.Text("fCopyright");
-  record.fWindowTitle = setup.Text("fWindowTitle");
-  record.fMinOS = ReadKeyword(setup, "fMinOS",
-                              {"MacOS10.7", "MacOS10.8", "MacOS10.9", "MacOS10.10", "MacOS10.11",
-                               "MacOS10.12", "MacOS10.13"});
-  record.fMinRAM =
-      ReadKeyword(setup, "fMinRAM", {"250MB", "500MB", "1GB", "2GB", "4GB", "8GB", "16GB", "32GB"});
-  record.fApplicationFolder = setup.Flag("fApplicationFolder");
-  record.fPromptToReplace = setup.Flag("fPromptToReplace");
-  record.fCenterMessage = setup.Flag("fCenterMessage");
-  record.fLabels = ReadLabels(setup);
-}
-
-std::string ReadPage(const std::string& name, const std::string& form, const fs::path& folder) {
-  const std::string extension = fs::path(name).extension().string();
-  if (extension != ".txt" && extension != ".html") {
-    throw SetupError(Quoted(name) + R"( must be a file "*.txt" or "*.html")");
-  }
-  if (!form.empty() && form != "hex" && form != "MacRoman") {
-    throw SetupError(R"(form: must be "hex" or "MacRoman")");
-  }
-  std::string text = ReadFile(folder / name);
-  return At(name, [&] {
-    if (text.starts_with("\xEF\xBB\xBF")) {
-      text.erase(0, 3);
+template <class Requirements>
+void CheckKeyword(const char* field, const String& keyword, const Requirements& requirements) {
+  std::string allowed;
+  for (const Requirement& requirement : requirements) {
+    if (keyword == requirement.keyword) {
+      return;
     }
-    if (text.ends_with('\n')) {
-      text.pop_back();
-    }
-    const PageForm pageForm = form.empty()    ? PageForm::Fitting
-                              : form == "hex" ? PageForm::Hex
-                                              : PageForm::MacRoman;
-    return PageText(text, extension == ".html" ? PageKind::Html : PageKind::Plain, pageForm);
-  });
-}
-
-void ReadPages(Fields& setup, const fs::path& folder, SetupRecord& record) {
-  for (const auto& [field, page] : {std::pair{"fAgreement", &record.fAgreement},
-                                    {"fInfo", &record.fInfo},
-                                    {"fPreInstallNotes", &record.fPreInstallNotes},
-                                    {"fPostInstallNotes", &record.fPostInstallNotes}}) {
-    if (!setup.Has(field)) {
-      continue;
-    }
-    *page = At(field, [&, name = field] {
-      if (setup.Value(name).is_string()) {
-        return ReadPage(setup.Value(name), "", folder);
-      }
-      Fields parts(setup.Value(name));
-      const std::string file = parts.NeededText("file");
-      const std::string form = parts.Text("form");
-      parts.RefuseOthers();
-      return ReadPage(file, form, folder);
-    });
+    allowed += (allowed.empty() ? "" : ", ") + std::string(requirement.keyword);
+  }
+  if (!keyword.IsEmpty()) {
+    throw SetupError(std::string(field) + ": " + Quoted(keyword.Bytes()) + ": must be one of " +
+                     allowed);
   }
 }
 
-void ReadPictures(Fields& setup, const fs::path& folder, SetupRecord& record) {
-  for (const auto& [field, picture] : {std::pair{"fLogoPixelStr", &record.fLogoPixelStr},
-                                       {"fPicturePixelStr", &record.fPicturePixelStr},
-                                       {"fBackgroundPixelStr", &record.fBackgroundPixelStr}}) {
-    const std::string name = setup.Text(field);
-    if (!name.empty()) {
-      *picture = At(field, [&] { return PictureTriple(ReadPng(folder / name)); });
+/// A program is in the bundle unless its name begins with a token.
+void CheckProgram(const char* field, const String& name, const Setup& setup) {
+  std::string tokens;
+  for (const PathTokenRow& token : kPathTokens) {
+    if (InStr(name, token.text) == 1) {
+      return;
     }
+    tokens += ", " + Quoted(token.text);
+  }
+  const auto isNamed = [&](const fs::path& helper) { return helper.filename() == name.View(); };
+  if (!name.IsEmpty() && std::none_of(setup.helpers.begin(), setup.helpers.end(), isNamed)) {
+    throw SetupError(std::string(field) + ": " + Quoted(name.Bytes()) +
+                     R"(: must be the name of one of the "helpers" or begin with one of)" +
+                     tokens.substr(1));
   }
 }
 
-/// A program that the record names must lie in the bundle, unless a token leads elsewhere.
-std::string ReadProgram(Fields& setup, const std::string& field, const Setup& made) {
-  std::string name = setup.Text(field);
-  const auto beginsName = [&](const char* token) { return InStr(Utf8(name), token) == 1; };
-  const auto isNamed = [&](const fs::path& helper) { return helper.filename() == name; };
-  if (!name.empty() && !beginsName("UserAccount/") && !beginsName("InstallFolder/") &&
-      !beginsName("FixedPath/") && !beginsName("SetupFolder/") &&
-      std::none_of(made.helpers.begin(), made.helpers.end(), isNamed)) {
-    throw SetupError(field + ": " + Quoted(name) + R"( is none of the files in "helpers")");
+void ReadHelpers(Fields& fields, const fs::path& folder, Setup& setup) {
+  for (const std::string& name : ReadNames(fields, "helpers")) {
+    if (!IsBelow(fs::path(name).filename().string()) || !fs::exists(folder / name)) {
+      throw SetupError("helpers: " + (folder / name).string() + ": no such file or folder");
+    }
+    setup.helpers.push_back(folder / name);
   }
-  return name;
 }
 
-void ReadHelpers(Fields& setup, const fs::path& folder, Setup& made) {
-  if (setup.Has("helpers")) {
-    for (const std::string& name : ReadNames(setup, "helpers")) {
-      if (!IsBelow(fs::path(name).filename().string()) || !fs::exists(folder / name)) {
-        throw SetupError("helpers: " + (folder / name).string() + ": no such file or folder");
-      }
-      made.helpers.push_back(folder / name);
-    }
-  }
-  made.record.fExecuteBeforeName = ReadProgram(setup, "fExecuteBeforeName", made);
-  made.record.fExecuteAfterName = ReadProgram(setup, "fExecuteAfterName", made);
-}
-
-void ReadPatch(Fields& setup, const fs::path& folder, Setup& made) {
-  At("patch", [&] {
-    Fields parts(setup.Value("patch"));
-    PatchSource& patch = made.patch.emplace();
-    patch.oldFolder = folder / parts.NeededText("old");
-    if (parts.Has("overlay")) {
-      patch.overlay = folder / parts.NeededText("overlay");
-      patch.removed = ReadNames(parts, "remove");
-    } else {
-      patch.newFolder = folder / parts.NeededText("new");
-    }
-    parts.RefuseOthers();
-  });
-}
-
-void ReadPayload(Fields& setup, const fs::path& folder, Setup& made) {
-  made.record.fInstallationPatch = setup.Flag("fInstallationPatch") || setup.Has("patch");
-  made.record.fEncryptionLen = static_cast<std::int64_t>(setup.Number("fEncryptionLen"));
-  made.pieceSize = setup.Number("pieceSize");
-  if (setup.Has("patch")) {
-    if (setup.Has("payload")) {
-      throw SetupError(R"(patch: takes the place of "payload", so only one of them can be there)");
-    }
-    ReadPatch(setup, folder, made);
+void ReadPayload(Fields& fields, const fs::path& folder, Setup& setup) {
+  setup.pieceSize = fields.Number("pieceSize");
+  if (!fields.Has("patch")) {
+    setup.payload = folder / fields.NeededText("payload");
     return;
   }
-  made.payload = folder / setup.NeededText("payload");
-  setup.ForEach("generate", [&](Fields& entry) {
-    const std::string kind = entry.NeededText("kind");
-    if (kind != "noise" && kind != "words") {
-      throw SetupError(R"(kind: must be "noise" or "words")");
-    }
-    made.generated.push_back(
-        {entry.NeededText("path"), entry.Number("bytes"), entry.Number("seed"),
-         kind == "noise" ? GeneratedFile::Kind::Noise : GeneratedFile::Kind::Words});
+  if (fields.Has("payload")) {
+    throw SetupError(R"(patch: takes the place of "payload"; remove one of the two)");
+  }
+  setup.record.fInstallationPatch = true;
+  At("patch", [&] {
+    Fields parts(fields.Value("patch"));
+    setup.patch = {folder / parts.NeededText("old"), folder / parts.NeededText("new")};
+    parts.RefuseOthers();
   });
 }
 
@@ -231,17 +184,23 @@ Setup ReadSetup(const fs::path& folder, const std::map<std::string, std::string>
     const nlohmann::json document = ReadJson(file.string(), values);
     Fields fields(document);
     Setup setup;
-    ReadTexts(fields, setup.record);
-    ReadPages(fields, folder, setup.record);
-    ReadPictures(fields, folder, setup.record);
+    SetupRecord& record = setup.record;
+    FieldReader reader(fields, folder, record);
+    reader.ReadAll(kDataPositions);
+    reader.ReadAll(kTextDataPositions);
+    CheckTargetFolder(record.fTargetFolder.Bytes());
+    CheckKeyword("fMinOS", record.fMinOS, kSystemRequirements);
+    CheckKeyword("fMinRAM", record.fMinRAM, kMemoryRequirements);
     ReadHelpers(fields, folder, setup);
+    CheckProgram("fExecuteBeforeName", record.fExecuteBeforeName, setup);
+    CheckProgram("fExecuteAfterName", record.fExecuteAfterName, setup);
     ReadPayload(fields, folder, setup);
     ReadSelections(fields, folder, setup);
-    setup.record.fPostCopy = ReadCopyList(fields);
+    record.fPostCopy = ReadCommands(fields);
     fields.RefuseOthers();
-    // The joined record refuses what its separators rule out: let it do so with the file's name.
-    (void)OuterRecord(setup.record);
-    (void)InnerRecord(setup.record);
+    // Written here, too, for the sake of its checks: they then name this file.
+    (void)DataText(record);
+    (void)TextDataText(record);
     return setup;
   });
 }

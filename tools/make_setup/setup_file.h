@@ -8,69 +8,59 @@
 #include <string>
 #include <vector>
 
-#include "tools/make_setup/payload.h"
-#include "tools/make_setup/record.h"
+#include "setup/record.h"
 
-// The file setup.json of a setup's folder: what its bundle shall hold. The record's fields stand in
-// it under their names; a page is the name of a text file or an HTML file, a picture that of a PNG
-// file, and a folder of choices, options or payload is just that folder. All names are relative to
-// the setup's folder. A short but whole example (README.md in this folder has every field):
-//
-//   {
-//     "fTargetFolder": "Juniper Notes",
-//     "fWindowTitle": "Juniper Notes",
-//     "fMessage": ["Notes that stay on your own desk.", "Click Install to begin."],
-//     "fAgreement": "agreement.txt",
-//     "fInfo": { "file": "about.html", "form": "hex" },
-//     "fLogoPixelStr": "logo.png",
-//     "fLabels": { "install": "Set up", "infoTitle": "About Juniper Notes" },
-//     "fPromptToReplace": true,
-//     "fInstallChoices": [
-//       { "caption": "Light", "source": "choices/light", "folder": "Themes" }
-//     ],
-//     "fPostCopy": [ { "copy": "Read me.txt", "to": "UserAccount/Juniper.txt" } ],
-//     "payload": "payload"
-//   }
-
+/// The file setup.json in a setup's folder, which describes one bundle. The record's fields have
+/// their own names there; a page is the name of a text file or an HTML file, a picture that of a
+/// PNG file, and the contents of choices, options and payload are folders. All names are relative
+/// to the setup's folder. A short but complete example (README.md in this folder has every field):
+///
+///   {
+///     "fTargetFolder": "Juniper Notes",
+///     "fWindowTitle": "Juniper Notes",
+///     "fMessage": ["Notes that stay on your own desk.", "Click Install to begin."],
+///     "fAgreement": "agreement.txt",
+///     "fInfo": { "file": "about.html", "form": "hex" },
+///     "fLogoPixelStr": "logo.png",
+///     "fLabels": { "install": "Set up", "infoTitle": "About Juniper Notes" },
+///     "fPromptToReplace": true,
+///     "fInstallChoices": [
+///       { "caption": "Light", "source": "choices/light", "folder": "Themes" }
+///     ],
+///     "fPostCopy": [ { "copy": "Read me.txt", "to": "UserAccount/Juniper.txt" } ],
+///     "payload": "payload"
+///   }
 namespace zephin::make_setup {
 
 /// A folder that is packed for a choice or an option.
 struct ArchiveSource {
-  /// The archive's file name.
-  std::string name;
-  std::filesystem::path folder;
-  /// An option that is downloaded: the archive is for the publisher's server and stays outside the
-  /// bundle.
+  std::string name;              ///< File name of the archive.
+  std::filesystem::path folder;  ///< Its contents.
+  /// True for an option that is downloaded: the archive is written beside the bundle, for the
+  /// publisher's server.
   bool download = false;
 };
 
-/// How a patch's tree is found: from two folders, or from the old one and what changes in it. The
-/// old one may be the folder of a setup, and is then that setup's payload.
+/// The installed folder before and after an update.
 struct PatchSource {
   std::filesystem::path oldFolder;
-  /// Either this one is set,
   std::filesystem::path newFolder;
-  /// or this one: files that are new or changed. With it, paths that are gone.
-  std::filesystem::path overlay;
-  std::vector<std::string> removed;
 };
 
+/// Everything that goes into one bundle.
 struct Setup {
   SetupRecord record;
-  /// Empty with a patch that is made from `patch`.
-  std::filesystem::path payload;
-  std::vector<GeneratedFile> generated;
-  std::optional<PatchSource> patch;
-  /// Bytes of a piece; 0 for a payload in one file.
-  std::uint64_t pieceSize = 0;
-  /// Files and application bundles that lie beside the record, under their own names.
+  std::filesystem::path payload;     ///< Empty if `patch` is set.
+  std::optional<PatchSource> patch;  ///< The payload is made from these two folders.
+  std::uint64_t pieceSize = 0;       ///< In bytes; 0 for a payload in one file.
+  /// Files and application bundles that are copied beside the record under their own names.
   std::vector<std::filesystem::path> helpers;
   std::vector<ArchiveSource> archives;
 };
 
 /// Reads `folder`/setup.json and the pages and pictures that it names, with `values` in place of
 /// each `${NAME}`. Throws SetupError, with file and field, for everything that a record can't hold
-/// or that the stub would take for something else.
+/// or that the installer would read as something else.
 Setup ReadSetup(const std::filesystem::path& folder,
                 const std::map<std::string, std::string>& values);
 

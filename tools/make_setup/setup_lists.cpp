@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/framework/text.h"
+#include "setup/limits.h"
 #include "tools/make_setup/files.h"
 #include "tools/make_setup/lists.h"
 #include "tools/make_setup/setup_error.h"
@@ -12,9 +13,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Each of the stub's two dialogs has this many rows.
-constexpr std::size_t kMostEntries = 10;
+bool IsAddress(const String& source) {
+  return InStr(source, kAddressBeginning) == 1;
+}
 
+/// Entries may share a folder and its archive.
 void AddArchive(std::vector<ArchiveSource>& archives, const ArchiveSource& archive) {
   if (!fs::is_directory(archive.folder)) {
     throw SetupError(archive.folder.string() + ": no such folder");
@@ -25,64 +28,83 @@ void AddArchive(std::vector<ArchiveSource>& archives, const ArchiveSource& archi
   if (other == archives.end()) {
     archives.push_back(archive);
   } else if (other->folder != archive.folder) {
-    throw SetupError(archive.folder.string() + ": its archive would have the name of that of " +
-                     other->folder.string());
+    throw SetupError(archive.folder.string() + " and " + other->folder.string() +
+                     ": folders must have different names, which those of their archives are");
   }
+}
+
+/// Adds the archive of a folder, and gives the archive's name.
+std::string PackSource(const fs::path& folder, Setup& setup) {
+  fs::path source = folder.lexically_normal();
+  // "options/fonts/" is the folder "fonts", too.
+  if (!source.has_filename()) {
+    source = source.parent_path();
+  }
+  std::string name = source.filename().string() + ".zip";
+  if (IsAddress(Utf8(name))) {
+    throw SetupError("source: " + Quoted(name) + ": must not begin with " +
+                     Quoted(kAddressBeginning) + ", as an address does");
+  }
+  AddArchive(setup.archives, {name, source, false});
+  return name;
+}
+
+/// The file name at the end of an address, under which the installer saves the archive.
+std::string NameInAddress(const std::string& address) {
+  std::string name = address.substr(address.rfind('/') + 1);
+  if (name.empty() || TextEquals(Utf8(name), ".zip")) {
+    throw SetupError("source: " + Quoted(address) + ": must end in the name of a file");
+  }
+  return name;
 }
 
 enum class Download { Allowed, Unknown };
 
-Selection ReadEntry(Fields& entry, Download download, const fs::path& folder, Setup& made) {
-  Selection selection{entry.NeededText("caption"), entry.NeededText("source"), entry.Text("folder"),
-                      entry.Text("tip")};
-  if (selection.folder.empty()) {
-    selection.folder = made.record.fTargetFolder;
-  } else if (!IsBelow(selection.folder)) {
-    throw SetupError("folder: must be a folder in the target folder");
+SelectionEntry ReadEntry(Fields& entry, Download download, const fs::path& folder, Setup& setup) {
+  SelectionEntry selection{Utf8(entry.NeededText("caption")), Utf8(entry.NeededText("source")),
+                           Utf8(entry.Text("folder")), Utf8(entry.Text("tip"))};
+  const std::string& source = selection.source.Bytes();
+  if (selection.folder.IsEmpty()) {
+    // The target folder's own name means the target folder itself.
+    selection.folder = setup.record.fTargetFolder;
+  } else if (!IsBelow(selection.folder.Bytes())) {
+    throw SetupError("folder: " + Quoted(selection.folder.Bytes()) +
+                     ": must be a folder below the target folder");
   }
-  const bool isAddress = InStr(Utf8(selection.source), "http") == 1;
-  if (isAddress && download == Download::Unknown) {
-    throw SetupError("source: a choice can't be downloaded");
-  }
-  if (!isAddress) {
-    fs::path source = (folder / selection.source).lexically_normal();
-    if (!source.has_filename()) {
-      source = source.parent_path();
-    }
-    selection.source = source.filename().string() + ".zip";
-    if (download == Download::Allowed && InStr(Utf8(selection.source), "http") == 1) {
-      throw SetupError("source: " + Quoted(selection.source) + " would be taken for an address");
-    }
-    AddArchive(made.archives, {selection.source, source, false});
+  if (!IsAddress(selection.source)) {
+    selection.source = Utf8(PackSource(folder / source, setup));
     return selection;
   }
-  const std::string name = selection.source.substr(selection.source.rfind('/') + 1);
-  if (name.empty() || TextEquals(Utf8(name), ".zip")) {
-    throw SetupError("source: an address must end in the name of a file");
+  if (download == Download::Unknown) {
+    throw SetupError("source: must be a folder: only an option can be downloaded");
   }
+  const std::string name = NameInAddress(source);
   if (entry.Has("content")) {
-    AddArchive(made.archives, {name, folder / entry.NeededText("content"), true});
+    AddArchive(setup.archives, {name, folder / entry.NeededText("content"), true});
   }
   return selection;
 }
 
-std::string ReadSelection(Fields& setup, const std::string& field, Download download,
-                          const fs::path& folder, Setup& made) {
-  std::vector<Selection> entries;
-  setup.ForEach(field, [&](Fields& entry) {
-    const Selection selection = ReadEntry(entry, download, folder, made);
+String ReadSelection(Fields& fields, const std::string& field, Download download,
+                     const fs::path& folder, Setup& setup) {
+  std::vector<SelectionEntry> entries;
+  fields.ForEach(field, [&](Fields& entry) {
+    const SelectionEntry selection = ReadEntry(entry, download, folder, setup);
+    // Checked here, where an error gets the number of the entry.
     (void)SelectionList({selection});
-    for (const Selection& each : entries) {
-      if (TextEquals(Utf8(each.caption), Utf8(selection.caption))) {
-        throw SetupError("caption: is that of an entry before");
+    for (const SelectionEntry& each : entries) {
+      // The installer finds a picked entry by its caption, and ignores letter case.
+      if (TextEquals(each.caption, selection.caption)) {
+        throw SetupError("caption: " + Quoted(selection.caption.Bytes()) +
+                         ": must differ from those of the other entries");
       }
     }
     entries.push_back(selection);
   });
-  if (entries.size() > kMostEntries) {
-    throw SetupError(field + ": has more than ten entries");
+  if (std::ssize(entries) > kSelectionRows) {
+    throw SetupError(field + ": must have at most " + std::to_string(kSelectionRows) + " entries");
   }
-  return SelectionList(entries);
+  return Utf8(SelectionList(entries));
 }
 
 CopyCommand ReadCommand(Fields& entry) {
@@ -90,53 +112,59 @@ CopyCommand ReadCommand(Fields& entry) {
                                    {"allUsersFullAccess", CopyVerb::AllUsersFullAccess},
                                    {"preInstallDelete", CopyVerb::PreInstallDelete}}) {
     if (entry.Has(name)) {
-      return {verb, entry.Text(name), "", CopyCondition::None, ""};
+      return {verb, Utf8(entry.Text(name))};
     }
   }
   if (entry.Has("preInstallCopy")) {
-    return {CopyVerb::PreInstallCopy, entry.Text("preInstallCopy"), entry.NeededText("to"),
-            CopyCondition::None, ""};
+    return {CopyVerb::PreInstallCopy, Utf8(entry.Text("preInstallCopy")),
+            Utf8(entry.NeededText("to"))};
   }
-  CopyCommand copy{CopyVerb::Copy, entry.NeededText("copy"), entry.NeededText("to"),
-                   CopyCondition::None, entry.Text("ifFolder")};
-  if (entry.Flag("ifNothingThere")) {
+  CopyCommand copy{CopyVerb::Copy, Utf8(entry.NeededText("copy")), Utf8(entry.NeededText("to"))};
+  const String folder = Utf8(entry.Text("ifFolder"));
+  const bool ifNothingThere = entry.Flag("ifNothingThere");
+  if (ifNothingThere && !folder.IsEmpty()) {
+    throw SetupError(R"(ifFolder: must not come together with "ifNothingThere")");
+  }
+  if (ifNothingThere) {
     copy.condition = CopyCondition::NothingThere;
-  } else if (!copy.conditionFolder.empty()) {
+  } else if (!folder.IsEmpty()) {
     copy.condition = CopyCondition::FolderExists;
+    copy.conditionFolder = folder;
   }
   return copy;
 }
 
 }  // namespace
 
-std::vector<std::string> ReadNames(Fields& setup, const std::string& field) {
-  std::vector<std::string> names;
-  if (!setup.Has(field)) {
-    return names;
+std::vector<std::string> ReadNames(Fields& fields, const std::string& field) {
+  if (!fields.Has(field)) {
+    return {};
   }
-  const nlohmann::json& list = setup.Value(field);
+  const nlohmann::json& list = fields.Value(field);
   const bool isNames = list.is_array() && std::all_of(list.begin(), list.end(), [](const auto& n) {
                          return n.is_string() && !n.template get_ref<const std::string&>().empty();
                        });
   if (!isNames) {
-    throw SetupError(field + ": must be a list of names");
+    throw SetupError(field + ": must be a list of names, in brackets");
   }
   return list.get<std::vector<std::string>>();
 }
 
-void ReadSelections(Fields& setup, const fs::path& folder, Setup& made) {
-  SetupRecord& record = made.record;
-  record.fInstallChoices = ReadSelection(setup, "fInstallChoices", Download::Unknown, folder, made);
-  record.fInstallOptions = ReadSelection(setup, "fInstallOptions", Download::Allowed, folder, made);
+void ReadSelections(Fields& fields, const fs::path& folder, Setup& setup) {
+  SetupRecord& record = setup.record;
+  record.fInstallChoices =
+      ReadSelection(fields, "fInstallChoices", Download::Unknown, folder, setup);
+  record.fInstallOptions =
+      ReadSelection(fields, "fInstallOptions", Download::Allowed, folder, setup);
 }
 
-std::string ReadCopyList(Fields& setup) {
+String ReadCommands(Fields& fields) {
   std::vector<CopyCommand> commands;
-  setup.ForEach("fPostCopy", [&](Fields& entry) {
+  fields.ForEach("fPostCopy", [&](Fields& entry) {
     commands.push_back(ReadCommand(entry));
     (void)CopyList({commands.back()});
   });
-  return CopyList(commands);
+  return Utf8(CopyList(commands));
 }
 
 }  // namespace zephin::make_setup

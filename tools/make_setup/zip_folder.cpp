@@ -1,15 +1,14 @@
 #include "tools/make_setup/zip_folder.h"
 
-#include <zip.h>
+#include <zlib.h>
 
-#include <array>
 #include <chrono>
-#include <cstdint>
-#include <deque>
-#include <fstream>
-#include <memory>
+#include <system_error>
+#include <vector>
 
+#include "platform/framework/text.h"
 #include "tools/make_setup/files.h"
+#include "tools/make_setup/packed_pieces.h"
 #include "tools/make_setup/setup_error.h"
 
 namespace zephin::make_setup {
@@ -20,120 +19,135 @@ namespace fs = std::filesystem;
 constexpr std::uint32_t kUnixFile = 0100000;
 constexpr std::uint32_t kUnixFolder = 0040000;
 constexpr std::uint32_t kUnixLink = 0120777;
-constexpr zip_uint16_t kTimeField = 0x5455;
-constexpr zip_int64_t kWholeFile = -1;
 
 std::int64_t UnixTime(const fs::path& path) {
   const auto time = fs::file_time_type::clock::to_sys(fs::last_write_time(path));
   return std::chrono::floor<std::chrono::seconds>(time).time_since_epoch().count();
 }
 
-class Packer {
+/// An item of the archive and the pieces of its content.
+struct Planned {
+  ZipEntry entry;
+  std::string target;  ///< Of a link; the content of every other item is in pieces.
+  std::size_t pieces = 0;
+};
+
+/// All items in their order.
+class Plan {
  public:
-  explicit Packer(const fs::path& archive) : path_(archive) {
-    int code = 0;
-    zip_.reset(zip_open(archive.c_str(), ZIP_CREATE | ZIP_EXCL, &code));
-    if (!zip_) {
-      throw SetupError(archive.string() + ": can't be made");
+  Plan(fs::path folder, const std::string& topName) : folder_(std::move(folder)) {
+    const std::vector<TreeItem> items = ListTree(folder_);
+    if (items.empty() && topName.empty()) {
+      throw SetupError(folder_.string() + ": must contain something to pack");
+    }
+    if (!topName.empty()) {
+      prefix_ = topName + "/";
+      // With the rights of the folder itself, which the installed folder gets.
+      const fs::perms mode = fs::status(folder_).permissions() & fs::perms::all;
+      Add({"", ItemKind::Folder, mode, 0});
+    }
+    for (const TreeItem& item : items) {
+      Add(item);
     }
   }
 
-  void AddFolder(const fs::path& path, const std::string& name, fs::perms mode) {
-    const zip_int64_t index = zip_dir_add(zip_.get(), name.c_str(), ZIP_FL_ENC_UTF_8);
-    Describe(index, path, kUnixFolder | static_cast<std::uint32_t>(mode), UnixTime(path));
-  }
-
-  void AddFile(const fs::path& path, const std::string& name, fs::perms mode) {
-    // The library opens files when it writes the archive and doesn't say then which one failed.
-    if (!std::ifstream(path)) {
-      throw SetupError(path.string() + ": can't be read");
-    }
-    AddSource(path, name, zip_source_file(zip_.get(), path.c_str(), 0, kWholeFile),
-              kUnixFile | static_cast<std::uint32_t>(mode), UnixTime(path));
-  }
-
-  /// A link's own time is out of reach of the standard library; its folder's stands in for it.
-  void AddLink(const fs::path& path, const std::string& name) {
-    const std::string& target = targets_.emplace_back(fs::read_symlink(path).string());
-    AddSource(path, name, zip_source_buffer(zip_.get(), target.data(), target.size(), 0), kUnixLink,
-              UnixTime(path.parent_path()));
-  }
-
-  void Close() {
-    if (zip_close(zip_.get()) != 0) {
-      Fail(path_);
-    }
-    (void)zip_.release();
-  }
+  std::vector<Planned> planned;
+  std::vector<Piece> pieces;
 
  private:
-  [[noreturn]] void Fail(const fs::path& item) {
-    throw SetupError(item.string() + ": can't be packed: " + zip_strerror(zip_.get()));
+  void Add(const TreeItem& item) {
+    const fs::path path = folder_ / item.path;
+    const auto mode = static_cast<std::uint32_t>(item.mode);
+    Planned added{{NameOf(item), 0, 0, item.size}, "", 0};
+    switch (item.kind) {
+      case ItemKind::File: {
+        added.entry.mode = kUnixFile | mode;
+        added.entry.time = UnixTime(path);
+        const std::vector<Piece> own = PiecesOf(path.string(), item.size);
+        added.pieces = own.size();
+        pieces.insert(pieces.end(), own.begin(), own.end());
+        break;
+      }
+      case ItemKind::Folder:
+        added.entry.mode = kUnixFolder | mode;
+        added.entry.time = UnixTime(path);
+        break;
+      case ItemKind::Link:
+        // The standard library can't read a link's own time. That of its folder is used instead.
+        added.entry.mode = kUnixLink;
+        added.entry.time = UnixTime(path.parent_path());
+        added.target = fs::read_symlink(path).string();
+        added.entry.size = added.target.size();
+        break;
+    }
+    planned.push_back(std::move(added));
   }
 
-  void AddSource(const fs::path& path, const std::string& name, zip_source_t* source,
-                 std::uint32_t mode, std::int64_t time) {
-    const zip_int64_t index = zip_file_add(zip_.get(), name.c_str(), source, ZIP_FL_ENC_UTF_8);
-    if (index < 0) {
-      zip_source_free(source);
+  std::string NameOf(const TreeItem& item) const {
+    std::string name = prefix_ + item.path;
+    if (name.starts_with("__MACOSX")) {
+      throw SetupError((folder_ / item.path).string() +
+                       ": must have another name: the expansion drops it");
     }
-    Describe(index, path, mode, time);
+    if (ConvertEncoding(Utf8(name), Encoding::UTF16).DeclaredEncoding() != Encoding::UTF16) {
+      throw SetupError((folder_ / item.path).string() + ": must have a name in UTF-8");
+    }
+    return item.kind == ItemKind::Folder && !name.ends_with('/') ? name + "/" : name;
   }
 
-  void Describe(zip_int64_t index, const fs::path& path, std::uint32_t mode, std::int64_t time) {
-    if (index < 0) {
-      Fail(path);
-    }
-    const auto entry = static_cast<zip_uint64_t>(index);
-    zip_file_set_external_attributes(zip_.get(), entry, 0, ZIP_OPSYS_UNIX, mode << 16);
-    // The archive's own times are local and even; the field beside them holds seconds since 1970.
-    zip_file_set_mtime(zip_.get(), entry, time, 0);
-    std::array<zip_uint8_t, 5> field{1};
-    for (std::size_t i = 1; i < field.size(); ++i) {
-      field[i] = static_cast<zip_uint8_t>(time >> (8 * (i - 1)));
-    }
-    zip_file_extra_field_set(zip_.get(), entry, kTimeField, ZIP_EXTRA_FIELD_NEW, field.data(),
-                             static_cast<zip_uint16_t>(field.size()),
-                             ZIP_FL_LOCAL | ZIP_FL_CENTRAL);
-  }
-
-  fs::path path_;
-  /// Read by the library when the archive is closed.
-  std::deque<std::string> targets_;
-  std::unique_ptr<zip_t, decltype(&zip_discard)> zip_{nullptr, &zip_discard};
+  fs::path folder_;
+  std::string prefix_;
 };
+
+/// Packs an item's pieces, which are the next ones.
+void WritePieces(const Planned& item, PackedPieces& pieces, ZipWriter& zip,
+                 const PackReport& report) {
+  std::uint64_t left = item.entry.size;
+  uLong crc = 0;
+  bool stored = false;
+  for (std::size_t i = 0; i < item.pieces; ++i) {
+    PackedPiece piece = pieces.Next();
+    const std::uint64_t length = std::min(left, kLongestPiece);
+    crc = crc32_combine(crc, piece.crc, static_cast<z_off_t>(length));
+    stored = piece.stored;
+    zip.Write(std::move(piece.bytes));
+    left -= length;
+    if (report) {
+      report(left == 0 ? 1 : 0, length);
+    }
+  }
+  zip.End(stored, static_cast<std::uint32_t>(crc));
+}
+
+void WriteArchive(const Plan& plan, ZipWriter& zip, const ZipOptions& options) {
+  PackedPieces pieces(plan.pieces, options.threads);
+  for (const Planned& item : plan.planned) {
+    zip.Begin(item.entry);
+    if (item.pieces > 0) {
+      WritePieces(item, pieces, zip, options.report);
+      continue;
+    }
+    zip.Write(item.target);
+    zip.End(true,
+            static_cast<std::uint32_t>(crc32(0, reinterpret_cast<const Bytef*>(item.target.data()),
+                                             static_cast<uInt>(item.target.size()))));
+  }
+  zip.Close();
+}
 
 }  // namespace
 
-void ZipFolder(const fs::path& folder, const std::string& topName, const fs::path& archive) {
-  const std::vector<TreeItem> items = ListTree(folder);
-  if (items.empty() && topName.empty()) {
-    throw SetupError(folder.string() + ": holds nothing to pack");
+void ZipFolder(const fs::path& folder, const fs::path& archive, const ZipOptions& options) {
+  const Plan plan(folder, options.topName);
+  try {
+    ZipWriter zip(archive, options.form);
+    WriteArchive(plan, zip, options);
+  } catch (...) {
+    // Also after an end by the caller's report.
+    std::error_code ignored;
+    fs::remove(archive, ignored);
+    throw;
   }
-  Packer packer(archive);
-  const std::string prefix = topName.empty() ? "" : topName + "/";
-  if (!topName.empty()) {
-    packer.AddFolder(folder, topName, fs::status(folder).permissions() & fs::perms::all);
-  }
-  for (const TreeItem& item : items) {
-    const fs::path path = folder / item.path;
-    const std::string name = prefix + item.path;
-    if (name.starts_with("__MACOSX")) {
-      throw SetupError(path.string() + ": such a name is dropped when the archive is expanded");
-    }
-    switch (item.kind) {
-      case ItemKind::File:
-        packer.AddFile(path, name, item.mode);
-        break;
-      case ItemKind::Folder:
-        packer.AddFolder(path, name, item.mode);
-        break;
-      case ItemKind::Link:
-        packer.AddLink(path, name);
-        break;
-    }
-  }
-  packer.Close();
 }
 
 }  // namespace zephin::make_setup

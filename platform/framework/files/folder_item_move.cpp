@@ -168,7 +168,7 @@ int MoveToOtherFileSystem(const char* from, const char* to) {
   return TreeMove(from, to).Run();
 }
 
-int MoveItem(const char* from, const char* to) {
+int MoveOnce(const char* from, const char* to) {
   int code = RenameOntoNothing(from, to);
   if (code != EEXIST && code != EXDEV) {
     return code;
@@ -183,6 +183,21 @@ int MoveItem(const char* from, const char* to) {
     code = std::rename(from, to) == 0 ? 0 : errno;
   }
   return code == EXDEV ? MoveToOtherFileSystem(from, to) : code;
+}
+
+/// Linux wants write permission on a folder that changes its parent, since its ".." changes. The
+/// user's own folder gets it for the time of the move.
+int MoveItem(const char* from, const char* to) {
+  const int code = MoveOnce(from, to);
+  struct stat state {};
+  if (code != EACCES || lstat(from, &state) != 0 || !S_ISDIR(state.st_mode) ||
+      (state.st_mode & S_IWUSR) != 0 || state.st_uid != geteuid()) {
+    return code;
+  }
+  ChangeRights(from, (state.st_mode & ALLPERMS) | S_IWUSR);
+  const int secondCode = MoveOnce(from, to);
+  ChangeRights(secondCode == 0 ? to : from, state.st_mode & ALLPERMS);
+  return secondCode;
 }
 
 }  // namespace

@@ -27,10 +27,31 @@ Ref<BinaryStream> OpenStream(const std::string& path, int flags) {
   return file.IsOpen() ? MakeRef<BinaryStream>(std::move(file)) : nullptr;
 }
 
+/// Whether the path is free for a new file: what was there is removed, unless it is a folder or no
+/// file at all.
+bool MakeFree(const char* path) {
+  struct stat state {};
+  if (stat(path, &state) == 0 && !S_ISREG(state.st_mode)) {
+    return false;
+  }
+  return unlink(path) == 0 || errno == ENOENT;
+}
+
+/// Whether an existing file can be emptied without touching any other name: no link leads to it.
+bool IsUnshared(const char* path) {
+  struct stat state {};
+  return lstat(path, &state) == 0 && S_ISREG(state.st_mode) && state.st_nlink == 1;
+}
+
 }  // namespace
 
 Ref<BinaryStream> FolderItem::CreateBinaryFile(const String& /*type*/) {
-  return OpenStream(path_, O_WRONLY | O_CREAT | O_TRUNC);
+  // Writing into what is there would empty the user's own file behind a link of that name.
+  if (MakeFree(SystemPath(path_))) {
+    return OpenStream(path_, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
+  }
+  return IsUnshared(SystemPath(path_)) ? OpenStream(path_, O_WRONLY | O_TRUNC | O_NOFOLLOW)
+                                       : nullptr;
 }
 
 Ref<BinaryStream> FolderItem::OpenAsBinaryFile(bool writeable) {

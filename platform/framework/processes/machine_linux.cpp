@@ -65,7 +65,9 @@ bool MakeOwnFolder(const std::string& path) {
 
 std::string OwnFolderIn(const std::string& base) {
   std::string path = PathInFolder(base, "zephin-" + std::to_string(geteuid()));
-  if (!MakeOwnFolder(path)) {
+  // All processes of a user must agree on the folder: the copy of a split setup knows itself by it.
+  // So there is a second fixed name before a random one.
+  if (!MakeOwnFolder(path) && !MakeOwnFolder(path += "-2")) {
     path += "-XXXXXX";
     if (mkdtemp(path.data()) == nullptr) {
       return {};

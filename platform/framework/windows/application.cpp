@@ -70,6 +70,10 @@ Application& Application::Current() {
   return *current;
 }
 
+bool Application::Exists() {
+  return current != nullptr;
+}
+
 Ref<FolderItem> Application::ExecutableFile() const {
   return machine_.executable.empty() ? nullptr : MakeRef<FolderItem>(machine_.executable);
 }
@@ -110,7 +114,7 @@ std::int64_t Ticks() {
 }
 
 void RuntimeBackgroundTask() {
-  if (CoarseMilliseconds() >= nextLook) {
+  if (CoarseMilliseconds() >= nextLook && Application::Exists()) {
     LetEventsRun(0);
   }
 }

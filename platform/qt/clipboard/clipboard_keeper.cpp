@@ -1,7 +1,7 @@
-// Keeps a text on the clipboard after the program that put it there has ended: takes the clipboard
-// over from that program and serves it until another program takes it or the session ends.
+// Keeps a text on the clipboard after the program that has put it there has ended: takes it over
+// from that program and serves it until another program takes the clipboard or the session ends.
 //
-//   clipboard_keeper OWNER     OWNER: the window of the program, in decimal
+//   clipboard_keeper OWNER     OWNER: the window that owns the clipboard, in decimal
 
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -15,15 +15,14 @@
 #include <string>
 
 #include "platform/qt/clipboard/display.h"
-#include "platform/qt/clipboard/take_over.h"
 #include "platform/qt/clipboard/text_server.h"
 
 namespace {
 
 constexpr const char* kInMemory = "clipboard_keeper (in memory)";
 
-/// Goes on from a copy of this program in memory, so that the disc with the program on it can be
-/// taken out although a text is still kept. Returns only if that can't be done.
+/// Runs this program again from a copy in memory, so that the user can eject the disc with the
+/// installer while the text is served. Returns only on failure.
 void GoOnInMemory(char* owner) {
   const int program = open("/proc/self/exe", O_RDONLY | O_CLOEXEC);
   const int copy = memfd_create("clipboard_keeper", MFD_CLOEXEC);
@@ -37,6 +36,7 @@ void GoOnInMemory(char* owner) {
       return;
     }
   }
+  // By this name the copy knows that it is one.
   std::string name = kInMemory;
   const std::array<char*, 3> arguments{name.data(), owner, nullptr};
   fexecve(copy, arguments.data(), environ);
@@ -51,6 +51,7 @@ int main(int argc, char** argv) {
   if (std::strcmp(argv[0], kInMemory) != 0) {
     GoOnInMemory(argv[1]);
   }
+  // No file system is in use, and can be unmounted.
   if (chdir("/") != 0) {
     return 1;
   }

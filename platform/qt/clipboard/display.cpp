@@ -2,7 +2,6 @@
 
 #include <poll.h>
 
-#include <array>
 #include <cstring>
 
 namespace zephin {
@@ -46,6 +45,7 @@ Atoms Display::InternAtoms() const {
 
 void Display::MakeWindow() {
   const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
+  // The protocol addresses windows, so that a program without one can neither own nor ask.
   window_ = xcb_generate_id(connection_);
   const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
   xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window_, screen->root, -1, -1, 1, 1, 0,
@@ -60,7 +60,7 @@ xcb_window_t Display::OwnerOf(xcb_atom_t selection) const {
 }
 
 xcb_timestamp_t Display::Now() {
-  // A change of a property is told with its time.
+  // The protocol has no request for the time, but the event for a changed property has it.
   xcb_change_property(connection_, XCB_PROP_MODE_APPEND, window_, atoms_.transfer, XCB_ATOM_STRING,
                       8, 0, nullptr);
   while (const Reply<xcb_generic_event_t> event = NextEvent(-1)) {
@@ -78,6 +78,7 @@ Reply<xcb_generic_event_t> Display::NextEvent(int milliseconds) {
       return event;
     }
     pollfd ready{.fd = xcb_get_file_descriptor(connection_), .events = POLLIN, .revents = 0};
+    // The library may have read events from the socket already: `poll` sees only what is new.
     if (poll(&ready, 1, milliseconds) <= 0) {
       return nullptr;
     }
@@ -89,6 +90,7 @@ std::optional<Display::Property> Display::TakeProperty(xcb_atom_t name, std::uin
   const auto cookie =
       xcb_get_property(connection_, 1, window_, name, XCB_GET_PROPERTY_TYPE_ANY, 0, limit / 4);
   const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, nullptr));
+  // The display deletes a property only when it is read to its end.
   if (!reply || reply->bytes_after != 0) {
     return std::nullopt;
   }

@@ -1,5 +1,6 @@
 #include "platform/qt/clipboard/read_text.h"
 
+#include <cstdint>
 #include <optional>
 #include <utility>
 
@@ -8,9 +9,10 @@ namespace {
 
 using Kind = ClipboardAnswer::Kind;
 
+/// In bytes. Another program could fill this one's memory otherwise.
 constexpr std::uint32_t kLongestText = 64U << 20U;
 
-/// Waits for an event of that kind of which `is` holds; null if it doesn't come.
+/// Waits for an event of that kind for which `is` is true. Null if none comes in time.
 template <class Event, class Predicate>
 Reply<xcb_generic_event_t> Await(Display& display, unsigned kind, int patience, Predicate is) {
   while (Reply<xcb_generic_event_t> event = display.NextEvent(patience)) {
@@ -21,7 +23,7 @@ Reply<xcb_generic_event_t> Await(Display& display, unsigned kind, int patience, 
   return nullptr;
 }
 
-/// The rest of a text that comes in pieces; an empty piece ends it.
+/// Reads a long text, which comes in pieces. An empty piece ends it.
 ClipboardAnswer ReadPieces(Display& display, int patience) {
   const auto isPiece = [&](const xcb_property_notify_event_t& change) {
     return change.atom == display.Names().transfer && change.state == XCB_PROPERTY_NEW_VALUE;
@@ -46,7 +48,7 @@ ClipboardAnswer ReadText(Display& display, xcb_atom_t target, xcb_timestamp_t no
   const Atoms& names = display.Names();
   xcb_convert_selection(display.Connection(), display.Window(), names.clipboard, target,
                         names.transfer, now);
-  // An earlier question may be answered late: the time tells it apart.
+  // The answer to an earlier question may come now. The time tells the two apart.
   const Reply<xcb_generic_event_t> event = Await<xcb_selection_notify_event_t>(
       display, XCB_SELECTION_NOTIFY, patience,
       [&](const xcb_selection_notify_event_t& answer) { return answer.time == now; });
@@ -60,6 +62,7 @@ ClipboardAnswer ReadText(Display& display, xcb_atom_t target, xcb_timestamp_t no
   if (!text) {
     return {};
   }
+  // A long text is announced by its size alone; each deleted property asks for the next piece.
   return text->type == names.incr ? ReadPieces(display, patience)
                                   : ClipboardAnswer{Kind::Text, std::move(text->bytes)};
 }

@@ -1,19 +1,21 @@
 #include "platform/qt/clipboard/text_server.h"
 
-#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <utility>
 #include <vector>
+
+#include "platform/qt/clipboard/read_text.h"
 
 namespace zephin {
 namespace {
 
-constexpr std::size_t kLongestPiece = 256U << 10U;
-/// How long a program that has begun to read is waited for after the clipboard is another's.
-constexpr int kLastPatience = 5000;
+/// In milliseconds, for an owner that doesn't answer.
+constexpr int kPatience = 3000;
+/// In units of four bytes.
 constexpr std::uint32_t kLongestList = 4096;
 
-/// Letters outside Latin-1 become question marks: programs that ask for no more can't show them.
+/// Letters outside Latin-1 become question marks.
 std::string ToLatin1(const std::string& utf8) {
   std::string latin;
   for (std::size_t i = 0; i < utf8.size(); ++i) {
@@ -40,20 +42,45 @@ void SetProperty(const Display& display, xcb_window_t to, xcb_atom_t property, x
 
 }  // namespace
 
-TextServer::TextServer(Display& display, KeptText text)
-    : display_(display),
-      text_(std::move(text)),
-      longestPiece_(std::min(
-          kLongestPiece, std::size_t{xcb_get_maximum_request_length(display.Connection())} * 2)) {}
+std::optional<KeptText> TakeOver(Display& display, xcb_window_t owner) {
+  const Atoms& names = display.Names();
+  const xcb_timestamp_t now = display.Now();
+  if (display.OwnerOf(names.clipboard) != owner) {
+    return std::nullopt;
+  }
+  ClipboardAnswer answer = ReadText(display, names.utf8String, now, kPatience);
+  // In bytes: half of what one request to the display can hold.
+  const std::size_t limit = std::size_t{xcb_get_maximum_request_length(display.Connection())} * 2;
+  if (answer.kind != ClipboardAnswer::Kind::Text || answer.bytes.size() > limit) {
+    return std::nullopt;
+  }
+  // No other program may claim the clipboard between the check and the claim.
+  xcb_grab_server(display.Connection());
+  const bool stillOwned = display.OwnerOf(names.clipboard) == owner;
+  if (stillOwned) {
+    xcb_set_selection_owner(display.Connection(), display.Window(), names.clipboard, now);
+  }
+  xcb_ungrab_server(display.Connection());
+  if (!stillOwned || display.OwnerOf(names.clipboard) != display.Window()) {
+    return std::nullopt;
+  }
+  return KeptText{std::move(answer.bytes), now};
+}
 
 void TextServer::Run() {
   AskManagerToKeep();
-  while (!ends_ || !transfers_.empty()) {
-    const Reply<xcb_generic_event_t> event = display_.NextEvent(ends_ ? kLastPatience : -1);
-    if (!event) {
-      return;
+  while (const Reply<xcb_generic_event_t> event = display_.NextEvent(-1)) {
+    switch (KindOf(*event)) {
+      case XCB_SELECTION_REQUEST:
+        Answer(reinterpret_cast<const xcb_selection_request_event_t&>(*event));
+        break;
+      case XCB_SELECTION_CLEAR:
+        return;
+      default:
+        // The manager's answer means nothing: some report a copy that they don't have. One that has
+        // a copy takes the clipboard.
+        break;
     }
-    Handle(*event);
   }
 }
 
@@ -66,32 +93,12 @@ void TextServer::AskManagerToKeep() {
   }
 }
 
-void TextServer::Handle(const xcb_generic_event_t& event) {
-  switch (KindOf(event)) {
-    case XCB_SELECTION_REQUEST:
-      Answer(reinterpret_cast<const xcb_selection_request_event_t&>(event));
-      break;
-    case XCB_SELECTION_CLEAR:
-      ends_ = true;
-      break;
-    case XCB_SELECTION_NOTIFY:
-      // The manager has answered: with a property, it has the text.
-      ends_ =
-          reinterpret_cast<const xcb_selection_notify_event_t&>(event).property != XCB_ATOM_NONE;
-      break;
-    case XCB_PROPERTY_NOTIFY:
-      GiveNextPiece(reinterpret_cast<const xcb_property_notify_event_t&>(event));
-      break;
-    default:
-      break;
-  }
-}
-
 void TextServer::Answer(const xcb_selection_request_event_t& request) {
-  // Programs from before the present rules give no property and expect the target's name.
+  // Old programs give no property. The protocol then uses the target as its name.
   const xcb_atom_t property = request.property == XCB_ATOM_NONE ? request.target : request.property;
   const bool given = Give(request.requestor, request.target, property);
   xcb_selection_notify_event_t answer{};
+  // Every request gets an answer, or the other program would wait for it.
   answer.response_type = XCB_SELECTION_NOTIFY;
   answer.time = request.time;
   answer.requestor = request.requestor;
@@ -114,18 +121,20 @@ bool TextServer::Give(xcb_window_t to, xcb_atom_t target, xcb_atom_t property) {
   } else if (target == names.multiple) {
     return GiveSeveral(to, property);
   } else if (target == XCB_ATOM_STRING) {
-    GiveText(to, property, XCB_ATOM_STRING, ToLatin1(text_.utf8));
+    const std::string latin1 = ToLatin1(text_.utf8);
+    SetProperty(display_, to, property, XCB_ATOM_STRING, latin1.data(), latin1.size());
   } else if (target == names.utf8String || target == names.text) {
-    GiveText(to, property, names.utf8String, text_.utf8);
+    SetProperty(display_, to, property, names.utf8String, text_.utf8.data(), text_.utf8.size());
   } else if (target == names.plainText || target == names.plainTextUtf8) {
-    GiveText(to, property, target, text_.utf8);
+    SetProperty(display_, to, property, target, text_.utf8.data(), text_.utf8.size());
   } else {
     return false;
   }
   return true;
 }
 
-/// The property lists pairs of a target and the property for it.
+/// Clipboard managers ask for all targets in one request: the property is a list of pairs, each a
+/// target and the property for it. Targets that can't be given are marked in that list.
 bool TextServer::GiveSeveral(xcb_window_t to, xcb_atom_t property) {
   const auto cookie = xcb_get_property(display_.Connection(), 0, to, property,
                                        XCB_GET_PROPERTY_TYPE_ANY, 0, kLongestList);
@@ -143,40 +152,6 @@ bool TextServer::GiveSeveral(xcb_window_t to, xcb_atom_t property) {
   }
   SetProperty(display_, to, property, reply->type, pairs.data(), pairs.size());
   return true;
-}
-
-void TextServer::GiveText(xcb_window_t to, xcb_atom_t property, xcb_atom_t type,
-                          std::string bytes) {
-  if (bytes.size() <= longestPiece_) {
-    SetProperty(display_, to, property, type, bytes.data(), bytes.size());
-    return;
-  }
-  const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-  xcb_change_window_attributes(display_.Connection(), to, XCB_CW_EVENT_MASK, &events);
-  const auto atLeast = static_cast<std::uint32_t>(bytes.size());
-  SetProperty(display_, to, property, display_.Names().incr, &atLeast, 1);
-  transfers_.push_back({to, property, type, std::move(bytes), 0});
-}
-
-/// A program asks for the next piece by deleting the last one; an empty one is the end.
-void TextServer::GiveNextPiece(const xcb_property_notify_event_t& change) {
-  if (change.state != XCB_PROPERTY_DELETE) {
-    return;
-  }
-  const auto transfer =
-      std::find_if(transfers_.begin(), transfers_.end(), [&](const Transfer& each) {
-        return each.to == change.window && each.property == change.atom;
-      });
-  if (transfer == transfers_.end()) {
-    return;
-  }
-  const std::size_t length = std::min(longestPiece_, transfer->bytes.size() - transfer->sent);
-  SetProperty(display_, transfer->to, transfer->property, transfer->type,
-              transfer->bytes.data() + transfer->sent, length);
-  transfer->sent += length;
-  if (length == 0) {
-    transfers_.erase(transfer);
-  }
 }
 
 }  // namespace zephin

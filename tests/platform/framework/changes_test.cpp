@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "tests/platform/framework/on_disk.h"
+#include "tests/support/limits.h"
 
 namespace zephin::test {
 namespace {
@@ -123,6 +124,18 @@ TEST_F(Changes, ThatAreRefusedChangeNothing) {
     EXPECT_NE(Do(act, from, to), 0) << act << " " << from << " to " << to;
     EXPECT_EQ(Tree(base), before) << act << " " << from << " to " << to;
   }
+}
+
+TEST_F(Changes, FolderThatCantBeWrittenMovesAndKeepsItsMode) {
+  WriteFile(base / "full/old", "");
+  SetRights("tree", 0555);
+  const PlainUser user(base);
+  EXPECT_NE(Do("move", "tree", "full"), 0);
+  EXPECT_EQ(Rights("tree"), 0555U);
+  EXPECT_EQ(Do("move", "tree", "empty/tree"), 0);
+  EXPECT_EQ(Rights("empty/tree"), 0555U);
+  EXPECT_EQ(ReadFile(base / "empty/tree/a/deep"), "deep");
+  EXPECT_FALSE(At("tree")->Exists());
 }
 
 TEST_F(Changes, CopyHasTheRightsButNoSetIdBits) {

@@ -5,8 +5,8 @@
 
 #include "platform/framework/application.h"
 #include "platform/framework/folder_item.h"
-#include "tests/platform/framework/quiet_desktop.h"
 #include "tests/support/limits.h"
+#include "tests/support/quiet_desktop.h"
 #include "tests/support/scratch_folder.h"
 
 namespace zephin::test {

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include "tests/platform/framework/on_disk.h"
+#include "tests/support/limits.h"
 
 namespace zephin::test {
 namespace {
@@ -27,17 +28,50 @@ TEST_F(Streams, ReadWhatIsThereAndNoMore) {
             ReadFile("/proc/version"));
 }
 
-TEST_F(Streams, GoOnReadingAFileThatIsDeletedAndMadeAnew) {
+TEST_F(Streams, ContinueToReadADeletedFile) {
   WriteFile(base / "file", "before");
   const Ref<FolderItem> item = At("file");
   const Ref<BinaryStream> input = item->OpenAsBinaryFile(false);
   item->Delete();
-  fs::create_symlink("anew", base / "file");  // It is written through.
-  const Ref<BinaryStream> output = item->CreateBinaryFile("");
-  output->Write("after");
-  output->Close();
+  WriteFile(base / "file", "after");
   EXPECT_EQ(input->Read(input->Length()).Bytes(), "before");
-  EXPECT_EQ(ReadFile(base / "anew"), "after");
+}
+
+TEST_F(Streams, NewFileReplacesLinksAndNeverWritesThroughThem) {
+  WriteFile(base / "users", "precious");
+  WriteFile(base / "file", "old and longer");
+  fs::permissions(base / "file", fs::perms(0444));
+  fs::create_symlink("users", base / "link");
+  fs::create_symlink("none", base / "dangling");
+  fs::create_hard_link(base / "users", base / "hard");
+  const PlainUser user(base);
+  for (const char* name : {"file", "link", "dangling", "hard"}) {
+    const Ref<BinaryStream> output = At(name)->CreateBinaryFile("");
+    ASSERT_FALSE(output.IsNil()) << name;
+    output->Write("new");
+    output->Close();
+  }
+  const std::map<std::string, std::string> expected{{"users", "precious"},
+                                                    {"file", "new"},
+                                                    {"link", "new"},
+                                                    {"dangling", "new"},
+                                                    {"hard", "new"}};
+  EXPECT_EQ(Tree(base), expected);
+}
+
+TEST_F(Streams, FileThatCantBeRemovedIsEmptiedUnlessALinkLeadsToIt) {
+  WriteFile(base / "folder/file", "old");
+  WriteFile(base / "users", "precious");
+  fs::create_symlink("../users", base / "folder/link");
+  fs::create_hard_link(base / "users", base / "folder/hard");
+  const PlainUser user(base);
+  fs::permissions(base / "folder", fs::perms(0555));
+  EXPECT_FALSE(At("folder/file")->CreateBinaryFile("").IsNil());
+  EXPECT_TRUE(At("folder/link")->CreateBinaryFile("").IsNil());
+  EXPECT_TRUE(At("folder/hard")->CreateBinaryFile("").IsNil());
+  fs::permissions(base / "folder", fs::perms(0755));
+  EXPECT_EQ(ReadFile(base / "folder/file"), "");
+  EXPECT_EQ(ReadFile(base / "users"), "precious");
 }
 
 TEST_F(Streams, AreNilForAllThatIsNoFile) {

@@ -1,21 +1,24 @@
-#include "platform/qt/answer_keys.h"
+#include "platform/qt/peers/answer_keys.h"
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QPushButton>
+#include <QTest>
 #include <functional>
+#include <string>
 #include <tuple>
 #include <vector>
 
 #include "dialogs/pages.h"
-#include "platform/qt/window_peer.h"
+#include "platform/qt/peers/window_peer.h"
 #include "tests/support/scripted_desktop.h"
 
 namespace zephin {
 namespace {
 
-/// A page that has one of each other kind of control that could keep a key for itself.
+/// A page with one control of each kind that handles Return or Escape itself.
 class KeysWindow final : public THtmlMessageDlg {
   void CreateControls() override {
     THtmlMessageDlg::CreateControls();
@@ -31,12 +34,16 @@ class AnswerKeys : public testing::Test {
     qApp->installEventFilter(&filter_);
   }
 
-  /// The name of the button that the key presses when the control has the focus.
+  /// Sends the key to the control and returns the name of the button that it presses, or nothing.
   String Type(WindowPeer& peer, const char* focus, Qt::Key key, bool held = false) {
     window_->fBtnName = "";
     QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, QString(), held);
     QCoreApplication::sendEvent(&peer.PeerOf(*window_->ControlByName(focus))->Widget(), &event);
     return window_->fBtnName;
+  }
+
+  QPushButton& ButtonOf(const WindowPeer& peer, const char* name) const {
+    return static_cast<QPushButton&>(peer.PeerOf(*window_->ControlByName(name))->Widget());
   }
 
   test::ScriptedDesktop desktop_;
@@ -45,23 +52,42 @@ class AnswerKeys : public testing::Test {
   Ref<KeysWindow> window_;
 };
 
-TEST_F(AnswerKeys, ReturnAndEscapeAnswerWhateverHasTheFocus) {
+TEST_F(AnswerKeys, ReturnPressesTheFocusedButtonOrTheDefaultOneAndEscapeTheCancelButton) {
   WindowPeer peer(*window_);
-  peer.show();
+  peer.Appear(nullptr);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&peer));
   for (const char* focus : {"QuitBtn", "ContinueBtn", "MyHTMLViewer", "Area", "Field", "Radio"}) {
-    EXPECT_EQ(Type(peer, focus, Qt::Key_Return), "ContinueBtn") << focus;
-    EXPECT_EQ(Type(peer, focus, Qt::Key_Enter), "ContinueBtn") << focus;
+    QWidget& widget = peer.PeerOf(*window_->ControlByName(focus))->Widget();
+    widget.setFocusPolicy(Qt::StrongFocus);
+    widget.setFocus();
+    const char* answering = focus == std::string("QuitBtn") ? "QuitBtn" : "ContinueBtn";
+    for (const char* button : {"QuitBtn", "ContinueBtn"}) {
+      // Drawn as what it is.
+      EXPECT_EQ(ButtonOf(peer, button).isDefault(), button == std::string(answering)) << focus;
+    }
+    EXPECT_EQ(Type(peer, focus, Qt::Key_Return), answering) << focus;
+    EXPECT_EQ(Type(peer, focus, Qt::Key_Enter), answering) << focus;
     EXPECT_EQ(Type(peer, focus, Qt::Key_Escape), "QuitBtn") << focus;
-    // Held down in the window before, it must not answer this one.
+    // The key is still held down from the window before.
     EXPECT_EQ(Type(peer, focus, Qt::Key_Return, true), "") << focus;
   }
   EXPECT_TRUE(peer.isVisible());
 }
 
+TEST_F(AnswerKeys, ButtonThatIsHiddenWhileItHasTheFocusPassesItToNoOtherButton) {
+  WindowPeer peer(*window_);
+  peer.Appear(nullptr);
+  ASSERT_EQ(peer.focusWidget(), &ButtonOf(peer, "ContinueBtn"));
+  window_->ContinueBtn()->SetEnabled(false);
+  peer.UpdateControl(*window_->ContinueBtn());
+  EXPECT_EQ(peer.focusWidget(), &peer);
+  EXPECT_EQ(Type(peer, "Area", Qt::Key_Return), "");
+}
+
 TEST_F(AnswerKeys, ButtonsThatCannotBePressedAreNotAnswered) {
   using Change = std::function<void(KeysWindow&)>;
   const std::vector<std::tuple<Change, const char*, const char*>> rows{
-      // what happens to the buttons, what Return presses then, and Escape
+      // change of the buttons, the button that Return presses then, the one that Escape presses
       {[](KeysWindow& w) { w.QuitBtn()->SetVisible(false); }, "ContinueBtn", ""},
       {[](KeysWindow& w) { w.QuitBtn()->SetEnabled(false); }, "ContinueBtn", ""},
       {[](KeysWindow& w) { w.QuitBtn()->SetCancel(false); }, "ContinueBtn", ""},

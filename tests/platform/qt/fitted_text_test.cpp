@@ -1,4 +1,4 @@
-#include "platform/qt/fitted_text.h"
+#include "platform/qt/widgets/fitted_text.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <tuple>
 #include <vector>
 
-#include "platform/qt/look.h"
+#include "platform/qt/widgets/look.h"
 
 namespace zephin {
 namespace {
@@ -17,7 +17,7 @@ using Lines = FittedText::Lines;
 
 constexpr int kMargin = 40;
 
-/// Where ink is, when the text is drawn in its box with a margin around that; empty if nowhere is.
+/// The area that has ink when the text is drawn in its box, with a margin around the box.
 QRect InkOf(const FittedText& text, const QSize& box) {
   QImage image(box + 2 * QSize(kMargin, kMargin), QImage::Format_RGB32);
   image.fill(Qt::white);
@@ -32,7 +32,7 @@ TEST(FittedText, NothingIsDrawnOutsideTheBox) {
   const QSize line(356, 12);
   const QSize block(204, 77);
   const std::vector<std::tuple<QString, QSize, Lines, bool>> rows{
-      // The least box of the windows, with accents above and tails below.
+      // The lowest box of the windows, with accents above and descenders below.
       {QStringLiteral("© ÅÉÑ Ghjpqy, all rights reserved"), line, Lines::One, true},
       {QStringLiteral("हिन्दी में सर्वाधिकार सुरक्षित"), line, Lines::One, true},
       {QStringLiteral("جميع الحقوق محفوظة"), line, Lines::One, true},
@@ -52,7 +52,7 @@ TEST(FittedText, NothingIsDrawnOutsideTheBox) {
     EXPECT_EQ(fitted.IsWhole(), whole);
     const QRect ink = InkOf(fitted, size);
     EXPECT_FALSE(ink.isEmpty());
-    // Smoothed edges may touch the next pixel.
+    // Antialiasing may touch the next pixel.
     const QRect box = QRect(QPoint(kMargin, kMargin), size).adjusted(-1, -1, 1, 1);
     EXPECT_TRUE(box.contains(ink) || size.height() < pixels);
   }

@@ -11,10 +11,11 @@
 #include "dialogs/message_modal.h"
 #include "dialogs/pages.h"
 #include "dialogs/yes_no_dialog.h"
-#include "platform/qt/look.h"
+#include "platform/qt/peers/window_peer.h"
 #include "platform/qt/qt_string.h"
-#include "platform/qt/widgets.h"
-#include "platform/qt/window_peer.h"
+#include "platform/qt/widgets/caption_buttons.h"
+#include "platform/qt/widgets/look.h"
+#include "platform/qt/widgets/text_widget.h"
 #include "selection/selection_dialogs.h"
 #include "tests/support/stub_run.h"
 
@@ -23,7 +24,7 @@ namespace {
 
 using nlohmann::json;
 
-/// The tour's windows with the captions of one language, as the user sees them.
+/// The windows of the sample setup with the captions of one language.
 class Languages : public testing::TestWithParam<std::string> {
  protected:
   Languages() : window_(run_.BareWindow()) {
@@ -41,8 +42,8 @@ class Languages : public testing::TestWithParam<std::string> {
   }
   String Label(const char* name) const { return Text(said_.at("fLabels").at(name)); }
 
-  /// Whether the widget is one of these. Its caption is whole then and its letters, whose marks may
-  /// reach further than the font says, are in the room that it has for them.
+  /// Checks a widget of this class: its caption is whole, and no letter reaches out of the widget,
+  /// though some reach beyond the font's own measures. False for a widget of another class.
   template <class Captioned>
   static bool IsFitting(const QWidget* each) {
     const auto* widget = dynamic_cast<const Captioned*>(each);
@@ -60,7 +61,7 @@ class Languages : public testing::TestWithParam<std::string> {
     return true;
   }
 
-  /// All texts fit when the buttons of these names have the captions of these labels.
+  /// Gives the buttons of these names the captions of these labels, and checks that all texts fit.
   void ExpectFits(Window& window,
                   const std::vector<std::pair<const char*, const char*>>& labels = {}) const {
     for (const auto& [button, label] : labels) {
@@ -80,7 +81,7 @@ class Languages : public testing::TestWithParam<std::string> {
     EXPECT_GE(fitting, 2);
   }
 
-  /// Fills the rows of a dialog.
+  /// Sets the captions of a dialog's rows.
   template <class Row>
   void Fill(const char* field, const Row& row) {
     int used = 0;
@@ -128,7 +129,7 @@ TEST_P(Languages, RowsAreWholeAndBeginWhereTheScriptDoes) {
   const auto choices = MakeWindow<TChoiceDlg>();
   Fill("fInstallChoices", [&](int index) { return choices->ChoiceRadio(index); });
   ExpectFits(*choices);
-  // One caption in another script doesn't turn its row round.
+  // A caption in another script must not move its mark to the other side.
   choices->ChoiceRadio(1)->SetCaption("Plain");
   const WindowPeer peer(*choices);
   for (int index = 0; index < 2; ++index) {

@@ -15,7 +15,7 @@ TEST(ToQString, ShowsEveryEncodingAndUnknownBytes) {
       {{"caf\xC3\xA9", Encoding::None}, u"café"},
       {{"caf\x8E", Encoding::None}, u"café"},
       {{std::string("c\0\x4F\x53", 4), Encoding::UTF16}, u"c\u534F"},
-      // The bytes that are not text don't take their neighbours with them.
+      // Only the invalid bytes are replaced, not their neighbours.
       {{"a\xFF\xFE z", Encoding::UTF8}, u"a\uFFFD\uFFFD z"},
   };
   for (const auto& [text, shown] : rows) {
@@ -23,7 +23,7 @@ TEST(ToQString, ShowsEveryEncodingAndUnknownBytes) {
   }
 }
 
-/// A screen reader is told what the title bar shows.
+/// The accessible name is the title as the title bar shows it.
 TEST(AsWindowTitle, IsShownLetterForLetter) {
   for (const char* title : {"[*]", "a [*] b [*]", "[*][*]", "& <b>"}) {
     QWidget window;

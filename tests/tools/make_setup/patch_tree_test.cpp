@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(MakePatchTree, WhatAPatchCannotSayIsRefusedByName) {
+TEST(MakePatchTree, WhatTheInstallerCannotMergeIsRefused) {
   const std::string longName(248, 'n');
   for (const auto& [before, after, item] :
        {std::tuple<std::string, std::string, std::string>{"", "new/", "new"},
@@ -41,8 +41,7 @@ TEST(MakePatchTree, WhatAPatchCannotSayIsRefusedByName) {
   }
 }
 
-/// Path to the rest of its word. Of a few names each of which comes often, so that two such trees
-/// have much in common.
+/// Maps a path to the rest of its word. The names are few, so that two trees have much in common.
 using RandomTree = std::map<std::string, std::string>;
 
 void AddFile(RandomTree& tree, std::mt19937& random) {
@@ -51,14 +50,14 @@ void AddFile(RandomTree& tree, std::mt19937& random) {
   };
   const std::string folder =
       any({"", "", "", "F/", "F/", "G/", "F/deep/", "F/deep/er/", "X.app/", "X.app/In/", ".H/"});
-  // What a patch leaves of a folder whose last file goes.
+  // A patch that deletes the last file of a folder leaves the folder.
   for (std::size_t end = 0; (end = folder.find('/', end)) != std::string::npos; ++end) {
     tree[folder.substr(0, end + 1)];
   }
   tree[folder + any({"a", "b", "c", "d.txt"})] = any({"=", "=1", "=22", "+=1"});
 }
 
-/// Takes items away, changes some and adds some, mostly such as a patch can say.
+/// Removes, changes and adds items, mostly in ways that a patch can express.
 void Change(RandomTree& tree, std::mt19937& random) {
   for (auto item = tree.begin(); item != tree.end();) {
     const auto chance = random() % 16;
@@ -82,7 +81,7 @@ void Make(const fs::path& root, const RandomTree& tree) {
   MakeTree(root, words);
 }
 
-TEST(MakePatchTree, PatchTurnsTheOldFolderIntoTheNewOne) {
+TEST(MakePatchTree, PatchMakesTheOldFolderTheNewOne) {
   constexpr int kWanted = 200;
   test::StubRun run;
   ZephinStubWindow& window = run.BareWindow();

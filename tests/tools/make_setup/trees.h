@@ -7,13 +7,13 @@
 
 namespace zephin::make_setup {
 
-/// A tree in one line of words, sorted by path: "folder/", "file=content", "program+=content" and
-/// "link->target". No name or content holds a blank. Folders above an item need no word of their
-/// own in what is made, and have one in what is read.
+/// Makes or describes a tree as a line of words, sorted by path: "folder/", "file=content",
+/// "program+=content" and "link->target". Names and contents have no spaces. MakeTree creates
+/// parent folders as needed; TreeWords gives each folder a word.
 void MakeTree(const std::filesystem::path& root, const std::string& words);
 std::string TreeWords(const std::filesystem::path& root);
 
-/// The sentence of the SetupError that `step` throws; empty if it throws none.
+/// The message of the SetupError that `step` throws; empty if it throws none.
 std::string Refusal(const std::function<void()>& step);
 
 }  // namespace zephin::make_setup

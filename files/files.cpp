@@ -1,0 +1,87 @@
+#include "files/files.h"
+
+#include "files/folders.h"
+#include "platform/framework/special_folder.h"
+#include "platform/framework/text.h"
+#include "util/paths.h"
+
+namespace zephin::ViewConst {
+namespace {
+
+using GlobalsVk::MyGetFolderItem;
+
+enum class Strictness { Tolerant, Strict };
+
+bool CopyItem(const String& source, const String& destination, Strictness strictness) {
+  const Ref<FolderItem> from = MyGetFolderItem(source);
+  const Ref<FolderItem> to = MyGetFolderItem(destination);
+  if (from.IsNil() || to.IsNil()) {
+    return false;
+  }
+  if (to->Exists()) {
+    to->Delete();
+    if (strictness == Strictness::Strict && to->Exists()) {
+      DeleteFolderOrApp(destination);
+    }
+  }
+  from->CopyFileTo(to);
+  bool ok = from->LastErrorCode() == 0;
+  if (!ok && strictness == Strictness::Tolerant) {
+    ok = to->Exists() && to->Length() == from->Length();
+  }
+  // Also for a plain file, which holds nothing to copy: for a folder or a bundle this is the step
+  // that brings the contents, as CopyFileTo copies only the item itself.
+  return ok && CopyFolder(source, destination);
+}
+
+}  // namespace
+
+bool FileExists(const String& path) {
+  const Ref<FolderItem> item = MyGetFolderItem(path);
+  return !item.IsNil() && item->Exists();
+}
+
+bool DirectoryExists(const String& path) {
+  String folder = path;
+  DropTrailingPathSeparator(folder);
+  const Ref<FolderItem> item = MyGetFolderItem(folder);
+  return !item.IsNil() && item->Directory() && item->Exists();
+}
+
+Ref<FolderItem> GetApplicationFolder() {
+  return SpecialFolder::System()->Parent()->Child("Applications", true);
+}
+
+void DeleteFile(const String& path) {
+  const Ref<FolderItem> item = MyGetFolderItem(path);
+  if (!item.IsNil() && item->Exists()) {
+    item->Delete();
+  }
+}
+
+bool RenameFile(const String& oldPath, const String& newPath) {
+  if (TextEquals(Lowercase(oldPath), Lowercase(newPath))) {
+    return false;
+  }
+  const Ref<FolderItem> oldItem = MyGetFolderItem(oldPath);
+  if (oldItem.IsNil() || !oldItem->Exists()) {
+    return false;
+  }
+  DeleteFile(newPath);
+  const Ref<FolderItem> newItem = MyGetFolderItem(newPath);
+  if (newItem.IsNil()) {
+    return false;
+  }
+  oldItem->MoveFileTo(newItem);
+  return true;
+}
+
+bool CopyFile(const String& source, const String& destination) {
+  return CopyItem(source, destination, Strictness::Tolerant);
+}
+
+bool CopyFileB(const String& source, const String& destination) {
+  return CopyItem(source, destination, Strictness::Strict);
+}
+
+}  // namespace zephin::ViewConst

@@ -1,0 +1,114 @@
+#include <gtest/gtest.h>
+
+#include "setup/scrambling.h"
+#include "tests/support/limits.h"
+#include "tests/support/stub_run.h"
+
+namespace zephin::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+class ReadData : public testing::Test {
+ protected:
+  /// Reads a record of these two texts, `data` in its plain form.
+  bool Read(std::string data, const std::string& textData) {
+    ScrambleBytes(data, 0);
+    WriteFile(run.Resources() / "Data", data);
+    WriteFile(run.Resources() / "TextData", textData);
+    return w.ReadData();
+  }
+  template <class... Texts>
+  static std::string Joined(const Texts&... texts) {
+    return ((texts.Bytes() + " ") + ...);
+  }
+  std::vector<String> Labels() const { return {w.fLabels.begin(), w.fLabels.end()}; }
+
+  StubRun run;
+  ZephinStubWindow& w = run.BareWindow();
+};
+
+TEST_F(ReadData, EachPositionGoesToItsField) {
+  ASSERT_TRUE(Read("1$|~1$|~3$|~A,40,41$|~5$|~B,60,61$|~1$|~8$|~C,90,91$|~-100.9$|~1$|~12",
+                   "1|t|#|2|t|#|3|#|4|#|5|t|#|L0||L2|#|7|#|8|#|9|#|10|#|11|#|12|#|1|#|14|#|15|#|16"
+                   "|#|17|#|18|#|19|#|20|#|21|#|22,|t|#|23|#|24|#|25|#|26|#|27|#|28|#|29|t|#|30"));
+  EXPECT_EQ(Joined(w.fTimeStamp, w.fExecuteAfterName, w.fLogoPixelStr, w.fPicturePixelStr,
+                   w.fExecuteBeforeName, w.fBackgroundPixelStr, w.fAgreement, w.fMessage,
+                   w.fURLActual, w.fURLDisplayed, w.fInfo, w.fTargetFolder, w.fCopyright,
+                   w.fWindowTitle, w.fInstallChoices, w.fInstallOptions, w.fMinOS, w.fMinRAM,
+                   w.fCompletionURL, w.fPreInstallNotes, w.fPostInstallNotes, w.fPostCopy),
+            "1 3 A B 8 C 1\nt 2|t 3 4 5\nt 7 8 9 22,|t 23 24 25 26 27 28 29|t ");
+  EXPECT_EQ((std::vector{w.fLogoWidth, w.fLogoHeight, w.fPictureWidth, w.fPictureHeight,
+                         w.fBackgroundWidth, w.fBackgroundHeight, w.fEncryptionLen}),
+            (std::vector<std::int64_t>{40, 41, 60, 61, 90, 91, -100}));
+  EXPECT_TRUE(w.fApplicationFolder && w.fPromptToReplace && w.fCenterMessage &&
+              w.fInstallationPatch);
+  EXPECT_EQ(Labels(), (std::vector<String>{"L0", "", "L2"}));
+}
+
+TEST_F(ReadData, MissingPositionsAreEmptyAndOddOnesAreWhatTheyCanBe) {
+  ASSERT_TRUE(Read("$|~11$|~$|~FFF$|~$|~x,12px,$|~ 1$|~$|~$|~0x10", "page|#|"));
+  EXPECT_EQ((std::vector{w.fLogoWidth, w.fPictureWidth, w.fPictureHeight, w.fEncryptionLen}),
+            (std::vector<std::int64_t>{0, 12, 0, 0}));
+  EXPECT_FALSE(w.fApplicationFolder || w.fPromptToReplace || w.fCenterMessage);
+  EXPECT_EQ(w.fLogoPixelStr.Bytes() + w.fAgreement.Bytes(), "FFFpage");
+  EXPECT_EQ(w.fLabels.Count(), 0);
+}
+
+TEST_F(ReadData, BytesThatAreNoTextAreKept) {
+  ASSERT_TRUE(Read("\xFF\xFE$|~0$|~\x80$|~", "\x8E\xFF|#|m\xE9|\xC3|#||#||#||#|\xC3|\xA9|#|T\xF0"));
+  EXPECT_EQ(Joined(w.fTimeStamp, w.fExecuteAfterName, w.fAgreement, w.fMessage, w.fTargetFolder),
+            "\xFF\xFE \x80 \x8E\xFF m\xE9|\xC3 T\xF0 ");
+  EXPECT_EQ(w.fMessage.DeclaredEncoding(), Encoding::UTF8);
+  EXPECT_EQ(Labels(), (std::vector<String>{"\xC3", "\xA9"}));
+}
+
+TEST_F(ReadData, NothingIsReadWithoutDataAndAliasesAreFollowed) {
+  EXPECT_FALSE(Read("", "|#|message"));
+  EXPECT_TRUE(w.fMessage.IsEmpty());
+  fs::remove(run.Resources() / "Data");
+  EXPECT_FALSE(w.ReadData());
+  WriteFile(run.scratch / "real", "stamp");
+  fs::create_symlink(run.scratch / "real", run.Resources() / "Data");
+  fs::rename(run.Resources(), run.scratch / "Elsewhere");
+  fs::create_directory_symlink(run.scratch / "Elsewhere", run.Resources());
+  EXPECT_TRUE(w.ReadData());
+  EXPECT_EQ(w.fTimeStamp.Size(), 5U);
+  EXPECT_EQ(w.fMessage.Bytes(), "message");
+}
+
+TEST_F(ReadData, HalfARecordRaises) {
+  for (const char* name : {"Data", "TextData"}) {
+    ASSERT_TRUE(Read("stamp", "message"));
+    fs::permissions(run.Resources() / name, fs::perms::none);
+    {
+      const PlainUser user(run.scratch.Path());
+      EXPECT_THROW((void)w.ReadData(), NilObjectException) << name;
+    }
+    fs::permissions(run.Resources() / name, fs::perms(0600));
+  }
+}
+
+TEST_F(ReadData, PagesAreMacRomanOrHexWithLineFeeds) {
+  const std::vector<std::tuple<const char*, const char*, Encoding>> rows{
+      {"", "", Encoding::MacRoman},
+      {"caf\x8E||", "caf\x8E\n\n", Encoding::MacRoman},
+      // Two characters of Mac Roman, though they look like one of UTF-8.
+      {"caf\xC3\xA9|", "caf\xC3\xA9\n", Encoding::MacRoman},
+      {"$HTML$A903", "\u03A9", Encoding::UTF8},
+      {"$html$41004", "A", Encoding::UTF8},
+      // One unit that is none doesn't cost the page.
+      {"$HTML$410042", "A", Encoding::UTF8},
+      {"$HTML$00D841003DD800DE00DC", "\uFFFDA\U0001F600\uFFFD", Encoding::UTF8},
+      // Six characters go from the start, wherever the marker stands.
+      {"4100$HTML$4200", "\u74E6B", Encoding::UTF8},
+      {"\u65E5\u672C\u8A9E\u65E5\u672C\u8A9E4100$HTML$00", "A\uE651t", Encoding::UTF8},
+  };
+  for (const auto& [text, page, encoding] : rows) {
+    EXPECT_EQ(w.ReadPlainOrHtmlText(text).Bytes(), page);
+    EXPECT_EQ(w.ReadPlainOrHtmlText(text).DeclaredEncoding(), encoding) << text;
+  }
+}
+
+}  // namespace
+}  // namespace zephin::test

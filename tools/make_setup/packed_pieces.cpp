@@ -1,0 +1,214 @@
+#include "tools/make_setup/packed_pieces.h"
+
+#include <libdeflate.h>
+#include <zlib.h>
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <memory>
+#include <new>
+#include <string_view>
+
+#include "tools/make_setup/setup_error.h"
+
+namespace zephin::make_setup {
+namespace {
+
+/// The lowest level whose archives are surely shorter than those of "zip -9".
+constexpr int kLevel = 6;
+/// More threads would be waiting for the disk.
+constexpr unsigned kMostThreads = 8;
+/// How far the threads may be ahead of the caller, in bytes of content.
+constexpr std::uint64_t kMostAhead = 16 * kLongestPiece;
+
+/// Allocates two compressors; each thread has its own.
+struct Compressors {
+  using Pointer = std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)>;
+  Pointer usual{libdeflate_alloc_compressor(kLevel), &libdeflate_free_compressor};
+  /// Only copies, in the form of a deflate stream.
+  Pointer copying{libdeflate_alloc_compressor(0), &libdeflate_free_compressor};
+};
+
+/// Positions in a deflate stream, in bits from its beginning.
+struct StreamEnd {
+  std::size_t lastBlock = 0;  ///< Header of the last block.
+  std::size_t end = 0;        ///< Behind the last block; zero bits fill up its byte.
+};
+
+/// Looks for the last block. The compressor doesn't report where its blocks are, so this expands
+/// the stream, which takes a tenth of the time of the compression.
+StreamEnd FindEnd(std::string& stream) {
+  z_stream expansion{};
+  if (inflateInit2(&expansion, -MAX_WBITS) != Z_OK) {
+    throw std::bad_alloc();
+  }
+  const std::unique_ptr<z_stream, decltype(&inflateEnd)> ending(&expansion, &inflateEnd);
+  expansion.next_in = reinterpret_cast<Bytef*>(stream.data());
+  expansion.avail_in = static_cast<uInt>(stream.size());
+  std::array<Bytef, 1 << 16> content{};
+  StreamEnd found;
+  for (;;) {
+    expansion.next_out = content.data();
+    expansion.avail_out = content.size();
+    const int status = inflate(&expansion, Z_BLOCK);
+    if (status != Z_OK) {
+      throw SetupError("the compressed form is damaged");
+    }
+    constexpr int kUnusedBits = 7;
+    constexpr int kInLastBlock = 64;
+    constexpr int kAtBlockEnd = 128;
+    const std::size_t position = std::size_t{expansion.total_in} * 8 -
+                                 static_cast<std::size_t>(expansion.data_type & kUnusedBits);
+    if ((expansion.data_type & kAtBlockEnd) == 0) {
+      continue;
+    }
+    if ((expansion.data_type & kInLastBlock) != 0) {
+      found.end = position;
+      return found;
+    }
+    found.lastBlock = position;
+  }
+}
+
+/// Lets another stream follow: unmarks the last block and appends an empty stored one, which ends
+/// at a byte's end.
+void LeaveOpen(std::string& stream) {
+  const StreamEnd found = FindEnd(stream);
+  stream[found.lastBlock / 8] =
+      static_cast<char>(stream[found.lastBlock / 8] & ~(1 << found.lastBlock % 8));
+  constexpr std::size_t kStoredHeaderBits = 3;
+  stream.resize((found.end + kStoredHeaderBits + 7) / 8);
+  stream.append("\0\0\xFF\xFF", 4);
+}
+
+std::string ReadPiece(const Piece& piece) {
+  std::ifstream stream;
+  // Whole pieces are read at once, so a buffer would only copy them.
+  stream.rdbuf()->pubsetbuf(nullptr, 0);
+  stream.open(piece.file, std::ios::binary);
+  std::string content(piece.length, '\0');
+  if (!stream.seekg(static_cast<std::streamoff>(piece.position)) ||
+      !stream.read(content.data(), static_cast<std::streamsize>(content.size())) ||
+      (piece.last && stream.peek() != std::ifstream::traits_type::eof())) {
+    throw SetupError(piece.file + ": can't be read, or changes at this moment");
+  }
+  return content;
+}
+
+std::string Compress(std::string_view content, libdeflate_compressor* compressor) {
+  std::string stream(libdeflate_deflate_compress_bound(compressor, content.size()), '\0');
+  stream.resize(libdeflate_deflate_compress(compressor, content.data(), content.size(),
+                                            stream.data(), stream.size()));
+  return stream;
+}
+
+/// Whether none of many samples of a piece gains anything, as in pictures and archives: the whole
+/// would take as long as any other content, for nothing.
+bool IsIncompressible(std::string_view content, libdeflate_compressor* compressor) {
+  constexpr std::size_t kShortest = 1 << 17;
+  constexpr std::size_t kSample = 1 << 12;
+  constexpr std::size_t kSamples = 16;
+  if (content.size() < kShortest) {
+    return false;
+  }
+  for (std::size_t i = 0; i < kSamples; ++i) {
+    const std::string_view sample = content.substr(content.size() / kSamples * i, kSample);
+    if (Compress(sample, compressor).size() < sample.size()) {
+      return false;
+    }
+  }
+  return true;
+}
+
+PackedPiece Pack(const Piece& piece, const Compressors& compressors) {
+  if (!compressors.usual || !compressors.copying) {
+    throw std::bad_alloc();
+  }
+  std::string content = ReadPiece(piece);
+  PackedPiece packed;
+  packed.crc = libdeflate_crc32(0, content.data(), content.size());
+  const bool copy = IsIncompressible(content, compressors.usual.get());
+  packed.bytes = Compress(content, copy ? compressors.copying.get() : compressors.usual.get());
+  if (!piece.last) {
+    LeaveOpen(packed.bytes);
+  } else if (piece.first && packed.bytes.size() >= content.size()) {
+    packed.bytes = std::move(content);
+    packed.stored = true;
+  }
+  // The room was taken for the worst case, and many results may wait.
+  packed.bytes.shrink_to_fit();
+  return packed;
+}
+
+}  // namespace
+
+std::vector<Piece> PiecesOf(const std::string& file, std::uint64_t size) {
+  std::vector<Piece> pieces;
+  std::uint64_t position = 0;
+  do {
+    const std::uint64_t length = std::min(size - position, kLongestPiece);
+    pieces.push_back({file, position, length, position == 0, position + length == size});
+    position += length;
+  } while (position < size);
+  return pieces;
+}
+
+PackedPieces::PackedPieces(std::vector<Piece> pieces, unsigned threads)
+    : pieces_(std::move(pieces)) {
+  const unsigned wanted = threads == 0 ? std::thread::hardware_concurrency() : threads;
+  for (unsigned i = 0; i < std::clamp(wanted, 1U, kMostThreads); ++i) {
+    threads_.emplace_back([this] { Work(); });
+  }
+}
+
+PackedPieces::~PackedPieces() {
+  {
+    const std::lock_guard lock(mutex_);
+    stopped_ = true;
+  }
+  changed_.notify_all();
+  for (std::thread& thread : threads_) {
+    thread.join();
+  }
+}
+
+PackedPiece PackedPieces::Next() {
+  std::unique_lock lock(mutex_);
+  changed_.wait(lock, [this] { return results_.contains(taken_); });
+  Result result = std::move(results_.extract(taken_).mapped());
+  ahead_ -= pieces_[taken_].length;
+  ++taken_;
+  lock.unlock();
+  changed_.notify_all();
+  if (result.error) {
+    std::rethrow_exception(result.error);
+  }
+  return std::move(result.piece);
+}
+
+void PackedPieces::Work() {
+  const Compressors compressors;
+  std::unique_lock lock(mutex_);
+  for (;;) {
+    changed_.wait(lock,
+                  [this] { return stopped_ || begun_ == pieces_.size() || ahead_ < kMostAhead; });
+    if (stopped_ || begun_ == pieces_.size()) {
+      return;
+    }
+    const std::size_t index = begun_++;
+    ahead_ += pieces_[index].length;
+    lock.unlock();
+    Result result;
+    try {
+      result.piece = Pack(pieces_[index], compressors);
+    } catch (...) {
+      result.error = std::current_exception();
+    }
+    lock.lock();
+    results_.emplace(index, std::move(result));
+    changed_.notify_all();
+  }
+}
+
+}  // namespace zephin::make_setup
