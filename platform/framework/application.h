@@ -1,8 +1,10 @@
 #ifndef PLATFORM_FRAMEWORK_APPLICATION_H_
 #define PLATFORM_FRAMEWORK_APPLICATION_H_
 
+#include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "platform/framework/desktop.h"
 #include "platform/framework/folder_item.h"
@@ -83,9 +85,6 @@ void RuntimeBackgroundTask();
 /// A loop that only waits yields here: it lets events run and sleeps until one comes or the next
 /// tick is near, so that the machine is left to the processes that are waited for.
 void WaitingBackgroundTask();
-
-/// The next yield lets events run, whatever has passed of the slice. A new application begins so.
-void MakeYieldDue();
 
 }  // namespace zephin
 

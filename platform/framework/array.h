@@ -1,6 +1,7 @@
 #ifndef PLATFORM_FRAMEWORK_ARRAY_H_
 #define PLATFORM_FRAMEWORK_ARRAY_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <utility>
 #include <vector>

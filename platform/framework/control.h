@@ -1,7 +1,6 @@
 #ifndef PLATFORM_FRAMEWORK_CONTROL_H_
 #define PLATFORM_FRAMEWORK_CONTROL_H_
 
-#include <cstdint>
 #include <string>
 #include <utility>
 

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <utility>
 
 #include "platform/framework/control.h"
 #include "platform/framework/folder_item.h"
@@ -159,14 +160,13 @@ class CheckBox : public Control {
 class HTMLViewer : public Control {
  public:
   using Control::Control;
-  /// Shows the source text. `base` is only the page's place for relative addresses; no file is
-  /// made.
-  void LoadPage(const String& source, const Ref<FolderItem>& base);
+  /// Shows the source text. The second argument would be the place of the page for relative
+  /// addresses; it is ignored, since a page loads no files.
+  void LoadPage(String source, const Ref<FolderItem>& /*base*/) { Set(source_, std::move(source)); }
   const String& Source() const { return source_; }
 
  private:
   String source_;
-  Ref<FolderItem> base_;
 };
 
 }  // namespace zephin

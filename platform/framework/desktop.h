@@ -4,12 +4,13 @@
 #include <cstdint>
 #include <memory>
 
-#include "platform/framework/folder_item.h"
+#include "platform/framework/ref.h"
 #include "platform/framework/string.h"
 
 namespace zephin {
 
 class Control;
+class FolderItem;
 class SelectFolderDialog;
 class Window;
 

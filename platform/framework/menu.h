@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "platform/framework/ref.h"
 #include "platform/framework/string.h"
 
 namespace zephin {

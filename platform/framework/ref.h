@@ -1,6 +1,8 @@
 #ifndef PLATFORM_FRAMEWORK_REF_H_
 #define PLATFORM_FRAMEWORK_REF_H_
 
+#include <concepts>
+#include <cstddef>
 #include <memory>
 #include <utility>
 
@@ -17,7 +19,7 @@ class Ref {
   Ref(std::nullptr_t) {}
   explicit Ref(std::shared_ptr<T> object) : object_(std::move(object)) {}
   template <class U>
-  requires std::is_convertible_v<U*, T*> Ref(const Ref<U>& other) : object_(other.Shared()) {}
+  requires std::convertible_to<U*, T*> Ref(const Ref<U>& other) : object_(other.Shared()) {}
 
   bool IsNil() const { return object_ == nullptr; }
   explicit operator bool() const { return !IsNil(); }

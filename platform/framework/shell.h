@@ -8,8 +8,8 @@ namespace zephin {
 /// Runs command lines in the system's POSIX shell.
 class Shell {
  public:
-  /// 0, the only mode: `Execute` returns when the command has ended.
-  void SetMode(int mode) { mode_ = mode; }
+  /// Has no effect: 0 is the only mode, in which `Execute` returns when the command has ended.
+  void SetMode(int /*mode*/) {}
 
   /// Runs the command and waits for it, without letting events run. `ditto` in it is the program of
   /// that name in the machine's helpers folder. Its output goes nowhere; what the command leaves
@@ -21,7 +21,6 @@ class Shell {
   int ErrorCode() const { return errorCode_; }
 
  private:
-  int mode_ = 0;
   int errorCode_ = 0;
 };
 

@@ -1,6 +1,7 @@
 #ifndef PLATFORM_FRAMEWORK_STREAMS_H_
 #define PLATFORM_FRAMEWORK_STREAMS_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <utility>

@@ -2,7 +2,6 @@
 #define PLATFORM_FRAMEWORK_STRING_H_
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>

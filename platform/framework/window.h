@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/framework/control.h"
@@ -46,8 +47,7 @@ class Window {
   void SetResizeable(bool resizeable) { Set(resizeable_, resizeable); }
   /// None of this program's windows has a close, minimise, maximise or full-screen button, so that
   /// the window manager can't close them either. See `ClosesAsQuit` for the one exception.
-  bool HasCloseButton() const { return hasCloseButton_; }
-  void SetHasCloseButton(bool has) { Set(hasCloseButton_, has); }
+  bool HasCloseButton() const { return false; }
   /// Whether a request of the window manager to close it is the Quit menu item (the main window).
   bool ClosesAsQuit() const { return closesAsQuit_; }
   void SetClosesAsQuit(bool closes) { Set(closesAsQuit_, closes); }
@@ -68,7 +68,8 @@ class Window {
   void SetBackdrop(Ref<Picture> picture) { Set(backdrop_, std::move(picture)); }
   const Ref<MenuBar>& Menus() const { return menuBar_; }
   void SetMenuBar(Ref<MenuBar> menuBar) { Set(menuBar_, std::move(menuBar)); }
-  void SetMenuBarVisible(bool visible) { Set(menuBarVisible_, visible); }
+  /// Has no effect: no window shows its menus (see MenuBar).
+  void SetMenuBarVisible(bool /*visible*/) {}
 
   bool Visible() const { return visible_; }
   /// Shows or hides it. Set in `Layout`, it has the window shown as soon as its controls are made;
@@ -134,7 +135,6 @@ class Window {
   int maximumHeight_ = 32000;
   WindowType type_ = WindowType::MovableModal;
   bool resizeable_ = false;
-  bool hasCloseButton_ = false;
   bool closesAsQuit_ = false;
   int defaultLocation_ = 0;
   bool hasPosition_ = false;
@@ -144,7 +144,6 @@ class Window {
   std::uint32_t backgroundColor_ = 0xFFFFFF;
   Ref<Picture> backdrop_;
   Ref<MenuBar> menuBar_;
-  bool menuBarVisible_ = true;
   bool visible_ = false;
   bool opened_ = false;
   std::vector<Ref<Control>> controls_;

@@ -9,7 +9,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <string_view>
 
 #include "platform/framework/application.h"
 #include "platform/framework/files/system_calls.h"

@@ -1,6 +1,5 @@
-#include <algorithm>
 #include <string>
-#include <string_view>
+#include <utility>
 
 #include "platform/framework/text.h"
 #include "platform/framework/text/case_folding.h"

@@ -56,7 +56,7 @@ Application::Application(Desktop& desktop, Machine machine)
     throw std::logic_error("a second application object");
   }
   current = this;
-  MakeYieldDue();
+  nextLook = 0;
 }
 
 Application::~Application() {
@@ -121,10 +121,6 @@ void RuntimeBackgroundTask() {
 
 void WaitingBackgroundTask() {
   LetEventsRun(kMillisecondsPerTick);
-}
-
-void MakeYieldDue() {
-  nextLook = 0;
 }
 
 }  // namespace zephin

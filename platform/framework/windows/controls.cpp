@@ -16,10 +16,4 @@ void RadioButton::SetValue(bool value) {
   Set(value_, value);
 }
 
-void HTMLViewer::LoadPage(const String& source, const Ref<FolderItem>& base) {
-  source_ = source;
-  base_ = base;
-  Changed();
-}
-
 }  // namespace zephin

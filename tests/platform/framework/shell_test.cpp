@@ -1,6 +1,5 @@
 #include "platform/framework/shell.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
