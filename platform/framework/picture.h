@@ -10,14 +10,16 @@
 
 namespace zephin {
 
-/// Pixels in memory, opaque, black at first. Rows run from the top, pixels from the left.
+/// Opaque pixels in memory, black at first. Rows are stored from the top, the pixels of a row from
+/// the left.
 class Picture {
  public:
-  /// In pixels.
+  /// Limit for both sides, in pixels. The memory for a picture is at most about 4 GB.
   static constexpr std::int64_t kLongestSide = 32767;
 
-  /// `depth` must be 32. A side below 0 or above kLongestSide raises OutOfMemoryException before
-  /// memory is taken; sides of 0 make an empty picture.
+  /// Sides are in pixels; a side of 0 makes an empty picture. A side below 0 or above kLongestSide
+  /// throws OutOfMemoryException before any memory is allocated. The depth is ignored: all pictures
+  /// have 32 bits per pixel.
   Picture(std::int64_t width, std::int64_t height, int /*depth*/)
       : width_(CheckedSide(width)),
         height_(CheckedSide(height)),
@@ -25,11 +27,11 @@ class Picture {
 
   int Width() const { return width_; }
   int Height() const { return height_; }
-  /// 0: all pixels are drawn. 1: white ones show what lies behind.
+  /// 0: all pixels are drawn. 1: white pixels are not drawn.
   int Transparent() const { return transparent_; }
   void SetTransparent(int transparent) { transparent_ = transparent; }
 
-  /// All pixels, row by row, as 0xFFRRGGBB.
+  /// All pixels as 0xFFRRGGBB. The span is valid as long as the picture.
   std::span<const std::uint32_t> Pixels() const { return pixels_; }
   std::span<std::uint32_t> Pixels() { return pixels_; }
 

@@ -8,12 +8,13 @@ struct stat;
 
 namespace zephin {
 
-/// An open file of the system that is closed with this object. For the sources of this folder; what
-/// others use are the streams.
+/// A file descriptor of the system, closed with this object. Only the sources of this wing use it;
+/// everybody else uses the streams (streams.h).
 class FileDescriptor {
  public:
+  /// Owns no descriptor.
   FileDescriptor() = default;
-  /// Takes over `number`; negative: none.
+  /// Owns `number`; a negative number means none.
   explicit FileDescriptor(int number) : number_(number) {}
   FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
   FileDescriptor& operator=(FileDescriptor&& other) noexcept {
@@ -24,21 +25,26 @@ class FileDescriptor {
   FileDescriptor& operator=(const FileDescriptor&) = delete;
   ~FileDescriptor() { Close(); }
 
+  /// Whether it owns a descriptor.
   bool IsOpen() const { return number_ >= 0; }
+  /// The descriptor; -1 if there is none. It stays owned.
   int Number() const { return number_; }
+  /// Gives the descriptor to the caller, who must close it.
   int Release() { return std::exchange(number_, -1); }
-  /// Closes it now. 0, or the code of a write that the system reports only here.
+  /// Closes the descriptor. Returns 0, or the error number of an earlier write that the system
+  /// reports only now.
   int Close();
 
  private:
   int number_ = -1;
 };
 
-/// Opens a plain file with the flags of open(2), and fills `state`. Gives none for anything else
-/// and where that fails, with the code in `errno`. It never waits, as the opening of a pipe would.
+/// Opens a plain file with the flags of open(2) and fills `state`. The result is not open, with the
+/// reason in `errno`, if that fails or the item is not a plain file. Never blocks, as opening a
+/// pipe could.
 FileDescriptor OpenPlainFile(const char* path, int flags, struct stat& state);
 
-/// Writes all bytes. 0, or a code of the system.
+/// Writes all bytes. Returns 0 or an error number; part of the bytes may be written then.
 [[nodiscard]] int WriteAll(const FileDescriptor& target, const char* bytes, std::size_t count);
 
 }  // namespace zephin

@@ -5,10 +5,13 @@ struct stat;
 
 namespace zephin {
 
-/// Copies the plain file at `from`, or at the end of the link there, whose state is `source`, to
-/// `to`, where nothing may stand, with its rights but for set-id bits and as far as the file system
-/// can hold them. It lets events run once for each block. 0, or a code of the system: then nothing
-/// is left at `to`; EEXIST tells that something stood there.
+/// Copies the plain file at `from` (or the target of a link there), whose state is `source`, to
+/// `to`, where no item may exist. The copy gets its permissions except for set-id bits, as far as
+/// the file system supports them. Events are processed after each block of about 4 MB. Returns 0 or
+/// an error number: EEXIST if an item exists at `to`. After any other error nothing remains there.
+///
+/// `FolderItem::CopyFileTo` is defined in the same source; moving between file systems uses this
+/// function, too.
 [[nodiscard]] int CopyOneFile(const char* from, const struct stat& source, const char* to);
 
 }  // namespace zephin

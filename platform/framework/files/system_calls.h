@@ -3,28 +3,27 @@
 
 #include <cstdint>
 
-// What work on files needs and each system has in a call of its own. For the sources of this
-// folder.
+// System calls for files that differ from system to system. Only the sources of this wing use them.
 
 namespace zephin {
 
 class FileDescriptor;
 
-/// Renames only if nothing stands at `to`. 0, or a code: EEXIST if something does.
+/// Renames only if no item exists at `to`. Returns 0 or an error number: EEXIST if one exists.
 [[nodiscard]] int RenameOntoNothing(const char* from, const char* to);
 
-/// Gives an item these rights, but never through a link, even one that has just been put there.
-/// Silent.
+/// Sets the permission bits of an item, but never through a link, even one that another process has
+/// just put there. Fails silently.
 void ChangeRights(const char* path, unsigned rights);
 
-/// Has the system copy up to `count` bytes from file to file without a way through this process,
-/// each from its present position. The number of bytes that it has copied; 0 at the end of the file
-/// and where it can't or doesn't.
+/// Copies up to `count` bytes between files within the system, from and to their current positions.
+/// Returns the number of bytes copied; 0 at the end of the file, and if the system cannot do it for
+/// these files or fails. The caller then copies by reading and writing.
 std::int64_t CopyBySystem(const FileDescriptor& source, const FileDescriptor& target,
                           std::int64_t count);
 
-/// Gives the disk the room of `count` bytes from `position` on of a file that has no name any more;
-/// does nothing to one that somebody may still open, and where the file system can't. Silent.
+/// Frees the disk space of `count` bytes from `position` in a file that has been deleted. No effect
+/// on a file that still has a name, and where the file system cannot do it. Fails silently.
 void GiveBackRoom(const FileDescriptor& file, std::int64_t position, std::int64_t count);
 
 }  // namespace zephin

@@ -6,24 +6,24 @@
 
 #include "platform/framework/string.h"
 
-// Paths as the system takes them: bytes, with "/" between the names. For the sources of this
-// folder.
+// Paths as the system takes them: bytes with "/" between the names. Only the sources of this wing
+// use these functions.
 
 namespace zephin {
 
-/// The bytes of a path or name: UTF-8 for a text that is declared to be in another encoding.
+/// The bytes of a path or name. A text in another declared encoding is converted to UTF-8.
 std::string PathBytes(const String& text);
-/// The path for a call of the system, which would cut one that holds a byte 0 there and act on
-/// another item: such a one becomes a path of nowhere. Lives as long as `path`.
+/// The path for a system call; valid as long as `path`. A system call would end the path at a byte
+/// 0 and act on another item, so that a path with one becomes "", which names no item.
 const char* SystemPath(const std::string& path);
-/// Without its trailing slashes; "/" keeps its only one.
+/// The path without trailing slashes; "/" stays.
 std::string WithoutTrailingSlashes(std::string path);
-/// The folder that holds the item of a full path; "/" for "/" and for an empty path.
+/// The folder above the item of an absolute path; "/" for "/" and for an empty path.
 std::string FolderOfPath(const std::string& path);
-/// The path of an item in a folder.
+/// `folder`, a slash unless there is one, and `name`.
 std::string PathInFolder(const std::string& folder, const std::string& name);
-/// The names of what a folder holds, hidden ones too, without "." and "..", sorted by their bytes.
-/// None for what isn't a folder or can't be read.
+/// The names of all items in a folder, including hidden ones, sorted by their bytes. Empty if the
+/// folder cannot be read or the path is not a folder.
 std::vector<std::string> NamesInFolder(const char* path);
 
 }  // namespace zephin

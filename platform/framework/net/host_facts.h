@@ -6,17 +6,17 @@
 
 namespace zephin {
 
-/// Bytes of memory that this process may still take now without anyone running short: the least of
-/// what the machine has free or can free, what the limits of the process leave, and what the group
-/// of processes that it runs in may still take. Never negative; INT64_MAX where nothing is known.
+/// Memory in bytes that this process can still allocate without harm to itself or others: the least
+/// of what the machine has free or can free, what the limits of the process leave, and what the
+/// limits of its control groups leave. Never negative; INT64_MAX if nothing is known.
 ///
-/// A system that promises memory which it doesn't have ends processes when they use it, so that an
-/// allocation tells nothing. What grows with input from outside asks here first.
+/// Linux promises more memory than it has and kills processes that use it, so that a successful
+/// allocation proves nothing. Code whose memory grows with input from outside asks here first.
 std::int64_t AvailableMemory();
 
-/// The file of certificates that the user's system trusts. A program that is carried from one
-/// system to another finds it here, not where the system that it was built on keeps its own. Empty
-/// if it is in none of the known places; the TLS library's own default is the best guess then.
+/// The file of certificates that the system trusts. A program that is carried from one system to
+/// another cannot use the place that its TLS library was built with. Empty if none of the known
+/// places exists; the library's default is the best choice then.
 std::string SystemTrustStore();
 
 }  // namespace zephin

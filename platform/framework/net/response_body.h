@@ -11,19 +11,19 @@
 
 namespace zephin {
 
-/// Collects the bytes of a response whose size nobody knows, as long as there is memory for them.
-/// They are kept in blocks, so that memory holds them once at any time, also while they are joined
-/// at the end.
+/// Collects the bytes of a response of unknown size, as long as there is memory for them. The bytes
+/// are kept in blocks, so that memory holds them only once, even while they are joined at the end.
 class ResponseBody {
  public:
-  /// `available` tells how many bytes may be taken; it is asked before each block.
+  /// `available` returns how many bytes may be allocated; it is called before each block.
   explicit ResponseBody(std::int64_t (*available)() = AvailableMemory) : available_(available) {}
 
-  /// Adds bytes. False when memory runs short; all that was collected is dropped then, and nothing
-  /// is added any more.
+  /// Adds bytes. False if memory runs short: everything collected so far is dropped, and all later
+  /// bytes are refused.
   [[nodiscard]] bool Add(std::span<const char> bytes);
 
-  /// All that was collected, joined. Empty if memory ran short, now or before. To be called once.
+  /// All bytes in one text; empty if memory has run short or runs short now. Events are processed
+  /// meanwhile. May be called once.
   std::string Join();
 
  private:

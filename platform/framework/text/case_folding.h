@@ -7,32 +7,33 @@
 
 #include "platform/framework/string.h"
 
-// Letter case of characters as encodings.h numbers them: one character to one, in no language's
-// special way. Raw bytes have none.
+// Letter case of characters, numbered as in encodings.h. Each character maps to one character, by
+// the same rules for all languages. Raw bytes have no letter case.
 
 namespace zephin {
 
-/// The character that all forms of a letter have in common: two characters are equal when letter
-/// case is ignored if these are.
+/// The representative of all forms of a letter. Two characters are equal, ignoring letter case, if
+/// their results are equal.
 std::uint32_t FoldCharacter(std::uint32_t code);
+/// The upper or lower case form; the character itself if it has none.
 std::uint32_t UpperCharacter(std::uint32_t code);
 std::uint32_t LowerCharacter(std::uint32_t code);
 
-/// Folding by bytes, for a text in which a character is a byte.
+/// Folding tables for an encoding in which each character is one byte.
 struct ByteFolding {
-  /// For each byte its folded character.
+  /// The folded character of each byte.
   std::array<std::uint32_t, 256> characters{};
-  /// For each byte the first byte of the same folded character.
+  /// The lowest byte with the same folded character, for each byte.
   std::array<unsigned char, 256> bytes{};
-  /// Whether other bytes are of the same folded character.
+  /// Whether another byte has the same folded character.
   std::array<bool, 256> hasForms{};
 
-  /// The byte in `bytes` of a folded character; nothing if no byte is of it.
+  /// The lowest byte with this folded character; nothing if there is none.
   std::optional<unsigned char> ByteOf(std::uint32_t folded) const;
 };
 
-/// The folding of Mac Roman; for the other encodings that of ASCII, which leaves the upper half
-/// alone.
+/// The tables for Mac Roman; for all other encodings those for ASCII, in which bytes from 0x80 on
+/// have no letter case.
 const ByteFolding& FoldingOfBytes(Encoding encoding);
 
 }  // namespace zephin

@@ -6,13 +6,13 @@
 #include <cstdint>
 #include <optional>
 
-// The Mac's encoding of one byte a character. Every byte is a character of it.
+// The single-byte encoding of classic Mac texts. Every byte is a character.
 
 namespace zephin {
 
-// The C library's own table (its charset MACINTOSH) is another one in two places: it gives bytes C6
-// and F0 as a Greek delta and a private character of its own, and so could not hold the increment
-// sign and the platform's logo, which texts from a Mac have there.
+// Code points of the bytes from 0x80 on. The table of the C library (charset MACINTOSH) differs in
+// two places: it maps C6 and F0 to a Greek delta and a private character of its own, and so could
+// not represent the increment sign and the platform's logo that Mac texts have there.
 inline constexpr std::array<std::uint16_t, 128> kMacRomanUpperHalf = {
     0x00C4, 0x00C5, 0x00C7, 0x00C9, 0x00D1, 0x00D6, 0x00DC, 0x00E1, 0x00E0, 0x00E2, 0x00E4, 0x00E3,
     0x00E5, 0x00E7, 0x00E9, 0x00E8, 0x00EA, 0x00EB, 0x00ED, 0x00EC, 0x00EE, 0x00EF, 0x00F1, 0x00F3,
@@ -32,7 +32,7 @@ inline std::uint32_t DecodeMacRoman(unsigned char byte) {
   return byte < 0x80 ? byte : kMacRomanUpperHalf[byte - 0x80U];
 }
 
-/// The byte of a code point; nothing for one that the encoding lacks.
+/// The byte of a code point; nothing if the encoding lacks it.
 inline std::optional<unsigned char> EncodeMacRoman(std::uint32_t code) {
   if (code < 0x80) {
     return static_cast<unsigned char>(code);
