@@ -20,7 +20,7 @@
 namespace zephin {
 namespace {
 
-/// What stands at the path, or at the end of the link there. False: nothing.
+/// The state of the item, or of the target of a link. False if it does not exist.
 bool StateOf(const char* path, struct stat& state) {
   return stat(path, &state) == 0;
 }
@@ -29,7 +29,7 @@ struct FreeText {
   void operator()(char* text) const { std::free(text); }
 };
 
-/// Where the link at `path` leads; `path` itself if there is none or it leads nowhere.
+/// The target of the link at `path`; `path` itself for any other item and for a dangling link.
 std::string FollowLink(const std::string& path) {
   struct stat state {};
   if (path.find('\0') != std::string::npos || lstat(path.c_str(), &state) != 0 ||
@@ -40,7 +40,7 @@ std::string FollowLink(const std::string& path) {
   return target == nullptr ? path : target.get();
 }
 
-/// The folder that holds the bundle; empty if the machine doesn't know its executable.
+/// The folder that contains the bundle; empty if the machine does not know the executable.
 std::string FolderOfBundle() {
   const std::string& executable = Application::Current().Facts().executable;
   if (executable.empty()) {
@@ -95,6 +95,7 @@ bool FolderItem::Visible() const {
 void FolderItem::SetVisible(bool /*visible*/) {}
 
 bool FolderItem::IsWriteable() const {
+  // Asked with the effective user, which access(2) would not use.
   const int rights = Directory() ? W_OK | X_OK : W_OK;
   return faccessat(AT_FDCWD, SystemPath(path_), rights, AT_EACCESS) == 0;
 }
@@ -117,7 +118,7 @@ String FolderItem::NativePath() const {
 }
 
 String FolderItem::ShellPath() const {
-  // Between single quotes only the quote itself has a meaning.
+  // Within single quotes only the single quote itself is special to a shell.
   std::string word = "'";
   for (const char c : path_) {
     if (c == '\'') {

@@ -18,12 +18,11 @@
 namespace zephin {
 namespace {
 
-/// What a slow disk takes in some 20 ms, so that the window stays alive.
+/// A slow disk copies this much in about 20 ms, so that the window stays responsive.
 constexpr std::int64_t kBlock = std::int64_t{4} << 20U;
 constexpr std::int64_t kBuffer = std::int64_t{256} << 10U;
 
-/// The number of bytes that are still to be copied when the system would not go on, for whatever
-/// reason.
+/// Lets the system copy. Returns the number of bytes that remain when it stops, for any reason.
 std::int64_t CopyWithinSystem(const FileDescriptor& source, const FileDescriptor& target,
                               std::int64_t left) {
   while (left > 0) {
@@ -37,7 +36,7 @@ std::int64_t CopyWithinSystem(const FileDescriptor& source, const FileDescriptor
   return left;
 }
 
-/// Reads and writes up to `left` bytes or to the end of the file. 0, or a code.
+/// Copies up to `left` bytes, or to the end of the file. Returns 0 or an error number.
 int CopyThroughMemory(const FileDescriptor& source, const FileDescriptor& target,
                       std::int64_t left) {
   std::vector<char> buffer(static_cast<std::size_t>(kBuffer));
@@ -62,17 +61,17 @@ int CopyThroughMemory(const FileDescriptor& source, const FileDescriptor& target
   return 0;
 }
 
-/// Copies what the file held at the start: one that grows all the time would have no end. 0, or a
-/// code.
+/// Copies the `size` bytes that the file had at the start: a copy of a file that grows all the time
+/// would never end. Returns 0 or an error number.
 int CopyContents(const FileDescriptor& source, const FileDescriptor& target, std::int64_t size) {
-  // Files that the system makes up as they are read have a size of 0.
+  // Files that the system generates while they are read, as in /proc, report a size of 0.
   const std::int64_t left = size > 0 ? CopyWithinSystem(source, target, size) : INT64_MAX;
-  // It may have stopped because the file systems can't do it, or for a fault: reading and writing
-  // does the one and tells the other.
+  // The system may have stopped because it cannot copy between these file systems, or because of an
+  // error. Reading and writing does the copy in the first case and reports the error in the second.
   return left == 0 ? 0 : CopyThroughMemory(source, target, left);
 }
 
-/// Removes a copy that has failed, unless something else has been put at its place meanwhile.
+/// Deletes a failed copy, unless another file has its name by now.
 void TakeBack(const char* path, const struct stat& made) {
   struct stat now {};
   if (lstat(path, &now) == 0 && now.st_dev == made.st_dev && now.st_ino == made.st_ino) {
@@ -80,8 +79,8 @@ void TakeBack(const char* path, const struct stat& made) {
   }
 }
 
-/// Makes a folder with the rights of the one in `state`. Its owner may always fill it: a disc that
-/// can't be written marks all its folders so.
+/// Creates a folder with the permissions in `state`, plus all of them for the owner: on a read-only
+/// disc no folder has write permission, but the copy is going to be filled.
 int CopyFolderItself(const struct stat& state, const char* to) {
   const mode_t rights = (state.st_mode & (S_ISVTX | ACCESSPERMS)) | S_IRWXU;
   if (mkdir(to, rights) != 0) {
@@ -94,7 +93,8 @@ int CopyFolderItself(const struct stat& state, const char* to) {
   return 0;
 }
 
-/// Clears the place of a file's copy. 0 if it may be made; EEXIST if `to` is the file itself.
+/// Deletes what is at the destination of a copy. Returns 0 or an error number: EEXIST if `to` is
+/// the source file itself.
 int ClearPlace(const struct stat& source, const char* to) {
   struct stat there {};
   if (stat(to, &there) == 0) {
@@ -122,7 +122,7 @@ int CopyItem(const char* from, const char* to) {
   if (S_ISDIR(source.st_mode)) {
     return CopyFolderItself(source, to);
   }
-  // The place is free as a rule: it is looked at only if the copy can't be made there.
+  // As a rule nothing exists at the destination, so that it is examined only after a failure.
   int code = CopyOneFile(from, source, to);
   if (code != EEXIST) {
     return code;
@@ -137,7 +137,7 @@ int CopyItem(const char* from, const char* to) {
 }  // namespace
 
 int CopyOneFile(const char* from, const struct stat& source, const char* to) {
-  // A pipe or device is not even opened: that alone can have effects.
+  // Merely opening a pipe or device can have effects.
   if (!S_ISREG(source.st_mode)) {
     return EINVAL;
   }
@@ -152,6 +152,7 @@ int CopyOneFile(const char* from, const struct stat& source, const char* to) {
   if (!output.IsOpen() || fstat(output.Number(), &made) != 0) {
     return errno;
   }
+  // The umask may have removed some of the permissions.
   if ((made.st_mode & ALLPERMS) != rights) {
     fchmod(output.Number(), rights);
   }

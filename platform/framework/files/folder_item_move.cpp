@@ -24,8 +24,9 @@ namespace {
 
 constexpr mode_t kKeptBits = S_ISVTX | ACCESSPERMS;
 
-/// The trees are walked by a list of paths, each folder before what it holds; from its end it is
-/// the order in which they can be removed.
+/// Moves an item with its contents to another file system, where nothing exists at `to`: copies it,
+/// then deletes what was copied and nothing else. It keeps a list of all paths, each folder before
+/// its contents, which read backwards is the order of deletion.
 class TreeMove {
  public:
   TreeMove(std::string from, std::string to) : from_(std::move(from)), to_(std::move(to)) {}
@@ -43,7 +44,7 @@ class TreeMove {
 
  private:
   struct Item {
-    std::string below;  ///< Path below the top, with a slash in front; empty for the top itself.
+    std::string below;  ///< Path below the top, with a leading slash; empty for the top itself.
     struct stat state {};
   };
 
@@ -72,7 +73,7 @@ class TreeMove {
     if (!S_ISDIR(state.st_mode)) {
       return CopyOneFile(from.c_str(), state, to.c_str());
     }
-    // Its own rights come last: it may be one that can't be written.
+    // It gets its own permissions last, since they may not include writing.
     if (mkdir(to.c_str(), S_IRWXU) != 0) {
       return errno;
     }
@@ -88,10 +89,11 @@ class TreeMove {
     return size >= 0 && symlink(target.data(), to.c_str()) == 0 ? 0 : errno;
   }
 
-  /// The copy is whole without them, so that none of these is a failure.
+  /// Sets owner, permissions and times. Errors are ignored, since the contents are complete.
   void GiveAttributes(const Item& item) const {
     const std::string to = to_ + item.below;
     const struct stat& state = item.state;
+    // A plain user cannot give files away, but may set a group that he belongs to.
     if (lchown(to.c_str(), state.st_uid, state.st_gid) != 0) {
       lchown(to.c_str(), static_cast<uid_t>(-1), state.st_gid);
     }
@@ -102,8 +104,8 @@ class TreeMove {
     utimensat(AT_FDCWD, to.c_str(), times.data(), AT_SYMLINK_NOFOLLOW);
   }
 
-  /// Removes the items of the list from the tree at `top`. What has been added meanwhile stays,
-  /// with the folders that hold it. 0, or the first failure's code.
+  /// Deletes the listed items from the tree at `top`. Items that were added meanwhile stay, with
+  /// the folders that contain them. Returns 0 or the first error number.
   int RemoveCopied(const std::string& top) const {
     int code = 0;
     for (std::size_t i = copied_; i-- > 0;) {
@@ -118,15 +120,15 @@ class TreeMove {
   std::string from_;
   std::string to_;
   std::vector<Item> items_;
-  std::size_t copied_ = 0;  ///< So many of them, from the first, have a copy.
+  std::size_t copied_ = 0;  ///< The first so many items have been copied.
 };
 
-bool StandsAt(const char* path) {
+bool ItemExists(const char* path) {
   struct stat state {};
   return lstat(path, &state) == 0;
 }
 
-/// Whether what stands at `to` may be replaced by a move. 0, or a code.
+/// Returns 0 if a move may replace the item at `to`, else an error number.
 int MayReplace(const char* from, const char* to) {
   struct stat state {};
   if (stat(to, &state) == 0 && S_ISDIR(state.st_mode)) {
@@ -138,7 +140,7 @@ int MayReplace(const char* from, const char* to) {
   return S_ISDIR(state.st_mode) ? ENOTDIR : 0;
 }
 
-/// Whether the place `to` lies in the folder `from`, by whatever links it is named.
+/// Whether `to` is inside the folder `from`, with all links resolved.
 bool LiesIn(const std::string& from, const std::string& to) {
   const auto realFolderOf = [](const std::string& path) {
     std::error_code failure;
@@ -150,6 +152,7 @@ bool LiesIn(const std::string& from, const std::string& to) {
          folder.end();
 }
 
+/// The rules of rename(2), which cannot be used here, for what may be moved where.
 int MoveToOtherFileSystem(const char* from, const char* to) {
   if (LiesIn(from, to)) {
     return EINVAL;
@@ -169,11 +172,12 @@ int MoveToOtherFileSystem(const char* from, const char* to) {
 }
 
 int MoveOnce(const char* from, const char* to) {
+  // The kernel fails this one atomically if anything exists at the destination.
   int code = RenameOntoNothing(from, to);
   if (code != EEXIST && code != EXDEV) {
     return code;
   }
-  if (StandsAt(to)) {
+  if (ItemExists(to)) {
     const int refusal = MayReplace(from, to);
     if (refusal != 0) {
       return refusal;
@@ -185,8 +189,8 @@ int MoveOnce(const char* from, const char* to) {
   return code == EXDEV ? MoveToOtherFileSystem(from, to) : code;
 }
 
-/// Linux wants write permission on a folder that changes its parent, since its ".." changes. The
-/// user's own folder gets it for the time of the move.
+/// Linux requires write permission on a folder that gets another parent, since its ".." changes. A
+/// folder that the user owns is given the permission for the move.
 int MoveItem(const char* from, const char* to) {
   const int code = MoveOnce(from, to);
   struct stat state {};
@@ -216,7 +220,7 @@ void FolderItem::SetName(const String& name) {
   }
   const std::string path = PathInFolder(FolderOfPath(path_), bytes);
   if (path == path_) {
-    lastErrorCode_ = StandsAt(SystemPath(path_)) ? 0 : ENOENT;
+    lastErrorCode_ = ItemExists(SystemPath(path_)) ? 0 : ENOENT;
     return;
   }
   lastErrorCode_ = RenameOntoNothing(SystemPath(path_), path.c_str());

@@ -18,7 +18,7 @@ namespace zephin {
 namespace {
 
 constexpr std::int64_t kBlock = std::int64_t{64} << 10U;
-/// What is read or written before events run, so that the window stays alive.
+/// This much is read or written between two yields, so that the window stays responsive.
 constexpr std::int64_t kSlice = std::int64_t{4} << 20U;
 
 Ref<BinaryStream> OpenStream(const std::string& path, int flags) {
@@ -27,8 +27,8 @@ Ref<BinaryStream> OpenStream(const std::string& path, int flags) {
   return file.IsOpen() ? MakeRef<BinaryStream>(std::move(file)) : nullptr;
 }
 
-/// Whether the path is free for a new file: what was there is removed, unless it is a folder or no
-/// file at all.
+/// Deletes the file or link at the path. True if nothing exists there afterwards; false for a
+/// folder or device, a link to one, and an item that cannot be deleted.
 bool MakeFree(const char* path) {
   struct stat state {};
   if (stat(path, &state) == 0 && !S_ISREG(state.st_mode)) {
@@ -37,7 +37,8 @@ bool MakeFree(const char* path) {
   return unlink(path) == 0 || errno == ENOENT;
 }
 
-/// Whether an existing file can be emptied without touching any other name: no link leads to it.
+/// Whether a plain file exists there that has no other name, so that emptying it affects no other
+/// path.
 bool IsUnshared(const char* path) {
   struct stat state {};
   return lstat(path, &state) == 0 && S_ISREG(state.st_mode) && state.st_nlink == 1;
@@ -46,7 +47,8 @@ bool IsUnshared(const char* path) {
 }  // namespace
 
 Ref<BinaryStream> FolderItem::CreateBinaryFile(const String& /*type*/) {
-  // Writing into what is there would empty the user's own file behind a link of that name.
+  // Opening an existing link for writing would empty the user's own file behind it. O_EXCL and
+  // O_NOFOLLOW refuse a link that another process makes after the deletion.
   if (MakeFree(SystemPath(path_))) {
     return OpenStream(path_, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
   }
@@ -69,8 +71,8 @@ std::int64_t BinaryStream::Length() const {
 
 String BinaryStream::Read(std::int64_t count) {
   std::string bytes;
-  // What the file says of its length is believed for one block of memory at most, since the system
-  // makes up some files as they are read; the rest is asked for as it comes.
+  // The length is only a hint: files that the system generates while they are read report 0. Behind
+  // the reported end one block is requested at a time.
   const std::int64_t here = lseek(descriptor_.Number(), 0, SEEK_CUR);
   std::int64_t step = std::max(Length() - here, kBlock);
   bytes.reserve(static_cast<std::size_t>(std::max(std::min(count, step), std::int64_t{0})));
@@ -166,7 +168,7 @@ Ref<TextOutputStream> TextOutputStream::Append(const Ref<FolderItem>& item) {
 }
 
 void TextOutputStream::WriteLine(const String& text) {
-  // One write, so that lines of two programs don't mix.
+  // One write for the whole line, so that lines of two programs do not mix.
   file_->Write(Utf8(text.Bytes() + "\n"));
 }
 

@@ -18,7 +18,8 @@ int RenameOntoNothing(const char* from, const char* to) {
   if (errno != EINVAL && errno != ENOSYS) {
     return errno;
   }
-  // Not every file system knows the flag.
+  // Not every file system supports the flag. Without it, an item that appears between the two calls
+  // is replaced.
   struct stat state {};
   if (lstat(to, &state) == 0) {
     return EEXIST;
@@ -27,7 +28,7 @@ int RenameOntoNothing(const char* from, const char* to) {
 }
 
 void ChangeRights(const char* path, unsigned rights) {
-  // The C library makes four calls of this one, which counts in a tree of many thousand files.
+  // The C library needs four system calls for this one, which matters for many thousand files.
   constexpr long kFchmodat2 = 452;
   if (syscall(kFchmodat2, AT_FDCWD, path, rights, AT_SYMLINK_NOFOLLOW) != 0 && errno == ENOSYS) {
     fchmodat(AT_FDCWD, path, rights, AT_SYMLINK_NOFOLLOW);
@@ -36,6 +37,7 @@ void ChangeRights(const char* path, unsigned rights) {
 
 std::int64_t CopyBySystem(const FileDescriptor& source, const FileDescriptor& target,
                           std::int64_t count) {
+  // Copies by sharing blocks where the file system can, else within the kernel.
   ssize_t copied = 0;
   do {
     copied = copy_file_range(source.Number(), nullptr, target.Number(), nullptr,

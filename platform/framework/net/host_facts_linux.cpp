@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::int64_t kUnknown = INT64_MAX;
 
-/// The number behind `key` in a file of lines "key number"; `kUnknown` if it isn't there.
+/// The number after `key` in a file of lines "key number"; `kUnknown` if the key is missing.
 std::int64_t NumberBehind(const std::string& path, const std::string& key) {
   std::ifstream file(path);
   std::string word;
@@ -27,7 +27,7 @@ std::int64_t NumberBehind(const std::string& path, const std::string& key) {
   return kUnknown;
 }
 
-/// The number that a file consists of; `kUnknown` for any other text, as "max".
+/// The number in a file that holds nothing else; `kUnknown` for other texts, for example "max".
 std::int64_t NumberIn(const std::string& path) {
   std::ifstream file(path);
   std::int64_t number = 0;
@@ -48,9 +48,9 @@ std::int64_t LeftOfLimit(decltype(RLIMIT_AS) resource, std::int64_t used) {
   return static_cast<std::int64_t>(limit.rlim_cur) - used;
 }
 
-/// What the limits on the address space and the data of this process leave.
+/// What the limits for address space and data leave to this process.
 std::int64_t LeftOfOwnLimits() {
-  // Sizes in pages: all, resident, shared, code, none, data with stack.
+  // Sizes in pages: total, resident, shared, code, unused, data with stack.
   std::ifstream file("/proc/self/statm");
   std::int64_t all = 0;
   std::int64_t other = 0;
@@ -62,7 +62,8 @@ std::int64_t LeftOfOwnLimits() {
   return std::min(LeftOfLimit(RLIMIT_AS, all * page), LeftOfLimit(RLIMIT_DATA, data * page));
 }
 
-/// What one group of processes may still take. Its cached files can be dropped and don't count.
+/// What one control group may still allocate. The kernel can drop its cached files, so they do not
+/// count as used.
 std::int64_t LeftOfGroup(const std::string& folder) {
   const std::int64_t limit = NumberIn(folder + "/memory.max");
   const std::int64_t used = NumberIn(folder + "/memory.current");
@@ -73,7 +74,7 @@ std::int64_t LeftOfGroup(const std::string& folder) {
   return limit - used + (cached == kUnknown ? 0 : cached);
 }
 
-/// The least that the group of this process and the groups that hold it leave.
+/// The least that the control group of this process and the groups above it leave.
 std::int64_t LeftOfGroups() {
   constexpr const char* kGroups = "/sys/fs/cgroup";
   std::ifstream file("/proc/self/cgroup");
@@ -97,7 +98,7 @@ std::int64_t AvailableMemory() {
 }
 
 std::string SystemTrustStore() {
-  // What the programs of a session agree on where its administrator has moved the store.
+  // The variable by which an administrator names a store in another place.
   const char* moved = std::getenv("SSL_CERT_FILE");
   if (moved != nullptr && access(moved, R_OK) == 0) {
     return moved;

@@ -12,7 +12,7 @@ namespace zephin {
 namespace {
 
 constexpr std::int64_t kTicksPerSecond = 60;
-/// The longest that the window's events wait for the network.
+/// Limit for the time that events of the window wait for the network.
 constexpr int kPollMilliseconds = 10;
 
 struct EasyEnd {
@@ -27,15 +27,17 @@ extern "C" std::size_t TakeBytes(char* data, std::size_t size, std::size_t count
   return body.Add({data, size * count}) ? size * count : 0;
 }
 
-/// One request, from its start to the end of its connection, which goes with it at once.
+/// One request. Its connection is closed with the object, without waiting for the server.
 class Transfer {
  public:
   Transfer(const String& url, const char* protocol) {
     Set(CURLOPT_URL, url.CString());
+    // The library knows other protocols, file: among them, that no address may reach.
     Set(CURLOPT_PROTOCOLS_STR, protocol);
     Set(CURLOPT_WRITEFUNCTION, &TakeBytes);
     Set(CURLOPT_WRITEDATA, &body_);
-    // A name that nobody answers for is looked up by a thread, which is not to be waited for.
+    // The library resolves names in a thread. The end of the request must not wait for it when no
+    // name server answers.
     Set(CURLOPT_QUICK_EXIT, 1L);
     const std::string store = SystemTrustStore();
     if (!store.empty()) {
@@ -47,12 +49,13 @@ class Transfer {
   Transfer(const Transfer&) = delete;
   Transfer& operator=(const Transfer&) = delete;
 
-  /// Returns when the transfer has ended by itself or has shown no sign for so long. A Quit in one
-  /// of the events that run meanwhile leaves it like any other exception.
+  /// Returns when the transfer has ended, or when nothing has arrived for this many ticks. A Quit
+  /// in an event unwinds through it.
   void Run(std::int64_t mostSilence) {
     std::int64_t lastSign = Ticks();
     while (Proceed()) {
-      // The events first: they may take long, and what arrives meanwhile is seen by the poll.
+      // Before the poll: an event may take long, and the poll then sees what arrived meanwhile,
+      // which counts as a sign of life.
       RuntimeBackgroundTask();
       int signs = 0;
       curl_multi_poll(multi_.get(), nullptr, 0, kPollMilliseconds, &signs);
@@ -72,7 +75,7 @@ class Transfer {
     curl_easy_setopt(easy_.get(), option, value);
   }
 
-  /// Does what can be done without waiting. False: the transfer has ended, well or not.
+  /// Continues the transfer without waiting. False if it has ended, with or without an error.
   bool Proceed() {
     int running = 0;
     return curl_multi_perform(multi_.get(), &running) == CURLM_OK && running > 0;
@@ -84,7 +87,7 @@ class Transfer {
 };
 
 void StartLibrary() {
-  // For the whole process, and never ended: a look-up may still be under way.
+  // Once per process and without clean-up at its end, since a thread may still resolve a name.
   static const CURLcode started = curl_global_init(CURL_GLOBAL_DEFAULT);
   static_cast<void>(started);
 }

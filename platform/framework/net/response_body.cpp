@@ -10,11 +10,11 @@ namespace zephin {
 namespace {
 
 constexpr std::size_t kFirstBlock = std::size_t{64} << 10U;
-/// Large enough to be given back to the system as soon as it is freed.
+/// Blocks of this size return to the system as soon as they are freed.
 constexpr std::size_t kLargestBlock = std::size_t{64} << 20U;
-/// What is left to the rest of the program, and to others.
+/// Kept free for the rest of the program and for other processes.
 constexpr std::size_t kReserve = std::size_t{16} << 20U;
-/// What is joined before events run, so that the window stays alive.
+/// This much is joined between two yields, so that the window stays responsive.
 constexpr std::size_t kSlice = std::size_t{4} << 20U;
 
 }  // namespace
@@ -37,14 +37,14 @@ bool ResponseBody::Add(std::span<const char> bytes) {
 
 bool ResponseBody::AddBlock() {
   const std::size_t size = std::clamp(size_, kFirstBlock, kLargestBlock);
-  // Twice, since the last block to be joined is there twice for a moment.
+  // Twice the size, since while a block is joined its bytes exist twice.
   if (!dropped_ && available_() >= static_cast<std::int64_t>(2 * size + kReserve)) {
     try {
-      // A page of it is only taken when bytes arrive for it.
+      // This only reserves addresses: the system assigns each page when it is first written.
       blocks_.emplace_back().reserve(size);
       return true;
     } catch (const std::bad_alloc&) {
-      // The same as a "no" before.
+      // Handled like a lack of memory reported in advance.
     }
   }
   Drop();

@@ -21,7 +21,8 @@ namespace {
 
 constexpr int kReport = STDERR_FILENO + 1;
 
-/// The full path of a program; empty if the search path doesn't hold its name.
+/// The absolute path of a program; empty if no folder in PATH contains it. Relative folders in PATH
+/// are ignored.
 std::string FindProgram(const std::string& word) {
   if (word.find('/') != std::string::npos) {
     return word;
@@ -39,16 +40,16 @@ std::string FindProgram(const std::string& word) {
   return {};
 }
 
-// Between fork and exec only calls that are safe in a signal handler: another thread may have held
-// any lock, that of the heap too, at the moment of the fork.
+// Between fork and exec only async-signal-safe calls are allowed: at the moment of the fork another
+// thread may have held any lock, including the one of the heap.
 
 [[noreturn]] void ReportAndEnd(int code) {
   const ssize_t written = write(kReport, &code, sizeof code);
   _exit(written == sizeof code ? EXIT_SUCCESS : EXIT_FAILURE);
 }
 
-/// Leaves `report` as the descriptor kReport and no other but the standard ones, which lead
-/// nowhere.
+/// Makes `report` the descriptor kReport, opens the standard descriptors on /dev/null, and closes
+/// all others.
 void LeaveDescriptorsBehind(int report) {
   const int nowhere = open("/dev/null", O_RDWR);
   const bool nowhereKept = nowhere == STDIN_FILENO || dup2(nowhere, STDIN_FILENO) >= 0;
@@ -68,7 +69,8 @@ void LeaveDescriptorsBehind(int report) {
   }
 }
 
-/// All signals are blocked on entry, so that no handler of this program runs in the child.
+/// All signals are blocked when this is called, so that no handler of this program runs in the
+/// child.
 void ResetSignals() {
   struct sigaction usual {};
   usual.sa_handler = SIG_DFL;
@@ -82,7 +84,8 @@ void ResetSignals() {
 
 [[noreturn]] void RunChild(const char* program, char* const* words, int report) {
   setsid();
-  // The second child is nobody's: whoever adopts orphans waits for it.
+  // The second child becomes an orphan, and its adoptive parent waits for its end. This process
+  // waits only for the first one, which ends at once.
   const pid_t second = fork();
   if (second > 0) {
     _exit(EXIT_SUCCESS);
@@ -96,7 +99,7 @@ void ResetSignals() {
   ReportAndEnd(errno);
 }
 
-/// The first child, or a negative number.
+/// Returns the id of the first child; negative if there is none.
 pid_t ForkChild(const char* program, char* const* words, int report) {
   sigset_t all;
   sigset_t before;
@@ -129,7 +132,7 @@ bool StartDetached(const std::vector<std::string>& command) {
   }
   const FileDescriptor listening(ends[0]);
   FileDescriptor lower(ends[1]);
-  // Above the standard descriptors, of which this process may have none.
+  // A number above the standard descriptors, which may be closed in this process.
   FileDescriptor report(fcntl(lower.Number(), F_DUPFD_CLOEXEC, kReport));
   lower.Close();
   if (!report.IsOpen()) {
@@ -142,7 +145,7 @@ bool StartDetached(const std::vector<std::string>& command) {
   }
   while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
   }
-  // The end of the file comes when the program has taken the child's place.
+  // The pipe is closed by exec, without a byte, if the program has started.
   int code = 0;
   ssize_t got = 0;
   do {

@@ -18,13 +18,13 @@ namespace {
 constexpr std::size_t kBytesLookedAt = 4096;
 constexpr std::size_t kLongestInfo = std::size_t{1} << 20U;
 
-/// Letter case is ignored.
+/// Whether the path has this extension, ignoring letter case, and a name before it.
 bool EndsWith(const std::string& path, std::string_view ending) {
   return path.size() > ending.size() &&
          strcasecmp(path.c_str() + path.size() - ending.size(), ending.data()) == 0;
 }
 
-/// The first bytes of a file; none if it can't be read.
+/// The first bytes of a file; empty if it cannot be read.
 std::string Beginning(const std::string& path, std::size_t count) {
   struct stat state {};
   const FileDescriptor file = OpenPlainFile(SystemPath(path), O_RDONLY, state);
@@ -40,7 +40,7 @@ bool IsExecutableFile(const std::string& path) {
          faccessat(AT_FDCWD, SystemPath(path), X_OK, AT_EACCESS) == 0;
 }
 
-/// Whether a name has no ending, or one that scripts have.
+/// Whether the name has no extension, or one of scripts. A leading dot begins no extension.
 bool NameOfScript(const std::string& path) {
   const std::size_t dot = path.find('.', path.rfind('/') + 2);
   constexpr std::array<std::string_view, 3> kEndings{".sh", ".command", ".run"};
@@ -49,26 +49,27 @@ bool NameOfScript(const std::string& path) {
                      [&path](std::string_view ending) { return EndsWith(path, ending); });
 }
 
-/// The command for an executable file; empty if it is a document all the same.
+/// The command for an executable file; empty if it is a document.
 std::vector<std::string> CommandOfExecutable(const std::string& path) {
   const std::string head = Beginning(path, kBytesLookedAt);
   const bool marked = head.starts_with("#!") || head.starts_with(
                                                     "\x7f"
                                                     "ELF");
-  // A program may be one that its user can't read.
+  // A file that may be executed but not read can only be a program.
   if (marked || access(SystemPath(path), R_OK) != 0) {
     return {path};
   }
   if (!NameOfScript(path)) {
     return {};
   }
-  // The system starts no text without a mark: a shell does. Bytes of another kind are the system's
-  // affair.
+  // The kernel does not start a text without "#!", but a shell does. Other bytes are left to the
+  // kernel, which may know their format.
   const bool text = head.find('\0') == std::string::npos;
   return text ? std::vector<std::string>{"/bin/sh", path} : std::vector<std::string>{path};
 }
 
-/// The text of `<key>CFBundleExecutable</key><string>...</string>`; empty if there is none.
+/// The value of `<key>CFBundleExecutable</key><string>...</string>`; empty if it is missing or
+/// would lead out of the folder.
 std::string ExecutableNameIn(const std::string& info) {
   constexpr std::string_view kKey = "<key>CFBundleExecutable</key>";
   constexpr std::string_view kOpen = "<string>";
@@ -86,7 +87,7 @@ std::string ExecutableNameIn(const std::string& info) {
   return name.find('/') == std::string::npos ? name : "";
 }
 
-/// The program of a bundle; empty if it has none, or several and doesn't say which.
+/// The program of a bundle; empty if there is none, or several without one that Info.plist names.
 std::string ProgramOfBundle(const std::string& bundle) {
   const std::string folder = bundle + "/Contents/MacOS";
   const std::string name =

@@ -20,11 +20,12 @@ namespace zephin {
 namespace {
 
 constexpr std::uint64_t kMemoryUnit = 1'000'000;
-/// The system that setups are written for, as far as what runs here offers the same.
+/// The compatibility level that setups find here: the version of the system that they are written
+/// for and whose services this framework provides.
 constexpr std::int64_t kSystemMajor = 10;
 constexpr std::int64_t kSystemMinor = 15;
 
-/// The folder `Helpers` beside the executable's own; empty if there is none.
+/// The folder `Helpers` next to the executable's folder; empty if it does not exist.
 std::string HelpersBeside(const std::filesystem::path& executable) {
   const std::filesystem::path folder = executable.parent_path().parent_path() / "Helpers";
   std::error_code failure;
@@ -40,7 +41,7 @@ std::optional<std::int64_t> PhysicalMemory() {
   return static_cast<std::int64_t>(bytes / kMemoryUnit);
 }
 
-/// The value of an environment variable that names a folder by its full path; else empty.
+/// The value of an environment variable if it is the absolute path of a folder; else empty.
 std::string FolderInVariable(const char* name) {
   const char* value = std::getenv(name);
   std::error_code failure;
@@ -50,12 +51,14 @@ std::string FolderInVariable(const char* name) {
   return WithoutTrailingSlashes(value);
 }
 
-/// Makes `path` a folder of this user's own. False if something else stands there.
+/// Makes `path` a private folder of this user. False if another item or another user's folder
+/// exists there.
 bool MakeOwnFolder(const std::string& path) {
   if (mkdir(path.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
     return false;
   }
-  // It may be anyone's who was here first: a link would lead this user's files elsewhere.
+  // In a folder that all users can write to, another user may have made the item, for example a
+  // link that would redirect this user's files.
   struct stat state {};
   if (lstat(path.c_str(), &state) != 0 || !S_ISDIR(state.st_mode) || state.st_uid != geteuid()) {
     return false;
@@ -65,8 +68,8 @@ bool MakeOwnFolder(const std::string& path) {
 
 std::string OwnFolderIn(const std::string& base) {
   std::string path = PathInFolder(base, "zephin-" + std::to_string(geteuid()));
-  // All processes of a user must agree on the folder: the copy of a split setup knows itself by it.
-  // So there is a second fixed name before a random one.
+  // All processes of a user must use the same folder: the copy of a split setup recognises itself
+  // by it. So a second fixed name is tried before a random one.
   if (!MakeOwnFolder(path) && !MakeOwnFolder(path += "-2")) {
     path += "-XXXXXX";
     if (mkdtemp(path.data()) == nullptr) {
@@ -78,6 +81,8 @@ std::string OwnFolderIn(const std::string& base) {
   return failure ? "" : resolved.string();
 }
 
+/// The user's home folder: `$HOME` if it is the absolute path of a folder, else from the user
+/// database.
 std::string HomeFolder() {
   std::string home = FolderInVariable("HOME");
   std::array<char, 16384> buffer{};
@@ -90,12 +95,15 @@ std::string HomeFolder() {
   return home;
 }
 
+/// The value of XDG_DESKTOP_DIR in a list of user folders; empty if it is missing or not absolute.
+/// One line of the list is `XDG_DESKTOP_DIR="$HOME/Bureau"`: in double quotes a path that is
+/// absolute or begins with `$HOME`; a backslash precedes special characters.
 std::string DesktopFolderInList(const std::string& list, const std::string& home) {
   constexpr std::string_view kKey = "XDG_DESKTOP_DIR=\"";
   constexpr std::string_view kHome = "$HOME";
   std::istringstream lines(list);
   std::string folder;
-  // A shell reads the list as it stands, so that the last line wins.
+  // Other programs let a shell read the list, so that the last line counts.
   for (std::string line; std::getline(lines, line);) {
     line.erase(0, line.find_first_not_of(" \t"));
     if (!line.starts_with(kKey)) {
@@ -121,6 +129,7 @@ std::string DesktopFolderInList(const std::string& list, const std::string& home
   return folder;
 }
 
+/// The desktop folder of the user's list of folders, else `Desktop` in the home folder.
 std::string DesktopFolder(const std::string& home) {
   const char* configured = std::getenv("XDG_CONFIG_HOME");
   const std::string settings =
@@ -131,6 +140,7 @@ std::string DesktopFolder(const std::string& home) {
   return folder.empty() ? PathInFolder(home, "Desktop") : folder;
 }
 
+/// A private folder (mode 0700) in $TMPDIR or /tmp; empty if none can be made.
 std::string TemporaryFolder() {
   const std::string folder = FolderInVariable("TMPDIR");
   std::string own = folder.empty() ? "" : OwnFolderIn(folder);

@@ -19,8 +19,8 @@ namespace {
 constexpr int kNotStarted = 127;
 constexpr int kKilled = 128;
 
-/// Keeps the system from throwing away the status of children, as it does for a process that was
-/// started, or that has been told, to ignore their end.
+/// Makes the exit status of children available. The kernel discards it in a process that ignores
+/// SIGCHLD, a setting that a parent process can hand down.
 class ChildrenKeptForWaiting {
  public:
   ChildrenKeptForWaiting() {
@@ -48,7 +48,7 @@ class ChildrenKeptForWaiting {
   bool changed_ = false;
 };
 
-/// How the shell is started: nothing comes from this process but its standard error.
+/// How the shell is started: of this process it inherits only standard error.
 class SpawnSettings {
  public:
   SpawnSettings() {
@@ -80,8 +80,8 @@ class SpawnSettings {
   posix_spawnattr_t attributes_{};
 };
 
-/// The command with `ditto` defined in front of it. A function and not an entry of the search path,
-/// which couldn't hold a folder with a colon in its name.
+/// The command, preceded by the definition of a function `ditto`. The helpers folder is not added
+/// to PATH because that cannot hold a folder with a colon in its name.
 std::string WithHelpers(const std::string& command) {
   const std::string& helpers = Application::Current().Facts().helpersFolder;
   if (helpers.empty()) {
@@ -115,7 +115,7 @@ int RunAndWait(std::string script) {
 
 void Shell::Execute(const String& command) {
   const std::string bytes = PathBytes(command);
-  // A command is handed over as a text that ends at its first byte 0: half of one is never run.
+  // The shell would end the command at a byte 0 and run only its first half.
   errorCode_ = bytes.find('\0') == std::string::npos ? RunAndWait(WithHelpers(bytes)) : kNotStarted;
 }
 

@@ -19,7 +19,8 @@ bool IsAsciiLower(std::uint32_t code) {
 }
 
 std::uint32_t FoldBeyondAscii(std::uint32_t code) {
-  // The dotted capital I has no simple folding; its small letter is a plain "i" with a dot lost.
+  // The dotted capital I has no simple folding: its lower case is a plain "i", which would make it
+  // equal to "I".
   constexpr std::uint32_t kDottedCapitalI = 0x130;
   std::array<utf8proc_int32_t, 8> folded{};
   int boundClass = 0;
@@ -29,7 +30,7 @@ std::uint32_t FoldBeyondAscii(std::uint32_t code) {
   if (count == 1) {
     return static_cast<std::uint32_t>(folded[0]);
   }
-  // What folds to several characters would move all positions behind it.
+  // A folding to several characters would shift all positions after it.
   return code == kDottedCapitalI ? code : static_cast<std::uint32_t>(utf8proc_tolower(character));
 }
 
@@ -90,6 +91,7 @@ std::optional<unsigned char> ByteFolding::ByteOf(std::uint32_t folded) const {
 }
 
 const ByteFolding& FoldingOfBytes(Encoding encoding) {
+  // Made once, on first use.
   static const ByteFolding ascii = MakeByteFolding(Encoding::None);
   static const ByteFolding macRoman = MakeByteFolding(Encoding::MacRoman);
   return encoding == Encoding::MacRoman ? macRoman : ascii;

@@ -76,7 +76,7 @@ void AppendUtf16(std::string& bytes, std::uint32_t code) {
   AppendUtf16Unit(bytes, 0xDC00U + (code & 0x3FFU));
 }
 
-/// Encoding by the C library, which refuses what is invalid.
+/// Conversion by the C library, which rejects invalid bytes.
 class Converter {
  public:
   Converter(const char* to, const char* from) : handle_(iconv_open(to, from)) {}
@@ -89,9 +89,9 @@ class Converter {
   }
 
   std::optional<std::string> Convert(std::string_view bytes) {
-    // Between UTF-8 and UTF-16 no text more than doubles.
+    // No text more than doubles in size between UTF-8 and UTF-16.
     std::string converted(bytes.size() * 2, '\0');
-    char* in = const_cast<char*>(bytes.data());  // iconv only reads there
+    char* in = const_cast<char*>(bytes.data());  // iconv only reads it
     std::size_t inLeft = bytes.size();
     char* out = converted.data();
     std::size_t outLeft = converted.size();
@@ -104,15 +104,15 @@ class Converter {
 
  private:
   bool IsOpen() const {
-    // The number -1 in place of a pointer is how iconv_open tells of its failure.
+    // iconv_open returns -1 as a pointer if it fails.
     return handle_ != reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
   }
 
   iconv_t handle_;
 };
 
-/// By the characters, for a pair that has Mac Roman in it (mac_roman.cpp says why). It lacks all
-/// that is invalid elsewhere.
+/// Conversion character by character, for pairs with Mac Roman (mac_roman.h has the reason). Mac
+/// Roman cannot represent raw bytes, so that an invalid text is rejected here, too.
 std::optional<std::string> TranscodeCharacters(std::string_view bytes, Encoding from, Encoding to) {
   std::string converted;
   converted.reserve(bytes.size());
@@ -173,6 +173,7 @@ bool AppendCharacter(std::string& bytes, std::uint32_t code, Encoding encoding) 
 }
 
 std::size_t AsciiRun(std::string_view bytes, std::size_t offset) {
+  // Eight bytes at a time: long ASCII texts are the common case.
   constexpr std::uint64_t kHighBits = 0x8080808080808080U;
   std::size_t end = offset;
   for (std::uint64_t word = 0; bytes.size() - end >= sizeof word; end += sizeof word) {

@@ -7,7 +7,7 @@
 namespace zephin {
 namespace {
 
-/// The bytes of a text as UTF-8; nothing for a text that isn't valid.
+/// The bytes of a text as UTF-8; nothing if it is invalid in its encoding.
 std::optional<std::string> AsUtf8(const String& text) {
   if (text.DeclaredEncoding() == Encoding::UTF8) {
     return text.Bytes();
@@ -15,7 +15,7 @@ std::optional<std::string> AsUtf8(const String& text) {
   return Transcode(text.View(), text.DeclaredEncoding(), Encoding::UTF8);
 }
 
-/// Whether bytes of `text` would mean something else under the label of `other`.
+/// Whether the bytes of `text` would mean other characters in the encoding of `other`.
 bool NeedsItsLabel(const String& text, const String& other) {
   return text.DeclaredEncoding() == Encoding::UTF16 ||
          other.DeclaredEncoding() == Encoding::UTF16 || !IsAscii(text.View());
@@ -31,8 +31,8 @@ String& String::operator+=(const String& tail) {
     bytes_ += tail.bytes_;
     return *this;
   }
-  // The tail is looked at first: a long text that grows by short pieces is not read through at
-  // each of them.
+  // The tail is checked first, so that a long text to which short pieces are appended is not read
+  // for each of them.
   if (encoding_ == Encoding::None) {
     encoding_ = tail.encoding_;
   } else if (NeedsItsLabel(tail, *this)) {

@@ -18,7 +18,7 @@ String Part(const String& text, std::string_view bytes) {
   return {std::string(bytes), text.DeclaredEncoding()};
 }
 
-/// Byte offset of the character at a position from 1.
+/// Byte offset of the character at a position, which counts from 1.
 std::size_t OffsetOf(const String& text, std::int64_t position) {
   const std::int64_t index = std::max<std::int64_t>(position, 1) - 1;
   return OffsetOfCharacter(text.View(), text.DeclaredEncoding(), static_cast<std::size_t>(index));

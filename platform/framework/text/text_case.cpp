@@ -8,7 +8,7 @@
 namespace zephin {
 namespace {
 
-/// The text with each character's other form; a form that the encoding lacks leaves the character.
+/// The text with each character mapped; a character whose other form the encoding lacks stays.
 String Mapped(const String& text, std::uint32_t (*map)(std::uint32_t)) {
   const Encoding encoding = text.DeclaredEncoding();
   std::string mapped;
@@ -23,7 +23,7 @@ String Mapped(const String& text, std::uint32_t (*map)(std::uint32_t)) {
   return {std::move(mapped), encoding};
 }
 
-/// A text without encoding is read in the other's.
+/// The encoding in which `text` is compared: if it has none, that of the other text.
 Encoding EncodingBeside(const String& text, const String& other) {
   return text.DeclaredEncoding() == Encoding::None ? other.DeclaredEncoding()
                                                    : text.DeclaredEncoding();

@@ -9,13 +9,13 @@
 namespace zephin {
 namespace {
 
-/// Cuts a text at its separators, from left to right. The text must outlive the walk.
+/// Divides a text at its separators, from left to right. The text must outlive this object.
 class FieldWalk {
  public:
   FieldWalk(const String& text, const String& separator)
       : bytes_(text.View()), search_(text, separator) {}
 
-  /// The next field; nothing behind the last one.
+  /// The next field; nothing after the last one.
   std::optional<std::string_view> Next() {
     if (ended_) {
       return std::nullopt;

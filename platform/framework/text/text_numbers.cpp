@@ -29,7 +29,7 @@ struct Decimal {
   std::string_view exponent;
 };
 
-/// All empty where the text doesn't begin with a number.
+/// The number at the beginning of the text; all parts are empty if there is none.
 Decimal ReadDecimal(std::string_view text) {
   Decimal number;
   number.whole = Digits(text);
@@ -56,7 +56,7 @@ Decimal ReadDecimal(std::string_view text) {
   return number;
 }
 
-/// The exponent, within bounds that no count of digits in memory reaches.
+/// The exponent, limited to bounds that no number of digits in memory can reach.
 std::int64_t Exponent(const Decimal& number) {
   constexpr std::int64_t kBound = std::int64_t{1} << 62U;
   std::string_view digits = number.exponent;
@@ -71,7 +71,7 @@ std::int64_t Exponent(const Decimal& number) {
   return std::clamp(exponent, -kBound, kBound);
 }
 
-/// Whether a number other than 0 is 1 or more.
+/// For a number outside of the range of a double: whether it is too large, not too small.
 bool IsLarge(const Decimal& number) {
   const std::size_t zeros = number.whole.find_first_not_of('0');
   const auto places = zeros != std::string_view::npos
@@ -92,7 +92,7 @@ double Magnitude(std::string_view text) {
   return value;
 }
 
-/// The ASCII characters that a text begins with: no other can be part of a number.
+/// The ASCII characters at the beginning of the text: no other can be part of a number.
 std::string NarrowStart(const String& text) {
   std::string start;
   for (std::size_t offset = 0; offset < text.Size();) {
@@ -128,8 +128,8 @@ double Val(const String& text) {
 
 std::int64_t ValInteger(const String& text) {
   using Limits = std::numeric_limits<std::int64_t>;
-  // The first number above the range, which a double holds exactly; the largest of the range isn't
-  // one of them.
+  // The first number above the range. A double represents it exactly, unlike the largest number of
+  // the range.
   constexpr double kAbove = 9223372036854775808.0;
   const double value = Val(text);
   if (value >= kAbove) {

@@ -12,12 +12,12 @@ namespace {
 constexpr std::size_t kFirstBlock = 256;
 constexpr std::size_t kLargestBlock = std::size_t{64} * 1024;
 
-// The two characters beyond ASCII that are forms of ASCII letters, as UTF-8.
+// The two non-ASCII characters that are forms of ASCII letters, as UTF-8.
 constexpr std::string_view kLongS = "\xC5\xBF";
 constexpr std::string_view kKelvinSign = "\xE2\x84\xAA";
 
-/// Position of `needle` in `bytes`, npos if it isn't there. Linear for any needle, which the
-/// standard library's search isn't.
+/// Offset of `needle` in `bytes`; npos if there is none. The time is linear for any needle, unlike
+/// that of std::string_view::find.
 std::size_t FindIn(std::string_view bytes, std::string_view needle) {
   const void* found = memmem(bytes.data(), bytes.size(), needle.data(), needle.size());
   return found == nullptr
@@ -25,8 +25,8 @@ std::size_t FindIn(std::string_view bytes, std::string_view needle) {
              : static_cast<std::size_t>(static_cast<const char*>(found) - bytes.data());
 }
 
-/// A text without encoding is read in the other's; one without encoding that is searched has only
-/// bytes to compare with.
+/// The encoding in which the needle is read: its own, or that of the searched text if one of the
+/// two has none.
 Encoding EncodingOfNeedle(const String& haystack, const String& needle) {
   const bool asBytes = haystack.DeclaredEncoding() == Encoding::None;
   return asBytes || needle.DeclaredEncoding() == Encoding::None ? haystack.DeclaredEncoding()
@@ -68,12 +68,12 @@ void TextSearch::UseBytes() {
   for (const std::uint32_t character : needle_) {
     const auto byte = folding.ByteOf(character);
     if (!byte) {
-      return;  // a character that the text can't hold
+      return;  // The encoding lacks this character, so that no text contains it.
     }
     needleBytes_ += static_cast<char>(*byte);
     hasForms = hasForms || folding.hasForms[*byte];
   }
-  // ByteOf gives the capital as the first form of an ASCII letter.
+  // For an ASCII letter ByteOf gives the capital, which is the lower byte.
   hasFormsBeyondAscii_ =
       encoding_ == Encoding::UTF8 && needleBytes_.find_first_of("KS") != std::string::npos;
   method_ = hasForms ? Method::FoldedBytes : Method::Bytes;
@@ -116,10 +116,10 @@ std::optional<TextMatch> TextSearch::FindBytes(std::size_t offset) const {
   return TextMatch{offset + found, offset + found + needleBytes_.size()};
 }
 
-// Goes through the text in folded blocks, small ones first: a match is often near. A block is kept
-// for the matches that follow it.
+// Folds the text in blocks, small ones first since a match is often near. A block is kept for the
+// next call.
 std::optional<TextMatch> TextSearch::FindFoldedBytes(std::size_t offset) {
-  // A form beyond ASCII that the block's end cuts shows two of its bytes at the most.
+  // A non-ASCII form that the end of the block cuts has at most two bytes before the end.
   const std::size_t reach = needleBytes_.size() + kKelvinSign.size() - 1;
   while (haystack_.size() - offset >= needleBytes_.size()) {
     if (!BlockCovers(offset, reach)) {
@@ -164,7 +164,7 @@ bool TextSearch::BlockHoldsFormsBeyondAscii() const {
          FindIn(block_, kKelvinSign) != std::string_view::npos;
 }
 
-// The search of Knuth, Morris and Pratt, which reads each character once.
+// Knuth-Morris-Pratt, which decodes each character once.
 std::optional<TextMatch> TextSearch::FindCharacters(std::size_t offset) {
   const std::size_t length = needle_.size();
   std::size_t matched = 0;

@@ -12,7 +12,7 @@ namespace {
 
 Application* current = nullptr;
 
-/// The name under which the failure that is being handled is reported.
+/// The name under which the current exception is reported.
 String KindOfFailure() {
   try {
     throw;
@@ -29,22 +29,22 @@ String KindOfFailure() {
 
 constexpr int kMillisecondsPerTick = 16;
 
-/// Milliseconds on a clock whose reading costs a few nanoseconds and that moves every few
-/// milliseconds: fine enough for a slice, and cheap enough to be looked at in every loop.
+/// Milliseconds of a clock that advances every few milliseconds, fine enough for a time slice.
+/// Reading it takes a few nanoseconds, so that every loop can do it.
 std::int64_t CoarseMilliseconds() {
   timespec now{};
   clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
   return std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1'000'000;
 }
 
-/// The time before which no slice is due. It stands alone, so that a yield before it costs no more
-/// than the clock.
+/// The next time to process events. A plain variable outside of the application object, so that a
+/// yield before it costs only the reading of the clock.
 std::int64_t nextLook = 0;
 
 void LetEventsRun(int milliseconds) {
   Desktop& desktop = Application::Current().Session();
   desktop.LetEventsRun(milliseconds);
-  // Taken after the events, so that a slow handler doesn't make the next yield due at once.
+  // The slice begins after the events: otherwise a slow handler would use it up.
   nextLook = CoarseMilliseconds() + desktop.YieldSlice();
 }
 

@@ -30,6 +30,7 @@ void Control::Refresh(bool now) {
 }
 
 void Control::Changed() {
+  // Before that nothing is shown, and `Open` shows the final state.
   if (owner_ != nullptr && owner_->opened_) {
     Application::Current().Session().ControlChanged(*this);
   }

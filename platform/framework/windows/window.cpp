@@ -7,6 +7,7 @@
 namespace zephin {
 
 Window::~Window() {
+  // Other handles may keep the controls alive.
   for (const Ref<Control>& control : controls_) {
     control->owner_ = nullptr;
   }
@@ -63,6 +64,7 @@ void Window::SetVisible(bool visible) {
 }
 
 void Window::ShowModal() {
+  // The desktop shows the window itself; ShowWindow before it would let events run in between.
   visible_ = true;
   Application::Current().Session().RunModal(*this);
 }
@@ -90,6 +92,7 @@ void Window::ResizedByUser(int width, int height) {
   for (const Ref<Control>& control : controls_) {
     Bounds place = control->Place();
     const Locks& locks = control->LockedEdges();
+    // Locked to both sides, a control grows; locked to the far side only, it moves.
     if (locks.right) {
       (locks.left ? place.width : place.left) += wider;
     }
