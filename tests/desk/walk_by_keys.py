@@ -1,10 +1,10 @@
-"""Walks through an installer by keys alone, without a word from it but its windows: on a system that
-has no bus for screen readers, say. Each window is answered by Return, the one that asks for a
-folder by its path.
+"""Walks through an installer by keys alone, on a system that has no accessibility bus. Each window
+is answered by Return, the one that asks for a folder by its path and Return.
 
 walk_by_keys.py PICTURES FOLDER_TITLE PARENT_FOLDER COMMAND...
 
-COMMAND starts the program, in whose place it stands (`exec`). `DISPLAY` is set for it.
+COMMAND must end in the program itself (`exec`): its windows are found by the process id. `DISPLAY`
+is set for it.
 """
 
 import os
@@ -18,7 +18,7 @@ from session import Session
 
 
 class Walk:
-    """One walk. The program shows a window for the first time when it can take a key."""
+    """One walk. `answers`: the text to type into a window, by its title."""
 
     def __init__(self, screen, process, pictures, answers):
         self._screen = screen
@@ -28,10 +28,11 @@ class Walk:
         self._answered = []
 
     def run(self):
-        """Gives the titles of the windows in the order in which they were answered."""
+        """Returns the titles of the windows in the order in which they were answered, each once:
+        the main window shows for a moment, under its first title, before the start-up hides it."""
         while self._process.poll() is None:
             wait_until(self._step, "another window, or the end", 90)
-        return [title for _, title in self._answered]
+        return list(dict.fromkeys(title for _, title in self._answered))
 
     def _step(self):
         if self._process.poll() is not None:

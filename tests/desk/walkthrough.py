@@ -1,5 +1,5 @@
-"""Clicks through an installer on a desktop of its own as a user would who agrees to everything, and
-leaves a picture of each window.
+"""Clicks through an installer on a desktop of its own, agrees to everything, and leaves a picture
+of each window.
 
 walkthrough.py BUNDLE PICTURES PARENT_FOLDER
 """
@@ -14,12 +14,12 @@ from processes import Failure, wait_until
 from screen import Screen
 from session import Session
 
-# What the window manager draws around a window, at most.
+# The most that the window manager draws around a window.
 _FRAME = 24
 
 
 class Walk:
-    """One walk through an installer. What is in `seen` has its picture from another walk."""
+    """One walk through an installer. `seen`: what needs no picture, since another walk took it."""
 
     def __init__(self, screen, installer, pictures, parent, seen=None):
         self._screen = screen
@@ -32,12 +32,13 @@ class Walk:
         self._done = set()
 
     def run(self):
+        """Returns the exit status of the installer."""
         while self._installer.runs():
             wait_until(self._step, "something new to happen", 120, self._installer.described)
         return self._installer.status()
 
     def _step(self):
-        """Looks at the front window and answers it. False: there is nothing to do yet."""
+        """Looks at the front window and answers it. Returns False if nothing has changed."""
         if not self._installer.runs():
             return True
         window = self.front()
@@ -49,62 +50,70 @@ class Walk:
                       if node.role != "progress bar"))
         if look == self._last:
             return False
-        self._last = look
-        if look not in self._seen:
+        is_new = look not in self._seen
+        if is_new:
             self._seen.add(look)
             self.look_at(window)
-        self._answer(window, controls)
-        return True
+        # A window without an answer may get its default button later, with the focus.
+        is_answered = self._answer(window, controls)
+        if is_answered:
+            self._last = look
+        return is_new or is_answered
 
     def front(self):
-        """The window that has the focus; None while there is none."""
+        """The window that has the focus, or None."""
         titles = [title for _, title in self._screen.windows(self._installer.process.pid)]
         windows = {window.name: window for window in self._installer.windows()}
         return windows.get(titles[-1]) if titles and self._installer.is_active() else None
 
     @staticmethod
     def _half_of_bar(controls):
-        """How far the bar is, in steps that are worth a picture: empty, half, full."""
+        """The filled part of the bar in the steps that get a picture: 0 for empty, 1 for half, 2
+        for full; None without a bar."""
         for value, most in (node.value for node in controls if node.role == "progress bar"):
             return most and int(2 * min(value / most, 1))
         return None
 
     def _answer(self, window, controls):
+        """Returns False if there is nothing to do in the window."""
         buttons = {node.name: node for node in controls if node.role == "push button"}
-        default = next((b for b in buttons.values() if "is-default" in b.states), None)
         field = next((node for node in controls if node.role == "text"
                       and "editable" in node.states), None)
         boxes = [node for node in controls
                  if node.role == "check box" and "checked" not in node.states]
-        # Beside Quit and Install, the main window may have a button for a page to read before.
-        info = min(buttons.values(), key=lambda node: node.area[0]) if len(buttons) == 3 else None
-        if info and info.name not in self._done:
-            self._done.add(info.name)
-            self._installer.click_on(info)
-            return
-        if info and default and info.name == default.name:
-            # It has the focus since it was clicked, and Return would press it again.
-            default = max(buttons.values(), key=lambda node: node.area[0])
-        if boxes and window.name not in self._done:
+        default = next((name for name, b in buttons.items() if "is-default" in b.states), None)
+        info = None
+        if len(buttons) == 3:
+            # The main window. The button that was clicked last has the focus and is the default.
+            info, _, default = sorted(buttons, key=lambda name: buttons[name].area[0])
+        if info and info not in self._done:
+            self._done.add(info)
+            self._installer.click_on(buttons[info])
+        elif boxes and window.name not in self._done:
             self._done.add(window.name)
             for box in boxes:
                 self._installer.click_on(box)
-        elif field:
+        elif field and window.name not in self._done:
+            self._done.add(window.name)
             self._screen.type(self._parent + "\n")
-        elif default and (window.name, default.name) not in self._done:
+        elif default and (window.name, default) not in self._done:
             if window.role != "alert":
-                self._done.add((window.name, default.name))
-            self._installer.click_on(default)
+                self._done.add((window.name, default))
+            self._installer.click_on(buttons[default])
+        else:
+            return False
+        return True
 
     def look_at(self, window):
-        """Takes a picture of a window that looks new, unless another one covers it meanwhile."""
+        """Takes a picture of a window that looks new, unless another window covers it meanwhile."""
         title = re.sub(r"[^a-z0-9]+", "-", window.name.lower()).strip("-") or "window"
         area = window.area
         if not area:
-            return  # It has just gone.
+            return  # It has just closed.
         x, y, width, height = self._installer.on_screen(area)
         path = os.path.join(self._pictures, f"{self._count + 1:02}-{title}.png")
-        self._screen.picture(path, (x - _FRAME, y - _FRAME, width + 2 * _FRAME, height + 2 * _FRAME))
+        self._screen.picture(path,
+                             (x - _FRAME, y - _FRAME, width + 2 * _FRAME, height + 2 * _FRAME))
         front = self.front()
         if front and front.name == window.name:
             self._count += 1

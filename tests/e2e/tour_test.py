@@ -2,14 +2,12 @@
 
 import os
 import pathlib
-import subprocess
 
 import case
 import walk_by_keys
 from hearing import assert_heard
+from tour import Samples
 from walkthrough import Walk
-
-_GENERATE = os.path.join(case.ROOT, "samples", "generate")
 
 
 class ListeningWalk(Walk):
@@ -30,29 +28,23 @@ class ListeningWalk(Walk):
 
 
 class Tour(case.InstallerTest):
-    def make(self, sample, **values):
-        bundle = os.path.join(self.folder, f"{sample}.app")
-        settings = [word for name, value in values.items() for word in ("--set", f"{name}={value}")]
-        samples = os.path.join(self.folder, "samples")
-        subprocess.run([_GENERATE, samples], check=True)
-        subprocess.run([case.MAKE_SETUP, *settings, os.path.join(samples, sample), case.STUB,
-                        bundle], check=True)
-        return bundle
+    def setUp(self):
+        super().setUp()
+        self.samples = Samples(case.STUB, case.MAKE_SETUP, self.folder)
 
-    def walk(self, sample, **values):
-        run = self.open(self.make(sample, **values))
+    def walk(self, bundle):
+        run = self.open(bundle)
         walk = ListeningWalk(self.screen, run, None, self.target)
         self.assertEqual(walk.run(), 0)
         return run, walk.heard
 
     def test_tour_and_its_update(self):
-        aside = pathlib.Path(self.folder)
-        # The archive is made with the bundle, and asked for later.
-        server = self.serve({"/templates.zip": lambda request: case.page(
-            (aside / "templates.zip").read_bytes())(request)})
-        run, heard = self.walk("tour", PORT=server.server_port, ASIDE=aside)
+        aside = pathlib.Path(self.folder, "aside")
+        aside.mkdir()
+        server = self.samples.server
+        run, heard = self.walk(self.samples.make("tour", aside=aside))
         self.assertEqual(server.asked, ["/templates.zip"])
-        self.assert_opens(run, f"http://{server.address}/thanks.html")
+        self.assert_opens(run, f"http://127.0.0.1:{server.server_port}/thanks.html")
         self.assertIn(("progress bar", "Progress"), heard["Juniper Notes 2.1"])
         self.assertIn(("radio button", "Light: ink on paper"), heard["Pick a theme"])
         installed = self.installed("Juniper Notes")
@@ -67,7 +59,7 @@ class Tour(case.InstallerTest):
             left = pathlib.Path(run.home, "ZephinTour", name)
             case.wait_until(lambda: left.exists() and left.stat().st_size, name)
 
-        self.walk("patch")
+        self.walk(self.samples.make("patch"))
         patched = self.installed("Juniper Notes")
         self.assertNotIn("Samples", patched)
         self.assertNotEqual(patched["Read me.txt"], installed["Read me.txt"])
@@ -75,7 +67,7 @@ class Tour(case.InstallerTest):
         self.assertEqual(os.listdir(self.target), ["Juniper Notes"])
 
     def test_tour_by_keys_alone(self):
-        run = self.open(self.make("tour", ASIDE=self.folder))
+        run = self.open(self.samples.make("tour", aside=self.folder))
         titles = walk_by_keys.Walk(self.screen, run.process, self.folder,
                                    {"Where shall Juniper Notes live?": self.target}).run()
         self.assertEqual(titles, ["Install", "Juniper Notes 2.1", "Before you install",

@@ -63,7 +63,9 @@ TEST_F(ScrambledFile, LargeFileIsWholeAndItsHardLinkKeepsItsContent) {
 // A payload from a read-only disc: without the right to write, the disk would have to hold it
 // twice.
 TEST_F(ScrambledFile, ReadOnlyFileGivesItsSpaceBack) {
-  WriteFile(file, std::string(40'000'000, 'b'));
+  std::string bytes;
+  bytes.resize(40'000'000, 'b');
+  WriteFile(file, bytes);
   fs::permissions(file, fs::perms(0444));
   const PlainUser user(run.scratch.Path());
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> old(std::fopen(file.c_str(), "rb"),

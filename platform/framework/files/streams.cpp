@@ -34,7 +34,7 @@ bool MakeFree(const char* path) {
   if (stat(path, &state) == 0 && !S_ISREG(state.st_mode)) {
     return false;
   }
-  return unlink(path) == 0 || errno == ENOENT;
+  return lstat(path, &state) != 0 || unlink(path) == 0;
 }
 
 /// Whether a plain file exists there that has no other name, so that emptying it affects no other

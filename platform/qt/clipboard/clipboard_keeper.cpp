@@ -23,7 +23,7 @@ constexpr const char* kInMemory = "clipboard_keeper (in memory)";
 
 /// Runs this program again from a copy in memory, so that the user can eject the disc with the
 /// installer while the text is served. Returns only on failure.
-void GoOnInMemory(char* owner) {
+void GoOnInMemory(const std::string& owner) {
   const int program = open("/proc/self/exe", O_RDONLY | O_CLOEXEC);
   const int copy = memfd_create("clipboard_keeper", MFD_CLOEXEC);
   struct stat facts {};
@@ -38,7 +38,8 @@ void GoOnInMemory(char* owner) {
   }
   // By this name the copy knows that it is one.
   std::string name = kInMemory;
-  const std::array<char*, 3> arguments{name.data(), owner, nullptr};
+  std::string window = owner;
+  const std::array<char*, 3> arguments{name.data(), window.data(), nullptr};
   fexecve(copy, arguments.data(), environ);
 }
 
