@@ -14,9 +14,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(MachineFacts, TemporaryFolderBelongsToTheUserAlone) {
+TEST(MachineFacts, TemporaryFolderIsPrivateToTheUser) {
   const std::string name = "zephin-" + std::to_string(geteuid());
-  // What stands at the usual name already, and whether that is taken all the same.
+  // The item at the usual name, and whether it is used nevertheless.
   const std::vector<std::pair<std::string, bool>> rows = {
       {"open folder", true}, {"link", false}, {"file", false}, {"another user's", geteuid() != 0}};
   for (const auto& [what, taken] : rows) {
@@ -45,10 +45,10 @@ TEST(MachineFacts, TemporaryFolderBelongsToTheUserAlone) {
   }
 }
 
-TEST(MachineFacts, DesktopFolderIsNamedInTheListOfUserFolders) {
+TEST(MachineFacts, DesktopFolderIsReadFromTheListOfUserFolders) {
   const ScratchFolder scratch;
   const std::string homePath = scratch.Path().string();
-  // The contents of the list, and the desktop folder; one below the home folder begins with "~".
+  // The contents of the list, and the desktop folder, where "~" is the home folder.
   const std::vector<std::pair<const char*, std::string>> rows = {
       {"# made\nXDG_DESKTOP_DIR=\"$HOME/Bureau\"\nXDG_MUSIC_DIR=\"$HOME/M\"\n", "~/Bureau"},
       {"  XDG_DESKTOP_DIR=\"/else/where/\"", "/else/where"},
@@ -70,7 +70,7 @@ TEST(MachineFacts, DesktopFolderIsNamedInTheListOfUserFolders) {
   }
 }
 
-TEST(MachineFacts, VariablesWithoutAFullPathAreIgnored) {
+TEST(MachineFacts, VariablesWithRelativePathsAreIgnored) {
   const ScratchFolder scratch;
   const Variable temporary("TMPDIR", scratch.Path());
   const Variable settings("XDG_CONFIG_HOME", "relative");
