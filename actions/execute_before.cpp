@@ -1,7 +1,7 @@
 #include "app/zephin_stub_window.h"
 #include "payload/bundle_resources.h"
 #include "platform/framework/application.h"
-#include "platform/framework/clipboard.h"
+#include "platform/framework/session.h"
 #include "platform/framework/text.h"
 #include "util/process.h"
 #include "util/text_search.h"

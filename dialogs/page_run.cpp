@@ -1,6 +1,7 @@
 #include "dialogs/page_run.h"
 
 #include "dialogs/pages.h"
+#include "platform/framework/folder_item.h"
 #include "platform/framework/text.h"
 #include "util/text_search.h"
 

@@ -1,7 +1,7 @@
 #include "files/files.h"
 
 #include "files/folders.h"
-#include "platform/framework/special_folder.h"
+#include "platform/framework/folder_item.h"
 #include "platform/framework/text.h"
 #include "util/paths.h"
 

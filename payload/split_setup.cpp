@@ -4,7 +4,7 @@
 #include "dialogs/conflict.h"
 #include "files/files.h"
 #include "platform/framework/application.h"
-#include "platform/framework/clipboard.h"
+#include "platform/framework/session.h"
 #include "platform/framework/shell.h"
 #include "platform/framework/streams.h"
 #include "platform/framework/text.h"

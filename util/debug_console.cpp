@@ -1,6 +1,6 @@
 #include "util/debug_console.h"
 
-#include "platform/framework/special_folder.h"
+#include "platform/framework/folder_item.h"
 #include "platform/framework/streams.h"
 
 namespace zephin::ViewConst {

@@ -140,6 +140,20 @@ Ref<FolderItem> GetFolderItem(const String& path, int mode = 0);
 /// An unused path in the temporary folder; nothing is created. Nil if there is no such folder.
 Ref<FolderItem> GetTemporaryFolderItem();
 
+/// Well-known folders of the machine and the user, taken from the application's `Machine`. Each is
+/// nil if the machine does not know it.
+namespace SpecialFolder {
+
+/// Its parent is the root of the system volume.
+Ref<FolderItem> System();
+Ref<FolderItem> UserHome();
+/// It need not exist.
+Ref<FolderItem> Desktop();
+/// A private folder of the user.
+Ref<FolderItem> Temporary();
+
+}  // namespace SpecialFolder
+
 }  // namespace zephin
 
 #endif  // PLATFORM_FRAMEWORK_FOLDER_ITEM_H_
