@@ -4,7 +4,7 @@
 #include "platform/framework/session.h"
 #include "platform/framework/text.h"
 #include "util/process.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 // The before-program answers over the clipboard: "ZephinInstallWait" while it works, then
 // "ZephinInstallDone:" or "ZephinInstallAbort:", each with an optional message after the colon.

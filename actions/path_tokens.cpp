@@ -6,7 +6,7 @@
 #include "platform/framework/session.h"
 #include "platform/framework/text.h"
 #include "setup/path_tokens.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 namespace zephin {
 namespace {

@@ -3,8 +3,7 @@
 #include "dialogs/message_modal.h"
 #include "platform/framework/text.h"
 #include "util/globals.h"
-#include "util/text_building.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 namespace zephin::GlobalsVk {
 

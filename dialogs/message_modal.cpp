@@ -2,7 +2,7 @@
 
 #include "platform/framework/text.h"
 #include "util/globals.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 namespace zephin {
 namespace {

@@ -2,6 +2,7 @@
 
 #include "files/folders.h"
 #include "platform/framework/folder_item.h"
+#include "platform/framework/shell.h"
 #include "platform/framework/text.h"
 #include "util/paths.h"
 
@@ -82,6 +83,34 @@ bool CopyFile(const String& source, const String& destination) {
 
 bool CopyFileB(const String& source, const String& destination) {
   return CopyItem(source, destination, Strictness::Strict);
+}
+
+void AllUsersFullAccess(const String& path) {
+  Shell shell;
+  const Ref<FolderItem> item = GlobalsVk::MyGetFolderItem(path);
+  if (item.IsNil()) {
+    return;
+  }
+  const String command = item->Directory() ? "chmod 777 " : "chmod 666 ";
+  shell.Execute(command + item->ShellPath());
+}
+
+void AllUsersFullAccessOnMac(const Ref<FolderItem>& item) {
+  Shell shell;
+  if (!item.IsNil()) {
+    shell.Execute("chmod ugo+rwx " + item->ShellPath());
+  }
+}
+
+void AllUsersFullAccessInTree(const Ref<FolderItem>& item) {
+  item->GrantAllRights();
+}
+
+void SetInvisible(const String& path) {
+  const Ref<FolderItem> item = GetFolderItem(path, 1);
+  if (!item.IsNil() && item->Exists()) {
+    item->SetVisible(false);
+  }
 }
 
 }  // namespace zephin::ViewConst

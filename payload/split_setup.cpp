@@ -10,7 +10,7 @@
 #include "platform/framework/text.h"
 #include "setup/bundle_files.h"
 #include "util/paths.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 // A payload too large for one disc is cut into pieces: Data#1 in the bundle, then Data#2, Data#3,
 // ... and last Data#End in the folder from which the user started the bundle, on any number of

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "platform/framework/text.h"
-#include "util/debug_console.h"
-#include "util/text_search.h"
+#include "util/globals.h"
+#include "util/texts.h"
 
 namespace zephin::ViewConst {
 namespace {

@@ -5,7 +5,7 @@
 #include "platform/framework/text.h"
 #include "util/globals.h"
 #include "util/paths.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 namespace zephin::ViewConst {
 namespace {

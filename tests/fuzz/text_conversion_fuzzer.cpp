@@ -17,7 +17,7 @@
 #include "tests/fuzz/fuzzing.h"
 #include "tests/fuzz/plain_text.h"
 #include "tests/support/quiet_desktop.h"
-#include "util/text_building.h"
+#include "util/texts.h"
 
 namespace zephin::test {
 namespace {

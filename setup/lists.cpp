@@ -1,10 +1,22 @@
-#include "setup/copy_list.h"
+#include "setup/lists.h"
 
 #include <algorithm>
 
 #include "platform/framework/text.h"
 
 namespace zephin {
+
+std::vector<SelectionEntry> ReadSelectionList(const String& list) {
+  std::vector<SelectionEntry> entries;
+  for (const String& entry : Split(list, kSelectionSeparator)) {
+    const auto part = [&entry](std::int64_t number) {
+      return NthField(entry, kSelectionPartSeparator, number);
+    };
+    entries.push_back({part(1), part(2), part(3), part(4)});
+  }
+  return entries;
+}
+
 namespace {
 
 CopyVerb VerbOf(const String& key) {
