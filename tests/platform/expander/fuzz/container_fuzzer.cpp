@@ -9,10 +9,10 @@
 #include <utility>
 #include <vector>
 
-#include "platform/expander/central_directory.h"
-#include "platform/expander/entry_stream.h"
-#include "platform/expander/file_jobs.h"
-#include "platform/expander/plan.h"
+#include "platform/expander/plan/file_jobs.h"
+#include "platform/expander/plan/plan.h"
+#include "platform/expander/zip/central_directory.h"
+#include "platform/expander/zip/entry_stream.h"
 #include "tests/fuzz/fuzzing.h"
 
 namespace zephin::expander {

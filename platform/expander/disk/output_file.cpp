@@ -1,0 +1,88 @@
+#include "platform/expander/disk/output_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+
+namespace zephin::expander {
+
+int ClearName(int folder, const char* leaf) {
+  if (::unlinkat(folder, leaf, 0) == 0 || errno == ENOENT) {
+    return 0;
+  }
+  const int code = errno;
+  struct stat status {};
+  if (::fstatat(folder, leaf, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode)) {
+    return EISDIR;
+  }
+  return code;
+}
+
+OutputFile::~OutputFile() {
+  if (descriptor_.IsOpen()) {
+    (void)::unlinkat(folder_, leaf_.c_str(), 0);
+  }
+}
+
+int OutputFile::Create(int folder, std::string_view leaf, const Attributes& attributes, mode_t mask,
+                       Standing standing) {
+  constexpr mode_t kPlainMode = 0666;
+  folder_ = folder;
+  leaf_ = leaf;
+  const mode_t mode = attributes.hasMode ? attributes.mode : kPlainMode;
+  changeMode_ = attributes.hasMode && (mode & mask) != 0;
+  const auto create = [&] {
+    return Descriptor(::openat(folder, leaf_.c_str(),
+                               O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
+  };
+  descriptor_ = create();
+  if (!descriptor_.IsOpen() && errno == EEXIST && standing == Standing::Replace) {
+    if (const int code = ClearName(folder, leaf_.c_str()); code != 0) {
+      return code;
+    }
+    descriptor_ = create();
+  }
+  return descriptor_.IsOpen() ? 0 : errno;
+}
+
+int OutputFile::Write(const char* bytes, std::size_t size) {
+  while (size > 0) {
+    const ssize_t written = ::write(descriptor_.Number(), bytes, size);
+    if (written < 0 && errno == EINTR) {
+      continue;
+    }
+    if (written <= 0) {
+      return written < 0 ? errno : ENOSPC;
+    }
+    bytes += written;
+    size -= static_cast<std::size_t>(written);
+  }
+  return 0;
+}
+
+int OutputFile::Finish(const Attributes& attributes) {
+  const int descriptor = descriptor_.Number();
+  if (changeMode_ && ::fchmod(descriptor, attributes.mode) != 0) {
+    return errno;
+  }
+  const std::array<timespec, 2> times = {timespec{0, UTIME_OMIT},
+                                         timespec{attributes.seconds, attributes.nanoseconds}};
+  if (::futimens(descriptor, times.data()) != 0) {
+    return errno;
+  }
+  const int code = descriptor_.Close();
+  if (code != 0) {
+    (void)::unlinkat(folder_, leaf_.c_str(), 0);
+  }
+  return code;
+}
+
+bool OutputFile::StillThere() const {
+  struct stat status {};
+  return ::fstat(descriptor_.Number(), &status) == 0 && status.st_nlink > 0;
+}
+
+}  // namespace zephin::expander

@@ -1,0 +1,250 @@
+#include "platform/expander/work/expansion.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+#include "platform/expander/zip/entry_stream.h"
+
+namespace zephin::expander {
+namespace {
+
+constexpr mode_t kPlainMode = 0777;
+
+std::array<timespec, 2> ChangeTime(const Attributes& attributes) {
+  return {timespec{0, UTIME_OMIT}, timespec{attributes.seconds, attributes.nanoseconds}};
+}
+
+/// Enters a folder that stood before. One that its owner may not write in is opened up until the
+/// end.
+int EnterStanding(Folder& folder, int descriptor) {
+  struct stat status {};
+  if (::fstat(descriptor, &status) != 0) {
+    return errno;
+  }
+  folder.stood = true;
+  const mode_t mode = status.st_mode & 07777;
+  if ((mode & S_IRWXU) == S_IRWXU || status.st_uid != ::geteuid()) {
+    return 0;
+  }
+  if (!folder.attributes.hasMode) {
+    folder.attributes.mode = static_cast<std::uint16_t>(mode);
+    folder.attributes.hasMode = true;
+  }
+  return ::fchmod(descriptor, mode | S_IRWXU) == 0 ? 0 : errno;
+}
+
+int MakeFolder(Site& site, FolderDescriptors& descriptors, std::uint32_t index) {
+  Folder& folder = site.plan.folders[index];
+  if (const int code = site.plan.folders[folder.parent].code; code != 0) {
+    return code;
+  }
+  const int parent = descriptors.Get(folder.parent);
+  if (parent < 0) {
+    return errno;
+  }
+  const std::string leaf(folder.Leaf());
+  if (::mkdirat(parent, leaf.c_str(), kPlainMode) == 0) {
+    ++site.control.made;
+    return 0;
+  }
+  if (errno != EEXIST) {
+    return errno;
+  }
+  const int descriptor = descriptors.Get(index);
+  if (descriptor < 0) {
+    // A link is met as ELOOP; to the user it is the same as a file in the way.
+    return errno == ELOOP ? ENOTDIR : errno;
+  }
+  return EnterStanding(folder, descriptor);
+}
+
+/// Sets mode and time. Most folders have got their mode with their making, and are not opened
+/// again.
+int FinishFolder(const Site& site, FolderDescriptors& descriptors, std::uint32_t index) {
+  const Folder& folder = site.plan.folders[index];
+  const Attributes& attributes = folder.attributes;
+  const mode_t fresh = kPlainMode & ~site.mask;
+  const bool setMode = attributes.hasMode && (folder.stood || attributes.mode != fresh);
+  if (setMode || index == site.root.folder) {
+    const int descriptor = descriptors.Get(index);
+    if (descriptor < 0 || (setMode && ::fchmod(descriptor, attributes.mode) != 0) ||
+        (folder.named && ::futimens(descriptor, ChangeTime(attributes).data()) != 0)) {
+      return errno;
+    }
+    return 0;
+  }
+  const int parent = descriptors.Get(folder.parent);
+  if (parent < 0 || ::utimensat(parent, std::string(folder.Leaf()).c_str(),
+                                ChangeTime(attributes).data(), AT_SYMLINK_NOFOLLOW) != 0) {
+    return errno;
+  }
+  return 0;
+}
+
+/// Reads a link's target, or notes why it can't be.
+bool ReadTarget(Site& site, const Entry& entry, Unpacker& unpacker, std::string& target) {
+  std::array<char, PATH_MAX> buffer{};
+  unpacker.reader.SetEnd(entry.limit);
+  EntryStream stream(entry, unpacker);
+  if (!stream.Small()) {
+    site.faults.Add(entry.order, entry.storedName, "its data are damaged");
+    return false;
+  }
+  const auto data = stream.Whole(buffer.data());
+  if (!data) {
+    site.faults.Add(entry.order, entry.storedName, stream.Fault());
+    return false;
+  }
+  if (data->find('\0') != std::string_view::npos) {
+    site.faults.Add(entry.order, entry.storedName, "its target holds a NUL byte");
+    return false;
+  }
+  target = *data;
+  return true;
+}
+
+int MakeLink(const Site& site, const Entry& entry, int folder, const std::string& target) {
+  const std::string leaf(entry.Leaf());
+  int code = ::symlinkat(target.c_str(), folder, leaf.c_str()) == 0 ? 0 : errno;
+  if (code == EEXIST && site.standing == Standing::Replace) {
+    code = ClearName(folder, leaf.c_str());
+    if (code == 0) {
+      code = ::symlinkat(target.c_str(), folder, leaf.c_str()) == 0 ? 0 : errno;
+    }
+  }
+  if (code != 0) {
+    return code;
+  }
+  ++site.control.made;
+  return ::utimensat(folder, leaf.c_str(), ChangeTime(entry.attributes).data(),
+                     AT_SYMLINK_NOFOLLOW) == 0
+             ? 0
+             : errno;
+}
+
+}  // namespace
+
+void MakeFolders(Site& site) {
+  FolderDescriptors descriptors(site.plan.folders, site.root);
+  for (std::uint32_t i = 1; i < site.plan.folders.size() && site.control.Proceed(); ++i) {
+    if (i != site.root.folder) {
+      site.plan.folders[i].code = MakeFolder(site, descriptors, i);
+    }
+  }
+}
+
+void MakeLinks(Site& site) {
+  if (site.plan.links.empty()) {
+    return;
+  }
+  FolderDescriptors descriptors(site.plan.folders, site.root);
+  Unpacker unpacker(site.file);
+  std::string target;
+  for (Entry& entry : site.plan.links) {
+    if (!site.control.Proceed()) {
+      return;
+    }
+    if (FolderLost(site, entry) || !ReadTarget(site, entry, unpacker, target)) {
+      continue;
+    }
+    const int folder = descriptors.Get(entry.folder);
+    const int code = folder < 0 ? errno : MakeLink(site, entry, folder, target);
+    entry.made = code == 0;
+    if (code != 0) {
+      site.faults.AddSystem(entry.order, entry.storedName, code);
+      NoteLoss(site);
+    }
+  }
+}
+
+void FinishFolders(Site& site) {
+  FolderDescriptors descriptors(site.plan.folders, site.root);
+  for (auto i = static_cast<std::uint32_t>(site.plan.folders.size()); i-- > 1;) {
+    Folder& folder = site.plan.folders[i];
+    if (!site.control.Proceed()) {
+      return;
+    }
+    if (folder.code == 0 && (folder.named || (folder.stood && folder.attributes.hasMode))) {
+      folder.code = FinishFolder(site, descriptors, i);
+    }
+    if (folder.code != 0 && folder.named) {
+      site.faults.AddSystem(folder.order, folder.path, folder.code);
+    }
+  }
+}
+
+void RemoveRemains(Site& site) {
+  FolderDescriptors descriptors(site.plan.folders, site.root);
+  for (const auto* list : {&site.plan.files, &site.plan.links}) {
+    for (const Entry& entry : *list) {
+      const int folder = entry.made ? descriptors.Get(entry.folder) : -1;
+      if (folder >= 0) {
+        (void)::unlinkat(folder, std::string(entry.Leaf()).c_str(), 0);
+      }
+    }
+  }
+  for (auto i = static_cast<std::uint32_t>(site.plan.folders.size()); i-- > 1;) {
+    const Folder& folder = site.plan.folders[i];
+    if (i == site.root.folder || folder.stood || folder.code != 0) {
+      continue;
+    }
+    if (const int parent = descriptors.Get(folder.parent); parent >= 0) {
+      (void)::unlinkat(parent, std::string(folder.Leaf()).c_str(), AT_REMOVEDIR);
+    }
+  }
+}
+
+std::uint64_t CountExpanded(const Site& site) {
+  const auto made = [](const Entry& entry) { return entry.made; };
+  const auto stands = [](const Folder& folder) { return folder.named && folder.code == 0; };
+  const Plan& plan = site.plan;
+  return static_cast<std::uint64_t>(
+      std::count_if(plan.files.begin(), plan.files.end(), made) +
+      std::count_if(plan.links.begin(), plan.links.end(), made) +
+      std::count_if(plan.folders.begin(), plan.folders.end(), stands));
+}
+
+bool FolderLost(Site& site, const Entry& entry) {
+  const int code = site.plan.folders[entry.folder].code;
+  if (code == ENOTDIR) {
+    site.faults.Add(entry.order, entry.storedName,
+                    "a file or link stands where its folder must be");
+  } else if (code != 0) {
+    site.faults.Add(entry.order, entry.storedName,
+                    "its folder could not be made: " + SystemText(code));
+  }
+  return code != 0;
+}
+
+void NoteLoss(Site& site) {
+  struct stat status {};
+  if (::fstat(site.root.descriptor, &status) == 0 && status.st_nlink == 0) {
+    site.control.Stop();
+  }
+}
+
+std::size_t RoomBelow(const std::string& folderPath) {
+  const std::unique_ptr<char, decltype(&::free)> real(::realpath(folderPath.c_str(), nullptr),
+                                                      &::free);
+  const std::size_t length = real ? std::strlen(real.get()) : folderPath.size();
+  return length + 2 < PATH_MAX ? PATH_MAX - 2 - length : 0;
+}
+
+mode_t CreationMask() {
+  constexpr mode_t kCautious = 077;
+  const mode_t mask = ::umask(kCautious);
+  (void)::umask(mask);
+  return mask;
+}
+
+}  // namespace zephin::expander

@@ -1,0 +1,58 @@
+#include "platform/expander/zip/archive_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <limits>
+#include <utility>
+
+namespace zephin::expander {
+
+int ArchiveFile::Open(const std::string& path) {
+  // O_NONBLOCK: a pipe of that name must not hang the open.
+  Descriptor descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  if (!descriptor.IsOpen()) {
+    return errno;
+  }
+  return Take(std::move(descriptor));
+}
+
+int ArchiveFile::Take(Descriptor descriptor) {
+  struct stat status {};
+  if (::fstat(descriptor.Number(), &status) != 0) {
+    return errno;
+  }
+  if (S_ISDIR(status.st_mode)) {
+    return EISDIR;
+  }
+  if (!S_ISREG(status.st_mode)) {
+    return EINVAL;
+  }
+  descriptor_ = std::move(descriptor);
+  length_ = static_cast<std::uint64_t>(status.st_size);
+  return 0;
+}
+
+int ArchiveFile::ReadAt(std::uint64_t offset, void* target, std::size_t size) const {
+  if (offset > length_ || size > length_ - offset) {
+    return EIO;
+  }
+  auto* next = static_cast<char*>(target);
+  while (size > 0) {
+    const ssize_t got = ::pread(descriptor_.Number(), next, size, static_cast<off_t>(offset));
+    if (got < 0 && errno == EINTR) {
+      continue;
+    }
+    if (got <= 0) {
+      return got < 0 ? errno : EIO;
+    }
+    next += got;
+    offset += static_cast<std::uint64_t>(got);
+    size -= static_cast<std::size_t>(got);
+  }
+  return 0;
+}
+
+}  // namespace zephin::expander

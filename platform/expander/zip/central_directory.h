@@ -1,0 +1,41 @@
+// An archive's table of contents, read whole: it alone says what there is.
+#ifndef PLATFORM_EXPANDER_ZIP_CENTRAL_DIRECTORY_H_
+#define PLATFORM_EXPANDER_ZIP_CENTRAL_DIRECTORY_H_
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "platform/expander/common/faults.h"
+#include "platform/expander/zip/archive_file.h"
+#include "platform/expander/zip/entry.h"
+
+namespace zephin::expander {
+
+constexpr std::uint32_t kDirectorySignature = 0x02014B50;
+
+class CentralDirectory {
+ public:
+  CentralDirectory() = default;
+  CentralDirectory(const CentralDirectory&) = delete;
+  CentralDirectory& operator=(const CentralDirectory&) = delete;
+
+  /// Reads and checks all entries. Those that can't be expanded have their `refusal` set, entries
+  /// that share bytes of the archive included. Faults of the archive as a whole (no table, a table
+  /// that breaks off) are added to `faults` under `archiveName`; what could be read is there all
+  /// the same.
+  void Read(const ArchiveFile& file, const std::string& archiveName, Faults& faults);
+
+  /// In the archive's order.
+  std::vector<Entry> entries;
+
+ private:
+  std::vector<char> bytes_;
+  /// Names that had to be decoded or cleaned.
+  std::deque<std::string> texts_;
+};
+
+}  // namespace zephin::expander
+
+#endif  // PLATFORM_EXPANDER_ZIP_CENTRAL_DIRECTORY_H_
