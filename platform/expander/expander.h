@@ -27,7 +27,9 @@ struct Result {
   bool Complete() const { return faults == 0; }
   /// The line for standard error, without a line feed: the first fault and how many more there are.
   /// Empty when there is none.
-  std::string Line() const;
+  std::string Line() const {
+    return faults > 1 ? firstFault + " (and " + std::to_string(faults - 1) + " more)" : firstFault;
+  }
 };
 
 /// Both functions read and change the process's file creation mask for a moment at their start, use

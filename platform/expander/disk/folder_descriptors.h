@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/expander/common/descriptor.h"
+#include "platform/expander/common/resources.h"
 #include "platform/expander/plan/plan.h"
 
 namespace zephin::expander {

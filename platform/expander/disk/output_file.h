@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/expander/common/descriptor.h"
+#include "platform/expander/common/resources.h"
 #include "platform/expander/zip/entry.h"
 
 namespace zephin::expander {

@@ -14,7 +14,7 @@
 #include "platform/expander/disk/folder_descriptors.h"
 #include "platform/expander/disk/output_file.h"
 #include "platform/expander/plan/plan.h"
-#include "platform/expander/work/work_control.h"
+#include "platform/expander/work/threads.h"
 #include "platform/expander/zip/archive_file.h"
 
 namespace zephin::expander {

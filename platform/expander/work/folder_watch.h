@@ -11,7 +11,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "platform/expander/common/descriptor.h"
+#include "platform/expander/common/resources.h"
 #include "platform/expander/work/expansion.h"
 
 namespace zephin::expander {

@@ -9,11 +9,11 @@
 #include <thread>
 #include <vector>
 
-#include "platform/expander/common/block.h"
+#include "platform/expander/common/resources.h"
 #include "platform/expander/disk/output_file.h"
 #include "platform/expander/plan/file_jobs.h"
 #include "platform/expander/work/expansion.h"
-#include "platform/expander/work/relay.h"
+#include "platform/expander/work/threads.h"
 #include "platform/expander/zip/entry_stream.h"
 
 namespace zephin::expander {

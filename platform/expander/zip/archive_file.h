@@ -7,8 +7,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
-#include "platform/expander/common/descriptor.h"
+#include "platform/expander/common/resources.h"
 
 namespace zephin::expander {
 
@@ -30,6 +31,32 @@ class ArchiveFile {
  private:
   Descriptor descriptor_;
   std::uint64_t length_ = 0;
+};
+
+/// Reads the archive through a buffer of bounded size, ahead of what is asked for where entries lie
+/// one behind the other. One per thread.
+class WindowReader {
+ public:
+  /// Most bytes that one view can have: the largest header, or a small entry with its header.
+  static constexpr std::size_t kCapacity = 1280U << 10U;
+
+  explicit WindowReader(const ArchiveFile& file) : file_(file), buffer_(kCapacity) {}
+
+  /// Nothing from `end` on is read ahead: other threads read there.
+  void SetEnd(std::uint64_t end) { end_ = end; }
+
+  /// `size` bytes (1 to kCapacity) at `offset`, valid until the next call; empty when they can't be
+  /// read, and then Code() is the system's error code.
+  std::string_view View(std::uint64_t offset, std::size_t size);
+  int Code() const { return code_; }
+
+ private:
+  const ArchiveFile& file_;
+  Block buffer_;
+  std::uint64_t offset_ = 0;
+  std::size_t filled_ = 0;
+  std::uint64_t end_ = 0;
+  int code_ = 0;
 };
 
 }  // namespace zephin::expander

@@ -10,8 +10,7 @@
 
 #include "platform/expander/zip/directory_end.h"
 #include "platform/expander/zip/entry_name.h"
-#include "platform/expander/zip/entry_time.h"
-#include "platform/expander/zip/extra_fields.h"
+#include "platform/expander/zip/header_fields.h"
 #include "platform/expander/zip/little_endian.h"
 #include "platform/expander/zip/local_header.h"
 

@@ -12,7 +12,6 @@
 #include "platform/expander/zip/archive_file.h"
 #include "platform/expander/zip/entry.h"
 #include "platform/expander/zip/inflater.h"
-#include "platform/expander/zip/window_reader.h"
 
 namespace zephin::expander {
 

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "platform/expander/zip/extra_fields.h"
+#include "platform/expander/zip/header_fields.h"
 #include "platform/expander/zip/little_endian.h"
 
 namespace zephin::expander {

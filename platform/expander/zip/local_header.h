@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "platform/expander/zip/archive_file.h"
 #include "platform/expander/zip/entry.h"
-#include "platform/expander/zip/window_reader.h"
 
 namespace zephin::expander {
 

@@ -1,18 +1,42 @@
-// Blocks of bytes on their way from one thread that makes them to one that takes them, a bounded
-// number of them.
-#ifndef PLATFORM_EXPANDER_WORK_RELAY_H_
-#define PLATFORM_EXPANDER_WORK_RELAY_H_
+// What the threads of an expansion share: a switch that stops them, and blocks of bytes in transit.
+#ifndef PLATFORM_EXPANDER_WORK_THREADS_H_
+#define PLATFORM_EXPANDER_WORK_THREADS_H_
 
+#include <atomic>
 #include <condition_variable>
 #include <cstddef>
+#include <cstdint>
 #include <mutex>
 #include <optional>
 #include <string_view>
 #include <vector>
 
-#include "platform/expander/common/block.h"
+#include "platform/expander/common/resources.h"
 
 namespace zephin::expander {
+
+class WorkControl {
+ public:
+  /// Asked by the working threads before each step on disk: waits while they are held, and is false
+  /// when they must end.
+  bool Proceed();
+
+  void Hold();
+  void Resume();
+  /// For good.
+  void Stop();
+  bool Stopped() const { return state_.load() == State::Stopped; }
+
+  /// Folders, files and links that the threads made so far, and those of them that they took away.
+  std::atomic<std::uint64_t> made = 0;
+  std::atomic<std::uint64_t> removed = 0;
+
+ private:
+  enum class State : std::uint8_t { Running, Held, Stopped };
+  void Change(State from, State to);
+
+  std::atomic<State> state_ = State::Running;
+};
 
 class Relay {
  public:
@@ -46,4 +70,4 @@ class Relay {
 
 }  // namespace zephin::expander
 
-#endif  // PLATFORM_EXPANDER_WORK_RELAY_H_
+#endif  // PLATFORM_EXPANDER_WORK_THREADS_H_

@@ -1,13 +1,31 @@
-// An open file or folder of the system, closed by its owner's end.
-#ifndef PLATFORM_EXPANDER_COMMON_DESCRIPTOR_H_
-#define PLATFORM_EXPANDER_COMMON_DESCRIPTOR_H_
+// Resources with one owner: a block of memory and an open descriptor.
+#ifndef PLATFORM_EXPANDER_COMMON_RESOURCES_H_
+#define PLATFORM_EXPANDER_COMMON_RESOURCES_H_
 
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstddef>
+#include <memory>
 #include <utility>
 
 namespace zephin::expander {
+
+class Block {
+ public:
+  // NOLINTBEGIN(modernize-avoid-c-arrays): std::array needs its length now, a vector clears its
+  // bytes.
+  explicit Block(std::size_t size)
+      : bytes_(std::make_unique_for_overwrite<char[]>(size)), size_(size) {}
+
+  char* Data() const { return bytes_.get(); }
+  std::size_t Size() const { return size_; }
+
+ private:
+  std::unique_ptr<char[]> bytes_;
+  // NOLINTEND(modernize-avoid-c-arrays)
+  std::size_t size_;
+};
 
 class Descriptor {
  public:
@@ -42,4 +60,4 @@ class Descriptor {
 
 }  // namespace zephin::expander
 
-#endif  // PLATFORM_EXPANDER_COMMON_DESCRIPTOR_H_
+#endif  // PLATFORM_EXPANDER_COMMON_RESOURCES_H_
