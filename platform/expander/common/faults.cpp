@@ -5,6 +5,13 @@
 
 namespace zephin::expander {
 
+std::string Cause::Text() const {
+  if (text_ != nullptr) {
+    return text_;
+  }
+  return code_ == 0 ? std::string() : std::generic_category().message(code_);
+}
+
 void Faults::Add(std::uint32_t order, std::string_view name, std::string_view why) {
   const std::lock_guard<std::mutex> lock(mutex_);
   if (count_ == 0 || order < firstOrder_) {
@@ -14,8 +21,8 @@ void Faults::Add(std::uint32_t order, std::string_view name, std::string_view wh
   ++count_;
 }
 
-void Faults::AddSystem(std::uint32_t order, std::string_view name, int code) {
-  Add(order, name, SystemText(code));
+void Faults::Add(std::uint32_t order, std::string_view name, const Cause& cause) {
+  Add(order, name, cause.Text());
 }
 
 std::uint64_t Faults::Count() const {
@@ -43,10 +50,6 @@ std::string OneLine(std::string_view name) {
     }
   }
   return name.size() > kLongest ? line + "..." : line;
-}
-
-std::string SystemText(int code) {
-  return std::generic_category().message(code);
 }
 
 }  // namespace zephin::expander

@@ -1,5 +1,5 @@
-// What went wrong in an expansion: how many faults, and the one that comes first in the archive's
-// order, whichever thread met it first.
+// What failed in an expansion: the number of faults, and the first one in the archive's order,
+// whichever thread met it first.
 #ifndef PLATFORM_EXPANDER_COMMON_FAULTS_H_
 #define PLATFORM_EXPANDER_COMMON_FAULTS_H_
 
@@ -10,18 +10,41 @@
 
 namespace zephin::expander {
 
+/// Why one thing failed: a fixed text of ours or an error code of the system. False if nothing did.
+class Cause {
+ public:
+  Cause() = default;
+  /// `text` must live as long as the program; nil gives no cause.
+  static Cause Fixed(const char* text) { return {text, 0}; }
+  /// `code` as in errno; 0 gives no cause.
+  static Cause System(int code) { return {nullptr, code}; }
+
+  explicit operator bool() const { return text_ != nullptr || code_ != 0; }
+  /// 0 for a fixed text.
+  int Code() const { return code_; }
+  /// Our text, or the system's text for its code. Empty if there is no cause.
+  std::string Text() const;
+
+ private:
+  Cause(const char* text, int code) : text_(text), code_(code) {}
+
+  const char* text_ = nullptr;
+  int code_ = 0;
+};
+
+/// Safe to use from several threads.
 class Faults {
  public:
-  /// For a fault of the archive as a whole, which is named before those of single entries.
+  /// The order of a fault of the archive as a whole, which is reported before those of entries.
   static constexpr std::uint32_t kWholeArchive = 0;
 
-  /// Notes one fault. `order` is the entry's place in the archive, from 1; `name` may hold any
+  /// Adds one fault. `order` is the entry's place in the archive, from 1. `name` may hold any
   /// bytes.
   void Add(std::uint32_t order, std::string_view name, std::string_view why);
-  void AddSystem(std::uint32_t order, std::string_view name, int code);
+  void Add(std::uint32_t order, std::string_view name, const Cause& cause);
 
   std::uint64_t Count() const;
-  /// "NAME: why", or empty.
+  /// "NAME: why" on one line, or empty if there is no fault.
   std::string First() const;
 
  private:
@@ -31,11 +54,9 @@ class Faults {
   std::string first_;
 };
 
-/// The name with everything that could break a line or a terminal written as "\x0a".
+/// The first 1024 bytes of a name, with everything that could break a line or control a terminal
+/// written as "\x0a".
 std::string OneLine(std::string_view name);
-
-/// The system's words for an error code.
-std::string SystemText(int code);
 
 }  // namespace zephin::expander
 

@@ -11,14 +11,17 @@
 
 namespace zephin::expander {
 
+/// Memory of a fixed size. It is not cleared: pages that are never used cost neither time nor
+/// memory.
 class Block {
  public:
-  // NOLINTBEGIN(modernize-avoid-c-arrays): std::array needs its length now, a vector clears its
-  // bytes.
+  // NOLINTBEGIN(modernize-avoid-c-arrays): std::array needs its length at compile time, a vector
+  // clears its bytes.
   explicit Block(std::size_t size)
       : bytes_(std::make_unique_for_overwrite<char[]>(size)), size_(size) {}
 
   char* Data() const { return bytes_.get(); }
+  /// In bytes.
   std::size_t Size() const { return size_; }
 
  private:
@@ -27,10 +30,11 @@ class Block {
   std::size_t size_;
 };
 
+/// An open file or folder of the system. Its destructor closes it.
 class Descriptor {
  public:
   Descriptor() = default;
-  /// Owns `number`; a negative one stands for "not open".
+  /// Takes ownership of `number`; a negative one means "not open".
   explicit Descriptor(int number) : number_(number) {}
   Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
   Descriptor& operator=(Descriptor&& other) noexcept {
@@ -47,10 +51,10 @@ class Descriptor {
   int Number() const { return number_; }
   bool IsOpen() const { return number_ >= 0; }
 
-  /// Closes it and gives 0 or the system's error code: a disk may tell of a lost write only here.
+  /// Closes it and returns 0 or the system's error code. Some disks report a lost write only here.
   [[nodiscard]] int Close() {
     const int number = std::exchange(number_, -1);
-    /// An interruption has closed it, too.
+    // Linux closes the descriptor even if the call was interrupted.
     return number >= 0 && ::close(number) != 0 && errno != EINTR ? errno : 0;
   }
 

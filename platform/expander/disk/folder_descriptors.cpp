@@ -9,7 +9,7 @@
 namespace zephin::expander {
 namespace {
 
-/// How many folders one thread keeps open: a part of what the process may open at all.
+/// The number of folders that one thread keeps open: a part of the process's limit.
 std::size_t SlotCount() {
   constexpr rlim_t kMost = 256;
   constexpr rlim_t kLeast = 1;
@@ -37,7 +37,7 @@ int FolderDescriptors::Get(std::uint32_t folder) {
     return -1;
   }
   leaf_ = folders_[folder].Leaf();
-  // The slot may hold the parent itself: it is closed only after this.
+  // The slot may own the parent's descriptor, so it is replaced only after this call.
   Descriptor opened(
       ::openat(parent, leaf_.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
   if (!opened.IsOpen()) {

@@ -1,6 +1,6 @@
-// Open folders of the tree that is made, a bounded number of them. Each is opened by its name in
-// the one above it and never through a symbolic link, so that nothing that stands in the tree, or
-// comes to stand there meanwhile, can lead out of it. One per thread.
+// Descriptors of the folders in the target tree, a limited number at a time. Each is opened by its
+// name relative to the folder that contains it, never through a symbolic link, so no link in the
+// tree, not even one made during the expansion, can lead out of it. Each thread has its own.
 #ifndef PLATFORM_EXPANDER_DISK_FOLDER_DESCRIPTORS_H_
 #define PLATFORM_EXPANDER_DISK_FOLDER_DESCRIPTORS_H_
 
@@ -14,7 +14,7 @@
 
 namespace zephin::expander {
 
-/// The folder of the plan whose place on disk is known, with its descriptor.
+/// A folder of the plan with its open descriptor: the top of what is made.
 struct Root {
   int descriptor = -1;
   std::uint32_t folder = 0;
@@ -24,8 +24,8 @@ class FolderDescriptors {
  public:
   FolderDescriptors(const std::vector<Folder>& folders, Root root);
 
-  /// A descriptor of the folder, valid until the next call, or -1 with errno set. The folder is the
-  /// root or lies in it.
+  /// Returns a descriptor of the folder, valid until the next call, or -1 with errno set. The
+  /// folder must be the root or inside of it.
   int Get(std::uint32_t folder);
 
  private:

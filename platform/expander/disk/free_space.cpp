@@ -23,29 +23,29 @@ std::uint64_t MultiplySaturated(std::uint64_t a, std::uint64_t b) {
              : a * b;
 }
 
-/// Bytes and number of what stands already where the plan makes something.
+/// Bytes and number of the items that already exist at the plan's paths.
 struct Found {
   std::uint64_t bytes = 0;
   std::uint64_t items = 0;
 };
 
-Found CountStanding(const Plan& plan, int folder) {
+Found CountExisting(const Plan& plan, int folder) {
   constexpr std::uint64_t kStatBlock = 512;
   Found found;
   struct stat status {};
-  const auto stands = [&](std::string_view path) {
+  const auto exists = [&](std::string_view path) {
     return ::fstatat(folder, std::string(path).c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
   };
   for (const auto* list : {&plan.files, &plan.links}) {
     for (const Entry& entry : *list) {
-      if (stands(entry.path) && status.st_nlink == 1) {
+      if (exists(entry.path) && status.st_nlink == 1) {
         found.bytes += static_cast<std::uint64_t>(status.st_blocks) * kStatBlock;
         ++found.items;
       }
     }
   }
   for (const Folder& made : plan.folders) {
-    found.items += !made.path.empty() && stands(made.path) ? 1U : 0U;
+    found.items += !made.path.empty() && exists(made.path) ? 1U : 0U;
   }
   return found;
 }
@@ -57,7 +57,7 @@ std::string Figures(const char* what, std::uint64_t needed, std::uint64_t free) 
 
 }  // namespace
 
-std::string WhyNoRoom(const Plan& plan, int folder, Standing standing) {
+std::string WhyNoRoom(const Plan& plan, int folder, Existing existing) {
   struct statvfs disk {};
   if (::fstatvfs(folder, &disk) != 0 || disk.f_blocks == 0 || disk.f_frsize == 0) {
     return {};
@@ -69,7 +69,7 @@ std::string WhyNoRoom(const Plan& plan, int folder, Standing standing) {
     needed = AddSaturated(needed, MultiplySaturated(blocks, block));
   }
   const std::uint64_t items = plan.files.size() + plan.links.size() + plan.folders.size() - 1;
-  // Part of a disk may be kept for the system's own user.
+  // Part of a disk may be reserved for the system's own user.
   const bool system = ::geteuid() == 0;
   const std::uint64_t free = MultiplySaturated(system ? disk.f_bfree : disk.f_bavail, block);
   const std::uint64_t freeItems = system ? disk.f_ffree : disk.f_favail;
@@ -77,7 +77,7 @@ std::string WhyNoRoom(const Plan& plan, int folder, Standing standing) {
   if (needed <= free && (!countsItems || items <= freeItems)) {
     return {};
   }
-  const Found found = standing == Standing::Replace ? CountStanding(plan, folder) : Found{};
+  const Found found = existing == Existing::Replace ? CountExisting(plan, folder) : Found{};
   if (needed > AddSaturated(free, found.bytes)) {
     return Figures("bytes", needed, free);
   }

@@ -1,4 +1,4 @@
-// Looks whether an archive's files can fit on the disk at all, before the first byte is written.
+// Checks that an archive's contents fit on the disk before the first byte is written.
 #ifndef PLATFORM_EXPANDER_DISK_FREE_SPACE_H_
 #define PLATFORM_EXPANDER_DISK_FREE_SPACE_H_
 
@@ -9,10 +9,10 @@
 
 namespace zephin::expander {
 
-/// Empty if the plan's files fit on the disk of the folder (an open descriptor), in bytes and in
-/// number, or if the disk doesn't tell; else why not, with both figures. What stands in the folder
-/// and would be replaced counts as free.
-std::string WhyNoRoom(const Plan& plan, int folder, Standing standing);
+/// Returns an empty text if the plan fits on the disk of the folder (an open descriptor), in bytes
+/// and in the number of items, or if the disk doesn't report its space; else why not, with both
+/// figures. Files in the folder that will be replaced count as free space.
+std::string WhyNoRoom(const Plan& plan, int folder, Existing existing);
 
 }  // namespace zephin::expander
 

@@ -28,7 +28,7 @@ OutputFile::~OutputFile() {
 }
 
 int OutputFile::Create(int folder, std::string_view leaf, const Attributes& attributes, mode_t mask,
-                       Standing standing) {
+                       Existing existing) {
   constexpr mode_t kPlainMode = 0666;
   folder_ = folder;
   leaf_ = leaf;
@@ -39,7 +39,7 @@ int OutputFile::Create(int folder, std::string_view leaf, const Attributes& attr
                                O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
   };
   descriptor_ = create();
-  if (!descriptor_.IsOpen() && errno == EEXIST && standing == Standing::Replace) {
+  if (!descriptor_.IsOpen() && errno == EEXIST && existing == Existing::Replace) {
     if (const int code = ClearName(folder, leaf_.c_str()); code != 0) {
       return code;
     }

@@ -1,5 +1,5 @@
-// A file that is being written. It stands under its name from the start, and goes again unless it
-// was finished: what is left under a name is always whole.
+// A file that is being written. It has its final name from the start, and is deleted unless it is
+// finished. A killed process leaves a file that is not whole.
 #ifndef PLATFORM_EXPANDER_DISK_OUTPUT_FILE_H_
 #define PLATFORM_EXPANDER_DISK_OUTPUT_FILE_H_
 
@@ -14,10 +14,10 @@
 
 namespace zephin::expander {
 
-/// What happens to a file or link that stands where one is to be made.
-enum class Standing { Replace, Keep };
+/// What happens to a file or link that already exists where one is to be made.
+enum class Existing { Replace, Keep };
 
-/// All calls give 0 or the system's error code.
+/// All calls return 0 or the system's error code.
 class OutputFile {
  public:
   OutputFile() = default;
@@ -25,16 +25,16 @@ class OutputFile {
   OutputFile& operator=(const OutputFile&) = delete;
   ~OutputFile();
 
-  /// Makes a new file in the folder, never through a link. EEXIST if something stands there that is
+  /// Makes a new file in the folder, never through a link. EEXIST if something exists there that is
   /// kept, EISDIR for a folder. `mask` is the process's file creation mask.
   [[nodiscard]] int Create(int folder, std::string_view leaf, const Attributes& attributes,
-                           mode_t mask, Standing standing);
+                           mode_t mask, Existing existing);
   [[nodiscard]] int Write(const char* bytes, std::size_t size);
-  /// Sets mode and time and closes the file, which stays from then on.
+  /// Sets mode and time and closes the file, which is kept from then on.
   [[nodiscard]] int Finish(const Attributes& attributes);
-  /// It was made, and goes with this object.
+  /// It was made, and the destructor will delete it.
   bool Unfinished() const { return descriptor_.IsOpen(); }
-  /// False when its name was deleted.
+  /// False if its name was deleted.
   bool StillThere() const;
 
  private:
@@ -44,8 +44,8 @@ class OutputFile {
   bool changeMode_ = false;
 };
 
-/// Removes what stands at a name in a folder so that something can be made there: 0 if the name is
-/// free then. EISDIR for a folder, which stays.
+/// Deletes the file or link of that name so that something can be made there. Returns 0 if the name
+/// is free then; EISDIR for a folder, which is kept; or another code of the system.
 [[nodiscard]] int ClearName(int folder, const char* leaf);
 
 }  // namespace zephin::expander

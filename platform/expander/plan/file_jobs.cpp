@@ -8,7 +8,7 @@ namespace {
 constexpr std::uint64_t kLarge = 1U << 20U;
 constexpr std::uint64_t kWorthSharing = 4U << 20U;
 
-/// What making a file costs besides its bytes, in bytes that could be written in that time.
+/// The time to make an empty file, as the number of bytes that are written in the same time.
 constexpr std::uint64_t kCostOfFile = 32U << 10U;
 
 void AddRuns(const std::vector<Entry>& files, std::vector<FileJob>& jobs) {
@@ -45,7 +45,7 @@ FileJobs ShareOut(const std::vector<Entry>& files) {
   std::vector<std::size_t> large;
   std::uint64_t cost = 0;
   for (std::size_t i = 0; i < files.size(); ++i) {
-    // Stated sizes may be anything, but what can't fit on the disk was refused before.
+    // The sum can't overflow: archives that don't fit on the disk were refused before.
     cost += files[i].size + kCostOfFile;
     if (files[i].size >= kLarge) {
       large.push_back(i);

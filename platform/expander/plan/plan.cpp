@@ -12,13 +12,13 @@ std::string_view ParentPath(std::string_view path) {
   return slash == std::string_view::npos ? std::string_view() : path.substr(0, slash);
 }
 
-/// Archives made on a Mac carry a second tree with what other file systems have no place for.
+/// Archives made on a Mac have a second tree with attributes that other file systems can't store.
 bool IsCompanion(std::string_view path) {
   constexpr std::string_view kTree = "__MACOSX";
   return path.starts_with(kTree) && (path.size() == kTree.size() || path[kTree.size()] == '/');
 }
 
-/// Folders by path; each is added after the ones above it.
+/// The plan's folders by path. A folder is added after those that contain it.
 class FolderTable {
  public:
   explicit FolderTable(std::vector<Folder>& folders) : folders_(folders) {
@@ -52,7 +52,7 @@ class FolderTable {
  private:
   std::vector<Folder>& folders_;
   std::unordered_map<std::string_view, std::uint32_t> indexes_;
-  // Entries of one folder mostly follow each other.
+  // Entries of the same folder usually follow each other.
   std::string_view lastPath_;
   std::uint32_t last_ = 0;
 };
@@ -67,7 +67,7 @@ void AddFolder(const Entry& entry, FolderTable& table, std::vector<Folder>& fold
   folder.attributes = entry.attributes;
 }
 
-/// The entries that are left to look at: checked, no companions.
+/// The entries that are neither refused nor companions.
 std::vector<const Entry*> Usable(const std::vector<Entry>& entries, std::size_t longestPath,
                                  Faults& faults) {
   std::vector<const Entry*> usable;

@@ -1,5 +1,5 @@
-// What an expansion is going to do: the folders, files and links that the archive asks for, after
-// all names were checked and before anything is made.
+// What an expansion will make: folders, files and links. The plan is complete, and all names are
+// checked, before anything is made.
 #ifndef PLATFORM_EXPANDER_PLAN_PLAN_H_
 #define PLATFORM_EXPANDER_PLAN_PLAN_H_
 
@@ -14,38 +14,37 @@
 namespace zephin::expander {
 
 struct Folder {
-  /// Below the root; empty for the root itself. Texts as in Entry.
+  /// Relative to the root; empty for the root itself. Points into memory of the CentralDirectory.
   std::string_view path;
-  /// Index of the folder that holds it: always smaller than its own, 0 for the root.
+  /// Index of the folder that contains it: smaller than its own, 0 for the root itself.
   std::uint32_t parent = 0;
-  /// Place in the archive's order of the entry that names it, or of the first one in it.
+  /// Place in the archive's order of the folder's own entry, or of the first entry inside of it.
   std::uint32_t order = 0;
-  /// An entry of the archive names it; then `attributes` are the archive's.
+  /// The archive has an entry for it; then `attributes` are those of the entry.
   bool named = false;
   Attributes attributes;
-  /// What came of it: the system's error code if it could not be made or entered, else 0.
+  /// The system's error code if the folder could not be made or opened, else 0.
   int code = 0;
-  /// It stood before.
-  bool stood = false;
+  /// It existed before the expansion.
+  bool existed = false;
 
   std::string_view Leaf() const { return path.substr(path.rfind('/') + 1); }
 };
 
 struct Plan {
-  /// The root, which is folder 0, then each folder after the one that holds it.
+  /// Folder 0 is the root; each folder comes after the one that contains it.
   std::vector<Folder> folders;
-  /// Each path once; in the order of their data in the archive.
+  /// One entry for each path. Files are in the order of their data in the archive.
   std::vector<Entry> files;
   std::vector<Entry> links;
 };
 
-/// Makes the plan. Refused entries are added to `faults` and are not in it; companion files of a
-/// Mac's archive are dropped without a word; of several entries for one path the last counts.
-/// `longestPath`: bytes that a path below the root may have.
+/// Makes the plan. Refused entries are added to `faults` and left out. Companion files of a Mac's
+/// archive are left out silently. If several entries have the same path, the last one is used.
+/// `longestPath` is the most bytes that a path relative to the root may have.
 Plan MakePlan(const std::vector<Entry>& entries, std::size_t longestPath, Faults& faults);
 
-/// The one folder, file or link that everything in the plan lies in or is; empty if there is
-/// nothing or more than one such thing.
+/// The path of the only item at the top of the tree. Empty if there is none or more than one.
 std::string_view OnlyTopItem(const Plan& plan);
 
 }  // namespace zephin::expander

@@ -16,7 +16,7 @@
 namespace zephin::expander {
 namespace {
 
-/// Names of one kind that are tried before the search is given up.
+/// The number of names that are tried.
 constexpr int kMostNames = 10'000;
 
 struct ArchivePath {
@@ -48,7 +48,7 @@ std::string NameWithoutZip(const std::string& name) {
 
 enum class ItemKind { File, Folder };
 
-/// "Name" for 1, "Name 2" for 2. What opens by its ending keeps it: "page 2.html", "Tool 2.app".
+/// "Name" for 1, "Name 2" for 2. Extensions are kept: "page 2.html", "Tool 2.app".
 std::string NumberedName(const std::string& name, int number, ItemKind kind) {
   if (number == 1) {
     return name;
@@ -60,7 +60,7 @@ std::string NumberedName(const std::string& name, int number, ItemKind kind) {
   return name.substr(0, stem) + " " + std::to_string(number) + name.substr(stem);
 }
 
-/// One expansion beside an archive that is open already.
+/// One expansion beside an archive that is already open.
 class Placement {
  public:
   Placement(const ArchiveFile& file, const std::string& archivePath, mode_t mask, Faults& faults)
@@ -75,11 +75,12 @@ class Placement {
  private:
   void PlaceFolder(std::uint32_t folder, const std::string& wanted, Result& result);
   void PlaceFile(Entry& entry, Result& result);
-  // Makes a new folder under the first free name, which is then in `name`; not open on a fault.
+  // Makes a new folder under the first free name and stores the name. Not open on a fault, which is
+  // added.
   Descriptor NewFolder(const std::string& wanted, std::string& name);
   void RunSteps(Site& site, FolderWatch* watch, Result& result);
   void ClearAway(Site& site, const std::string& name);
-  void Fail(int code) { faults_.AddSystem(Faults::kWholeArchive, archivePath_, code); }
+  void Fail(int code) { faults_.Add(Faults::kWholeArchive, archivePath_, Cause::System(code)); }
 
   const ArchiveFile& file_;
   const std::string& archivePath_;
@@ -99,14 +100,14 @@ void Placement::Run(Result& result) {
   CentralDirectory directory;
   directory.Read(file_, archivePath_, faults_);
   const std::string ownName = NameWithoutZip(beside_.name);
-  // Room for the archive's own name, too, and for a number behind a name.
+  // Room for the archive's own name too, and for a number behind a name.
   const std::size_t room = RoomBelow(beside_.folder);
   const std::size_t aside = ownName.size() + 8;
   plan_ = MakePlan(directory.entries, room - std::min(room, aside), faults_);
   if (plan_.folders.size() == 1 && plan_.files.empty() && plan_.links.empty()) {
     return;
   }
-  if (const std::string why = WhyNoRoom(plan_, parent_.Number(), Standing::Keep); !why.empty()) {
+  if (const std::string why = WhyNoRoom(plan_, parent_.Number(), Existing::Keep); !why.empty()) {
     faults_.Add(Faults::kWholeArchive, archivePath_, why);
     return;
   }
@@ -114,7 +115,7 @@ void Placement::Run(Result& result) {
   if (only.empty()) {
     PlaceFolder(0, ownName, result);
   } else if (plan_.folders.size() > 1) {
-    // The first folder after the root is the one that all else lies in.
+    // The first folder after the root contains everything else.
     PlaceFolder(1, only, result);
   } else {
     PlaceFile(plan_.files.empty() ? plan_.links.front() : plan_.files.front(), result);
@@ -135,7 +136,7 @@ Descriptor Placement::NewFolder(const std::string& wanted, std::string& name) {
     code = folder.IsOpen() ? 0 : errno;
   }
   if (code != 0) {
-    faults_.AddSystem(Faults::kWholeArchive, wanted, code);
+    faults_.Add(Faults::kWholeArchive, wanted, Cause::System(code));
   }
   return folder;
 }
@@ -147,7 +148,7 @@ void Placement::PlaceFolder(std::uint32_t folder, const std::string& wanted, Res
     return;
   }
   WorkControl control;
-  Site site{file_, plan_, Root{root.Number(), folder}, faults_, control, Standing::Keep, mask_};
+  Site site{file_, plan_, Root{root.Number(), folder}, faults_, control, Existing::Keep, mask_};
   FolderWatch watch(site);
   RunSteps(site, &watch, result);
   watch.End();
@@ -167,7 +168,7 @@ void Placement::PlaceFile(Entry& entry, Result& result) {
            ++number <= kMostNames);
   entry.path = result.placedAs;
   WorkControl control;
-  Site site{file_, plan_, Root{parent_.Number(), 0}, faults_, control, Standing::Keep, mask_};
+  Site site{file_, plan_, Root{parent_.Number(), 0}, faults_, control, Existing::Keep, mask_};
   RunSteps(site, nullptr, result);
   if (result.expanded == 0) {
     result.placedAs.clear();
@@ -183,20 +184,21 @@ void Placement::RunSteps(Site& site, FolderWatch* watch, Result& result) {
   MakeLinks(site);
   FinishFolders(site);
   if (site.control.Stopped()) {
-    faults_.Add(Faults::kWholeArchive, result.placedAs, "was taken away during the expansion");
+    faults_.Add(Faults::kWholeArchive, result.placedAs,
+                "was deleted or moved during the expansion");
   }
   result.expanded = CountExpanded(site);
 }
 
-/// Ends what someone else began: a deletion that came upon the expansion at work, and that could
-/// not delete what was made behind its back.
+/// Completes a deletion of the tree that ran at the same time as the expansion, and that missed
+/// what was made after it had read a folder.
 void Placement::ClearAway(Site& site, const std::string& name) {
   RemoveRemains(site);
   struct stat made {};
-  struct stat stands {};
+  struct stat present {};
   if (::fstat(site.root.descriptor, &made) == 0 &&
-      ::fstatat(parent_.Number(), name.c_str(), &stands, AT_SYMLINK_NOFOLLOW) == 0 &&
-      made.st_dev == stands.st_dev && made.st_ino == stands.st_ino) {
+      ::fstatat(parent_.Number(), name.c_str(), &present, AT_SYMLINK_NOFOLLOW) == 0 &&
+      made.st_dev == present.st_dev && made.st_ino == present.st_ino) {
     (void)::unlinkat(parent_.Number(), name.c_str(), AT_REMOVEDIR);
   }
 }
@@ -207,9 +209,9 @@ Result ExpandBeside(const std::string& archivePath) {
   Result result;
   Faults faults;
   ArchiveFile file;
-  // First of all: from here on the name may go.
+  // Opened first: the archive may be deleted at any time.
   if (const int code = file.Open(archivePath); code != 0) {
-    faults.AddSystem(Faults::kWholeArchive, archivePath, code);
+    faults.Add(Faults::kWholeArchive, archivePath, Cause::System(code));
   } else {
     Placement(file, archivePath, CreationMask(), faults).Run(result);
   }

@@ -12,13 +12,13 @@
 namespace zephin::expander {
 namespace {
 
-/// Makes the folder with all above it. What stands there already is left to the opening.
+/// Makes the folder and all folders above it. Existing files in the way fail when it is opened.
 int ForceFolder(const std::string& path) {
   constexpr mode_t kPlainMode = 0777;
   for (std::size_t slash = path.find('/', 1);; slash = path.find('/', slash + 1)) {
     const std::string part = path.substr(0, slash);
     if (!part.empty() && ::mkdir(part.c_str(), kPlainMode) != 0 && errno != EEXIST) {
-      // A folder above may be there and yet not let itself be made: on a read-only disk for
+      // mkdir of an existing folder can fail otherwise than with EEXIST, on a read-only disk for
       // instance.
       struct stat status {};
       const int code = errno;
@@ -41,18 +41,18 @@ void Expand(const ArchiveFile& file, const std::string& archivePath, int folder,
   CentralDirectory directory;
   directory.Read(file, archivePath, faults);
   Plan plan = MakePlan(directory.entries, RoomBelow(folderPath), faults);
-  if (const std::string why = WhyNoRoom(plan, folder, Standing::Replace); !why.empty()) {
+  if (const std::string why = WhyNoRoom(plan, folder, Existing::Replace); !why.empty()) {
     faults.Add(Faults::kWholeArchive, archivePath, why);
     return;
   }
   WorkControl control;
-  Site site{file, plan, Root{folder, 0}, faults, control, Standing::Replace, mask};
+  Site site{file, plan, Root{folder, 0}, faults, control, Existing::Replace, mask};
   MakeFolders(site);
   WriteFiles(site);
   MakeLinks(site);
   FinishFolders(site);
   if (control.Stopped()) {
-    faults.Add(Faults::kWholeArchive, folderPath, "was taken away during the expansion");
+    faults.Add(Faults::kWholeArchive, folderPath, "was deleted or moved during the expansion");
   }
   result.expanded = CountExpanded(site);
 }
@@ -67,9 +67,9 @@ Result ExpandInto(const std::string& archivePath, const std::string& folderPath)
   const Descriptor folder = OpenFolder(folderPath);
   ArchiveFile file;
   if (made != 0 || !folder.IsOpen()) {
-    faults.AddSystem(Faults::kWholeArchive, folderPath, made != 0 ? made : errno);
+    faults.Add(Faults::kWholeArchive, folderPath, Cause::System(made != 0 ? made : errno));
   } else if (const int code = file.Open(archivePath); code != 0) {
-    faults.AddSystem(Faults::kWholeArchive, archivePath, code);
+    faults.Add(Faults::kWholeArchive, archivePath, Cause::System(code));
   } else {
     Expand(file, archivePath, folder.Number(), folderPath, mask, result, faults);
   }

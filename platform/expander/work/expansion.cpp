@@ -13,7 +13,7 @@
 #include <memory>
 #include <string_view>
 
-#include "platform/expander/zip/entry_stream.h"
+#include "platform/expander/zip/entry_data.h"
 
 namespace zephin::expander {
 namespace {
@@ -24,14 +24,14 @@ std::array<timespec, 2> ChangeTime(const Attributes& attributes) {
   return {timespec{0, UTIME_OMIT}, timespec{attributes.seconds, attributes.nanoseconds}};
 }
 
-/// Enters a folder that stood before. One that its owner may not write in is opened up until the
-/// end.
-int EnterStanding(Folder& folder, int descriptor) {
+/// Prepares a folder that existed before. If its mode forbids writing to its owner, the mode is
+/// changed until the end of the expansion.
+int EnterExisting(Folder& folder, int descriptor) {
   struct stat status {};
   if (::fstat(descriptor, &status) != 0) {
     return errno;
   }
-  folder.stood = true;
+  folder.existed = true;
   const mode_t mode = status.st_mode & 07777;
   if ((mode & S_IRWXU) == S_IRWXU || status.st_uid != ::geteuid()) {
     return 0;
@@ -62,19 +62,19 @@ int MakeFolder(Site& site, FolderDescriptors& descriptors, std::uint32_t index) 
   }
   const int descriptor = descriptors.Get(index);
   if (descriptor < 0) {
-    // A link is met as ELOOP; to the user it is the same as a file in the way.
+    // ELOOP means a link. It is reported like a file in place of the folder.
     return errno == ELOOP ? ENOTDIR : errno;
   }
-  return EnterStanding(folder, descriptor);
+  return EnterExisting(folder, descriptor);
 }
 
-/// Sets mode and time. Most folders have got their mode with their making, and are not opened
+/// Sets mode and time. Most folders have their mode since they were made; those are not opened
 /// again.
 int FinishFolder(const Site& site, FolderDescriptors& descriptors, std::uint32_t index) {
   const Folder& folder = site.plan.folders[index];
   const Attributes& attributes = folder.attributes;
   const mode_t fresh = kPlainMode & ~site.mask;
-  const bool setMode = attributes.hasMode && (folder.stood || attributes.mode != fresh);
+  const bool setMode = attributes.hasMode && (folder.existed || attributes.mode != fresh);
   if (setMode || index == site.root.folder) {
     const int descriptor = descriptors.Get(index);
     if (descriptor < 0 || (setMode && ::fchmod(descriptor, attributes.mode) != 0) ||
@@ -91,32 +91,27 @@ int FinishFolder(const Site& site, FolderDescriptors& descriptors, std::uint32_t
   return 0;
 }
 
-/// Reads a link's target, or notes why it can't be.
+/// Reads a link's target. False if it is not valid; then the fault has been added.
 bool ReadTarget(Site& site, const Entry& entry, Unpacker& unpacker, std::string& target) {
   std::array<char, PATH_MAX> buffer{};
-  unpacker.reader.SetEnd(entry.limit);
-  EntryStream stream(entry, unpacker);
-  if (!stream.Small()) {
-    site.faults.Add(entry.order, entry.storedName, "its data are damaged");
-    return false;
+  unpacker.reader.SetEnd(entry.end);
+  std::string_view data;
+  Cause cause = IsSmall(entry) ? ReadSmallEntry(entry, unpacker, buffer.data(), data)
+                               : Cause::Fixed("its data are damaged");
+  if (!cause && data.find('\0') != std::string_view::npos) {
+    cause = Cause::Fixed("its target holds a NUL byte");
   }
-  const auto data = stream.Whole(buffer.data());
-  if (!data) {
-    site.faults.Add(entry.order, entry.storedName, stream.Fault());
-    return false;
+  if (cause) {
+    site.faults.Add(entry.order, entry.storedName, cause);
   }
-  if (data->find('\0') != std::string_view::npos) {
-    site.faults.Add(entry.order, entry.storedName, "its target holds a NUL byte");
-    return false;
-  }
-  target = *data;
-  return true;
+  target = data;
+  return !cause;
 }
 
 int MakeLink(const Site& site, const Entry& entry, int folder, const std::string& target) {
   const std::string leaf(entry.Leaf());
   int code = ::symlinkat(target.c_str(), folder, leaf.c_str()) == 0 ? 0 : errno;
-  if (code == EEXIST && site.standing == Standing::Replace) {
+  if (code == EEXIST && site.existing == Existing::Replace) {
     code = ClearName(folder, leaf.c_str());
     if (code == 0) {
       code = ::symlinkat(target.c_str(), folder, leaf.c_str()) == 0 ? 0 : errno;
@@ -161,7 +156,7 @@ void MakeLinks(Site& site) {
     const int code = folder < 0 ? errno : MakeLink(site, entry, folder, target);
     entry.made = code == 0;
     if (code != 0) {
-      site.faults.AddSystem(entry.order, entry.storedName, code);
+      site.faults.Add(entry.order, entry.storedName, Cause::System(code));
       NoteLoss(site);
     }
   }
@@ -174,11 +169,11 @@ void FinishFolders(Site& site) {
     if (!site.control.Proceed()) {
       return;
     }
-    if (folder.code == 0 && (folder.named || (folder.stood && folder.attributes.hasMode))) {
+    if (folder.code == 0 && (folder.named || (folder.existed && folder.attributes.hasMode))) {
       folder.code = FinishFolder(site, descriptors, i);
     }
     if (folder.code != 0 && folder.named) {
-      site.faults.AddSystem(folder.order, folder.path, folder.code);
+      site.faults.Add(folder.order, folder.path, Cause::System(folder.code));
     }
   }
 }
@@ -195,7 +190,7 @@ void RemoveRemains(Site& site) {
   }
   for (auto i = static_cast<std::uint32_t>(site.plan.folders.size()); i-- > 1;) {
     const Folder& folder = site.plan.folders[i];
-    if (i == site.root.folder || folder.stood || folder.code != 0) {
+    if (i == site.root.folder || folder.existed || folder.code != 0) {
       continue;
     }
     if (const int parent = descriptors.Get(folder.parent); parent >= 0) {
@@ -206,22 +201,21 @@ void RemoveRemains(Site& site) {
 
 std::uint64_t CountExpanded(const Site& site) {
   const auto made = [](const Entry& entry) { return entry.made; };
-  const auto stands = [](const Folder& folder) { return folder.named && folder.code == 0; };
+  const auto isDone = [](const Folder& folder) { return folder.named && folder.code == 0; };
   const Plan& plan = site.plan;
   return static_cast<std::uint64_t>(
       std::count_if(plan.files.begin(), plan.files.end(), made) +
       std::count_if(plan.links.begin(), plan.links.end(), made) +
-      std::count_if(plan.folders.begin(), plan.folders.end(), stands));
+      std::count_if(plan.folders.begin(), plan.folders.end(), isDone));
 }
 
 bool FolderLost(Site& site, const Entry& entry) {
   const int code = site.plan.folders[entry.folder].code;
   if (code == ENOTDIR) {
-    site.faults.Add(entry.order, entry.storedName,
-                    "a file or link stands where its folder must be");
+    site.faults.Add(entry.order, entry.storedName, "a file or link is in the place of its folder");
   } else if (code != 0) {
     site.faults.Add(entry.order, entry.storedName,
-                    "its folder could not be made: " + SystemText(code));
+                    "its folder could not be made: " + Cause::System(code).Text());
   }
   return code != 0;
 }

@@ -1,6 +1,7 @@
-// One expansion, step by step: folders, files by two threads, then links, then what is set on the
-// folders. Links come after all files so that no file can be written through one; the folders'
-// modes and times come last because work in them would fail or change them.
+// The steps of an expansion: folders, files (with two threads), links, attributes of folders. Links
+// come after all files, so that no file can be written through one. The folders' modes and times
+// come last: a read-only mode would make work in the folder fail, and work would change the time.
+// WriteFiles is defined in write_files.cpp.
 #ifndef PLATFORM_EXPANDER_WORK_EXPANSION_H_
 #define PLATFORM_EXPANDER_WORK_EXPANSION_H_
 
@@ -19,43 +20,43 @@
 
 namespace zephin::expander {
 
-/// What all steps of an expansion work on; owned by whoever runs it.
+/// What all steps work on. The caller owns what it refers to.
 struct Site {
   const ArchiveFile& file;
   Plan& plan;
   Root root;
   Faults& faults;
   WorkControl& control;
-  Standing standing = Standing::Replace;
+  Existing existing = Existing::Replace;
   /// The process's file creation mask.
   mode_t mask = 0;
 };
 
-/// The steps in their order. Each leaves out what lies in a folder that isn't there, with a fault
-/// for every entry, and ends early when the site's control says so.
+/// The steps in their order. Each adds a fault for every entry that it can't make, also for those
+/// whose folder is missing, and continues with the next one. It returns early if the work is
+/// stopped.
 void MakeFolders(Site& site);
 void WriteFiles(Site& site);
 void MakeLinks(Site& site);
 void FinishFolders(Site& site);
 
-/// Takes away again what the steps made and is still there, folders only if they are empty then.
+/// Deletes what the steps made and still exists; folders only if they are empty then.
 void RemoveRemains(Site& site);
 
-/// Entries that stand on disk whole, once all steps are done.
+/// The number of entries that are on disk whole, after all steps.
 std::uint64_t CountExpanded(const Site& site);
 
-/// True, and the entry's fault is noted, if its folder isn't there.
+/// True if the entry's folder is missing; then the fault has been added.
 bool FolderLost(Site& site, const Entry& entry);
 
-/// To be called when something was not found that was there before: ends the work if the root
-/// folder itself has been deleted.
+/// Stops the work if the root folder itself has been deleted. For use after a failure.
 void NoteLoss(Site& site);
 
-/// Bytes that a path below the folder may have, so that the whole is a path that other programs can
-/// name; 0 if there is no room.
+/// The most bytes that a path relative to the folder may have, so that other programs can open the
+/// absolute path; 0 if even the folder's own path is too long.
 std::size_t RoomBelow(const std::string& folderPath);
 
-/// The process's file creation mask; for a moment it is another one.
+/// The process's file creation mask. Changes it for a moment, since it can't be read otherwise.
 mode_t CreationMask();
 
 }  // namespace zephin::expander

@@ -1,4 +1,4 @@
-// What the threads of an expansion share: a switch that stops them, and blocks of bytes in transit.
+// What the threads of an expansion share: a switch that stops them, and a queue of blocks.
 #ifndef PLATFORM_EXPANDER_WORK_THREADS_H_
 #define PLATFORM_EXPANDER_WORK_THREADS_H_
 
@@ -15,19 +15,20 @@
 
 namespace zephin::expander {
 
+/// Lets other threads pause and stop the working threads.
 class WorkControl {
  public:
-  /// Asked by the working threads before each step on disk: waits while they are held, and is false
-  /// when they must end.
+  /// Called by the working threads before each change of the disk. Waits while they are paused;
+  /// false if they must end.
   bool Proceed();
 
   void Hold();
   void Resume();
-  /// For good.
+  /// Can't be undone.
   void Stop();
   bool Stopped() const { return state_.load() == State::Stopped; }
 
-  /// Folders, files and links that the threads made so far, and those of them that they took away.
+  /// Number of folders, files and links that the threads have made, and that they deleted again.
   std::atomic<std::uint64_t> made = 0;
   std::atomic<std::uint64_t> removed = 0;
 
@@ -38,20 +39,21 @@ class WorkControl {
   std::atomic<State> state_ = State::Running;
 };
 
+/// A bounded queue of blocks from one thread that fills them to one that empties them.
 class Relay {
  public:
   Relay(std::size_t blocks, std::size_t blockSize);
 
   std::size_t BlockSize() const { return blocks_.front().Size(); }
 
-  /// The maker's side: waits for a free block, nil when the taker has given up; fills it, and sends
-  /// its first `size` bytes. At the end, whatever happened: End.
+  /// For the thread that fills: Free waits for a free block (nil if the other thread has given up),
+  /// Send passes on its first `size` bytes. End must be called in any case.
   char* Free();
   void Send(std::size_t size);
   void End();
 
-  /// The taker's side: waits for the next bytes, nothing at the end; gives their block back. On a
-  /// fault: GiveUp.
+  /// For the thread that empties: Full waits for the next bytes (nothing at the end), GiveBack
+  /// frees their block. GiveUp is called on a fault.
   std::optional<std::string_view> Full();
   void GiveBack();
   void GiveUp();
@@ -61,7 +63,7 @@ class Relay {
   std::condition_variable changed_;
   std::vector<Block> blocks_;
   std::vector<std::size_t> sizes_;
-  /// Blocks sent and given back since the start.
+  /// Number of blocks sent and given back since the start.
   std::size_t sent_ = 0;
   std::size_t back_ = 0;
   bool ended_ = false;

@@ -4,7 +4,6 @@
 #include <cerrno>
 #include <cstddef>
 #include <exception>
-#include <optional>
 #include <string_view>
 #include <thread>
 #include <vector>
@@ -14,7 +13,7 @@
 #include "platform/expander/plan/file_jobs.h"
 #include "platform/expander/work/expansion.h"
 #include "platform/expander/work/threads.h"
-#include "platform/expander/zip/entry_stream.h"
+#include "platform/expander/zip/entry_data.h"
 
 namespace zephin::expander {
 namespace {
@@ -24,6 +23,17 @@ constexpr std::size_t kBlock = 1U << 20U;
 struct EndAtExit {
   Relay& relay;
   ~EndAtExit() { relay.End(); }
+};
+
+/// How the writing of one file ended.
+struct Outcome {
+  enum class Kind { Written, Stopped, Failed };
+
+  static Outcome From(const Cause& cause) { return {cause ? Kind::Failed : Kind::Written, cause}; }
+
+  Kind kind = Kind::Written;
+  /// Set if it failed.
+  Cause cause;
 };
 
 /// One thread's tools, and the way of one file from the archive to the disk.
@@ -37,23 +47,19 @@ class FileWriter {
 
   void SetEnd(std::uint64_t end) { unpacker_.reader.SetEnd(end); }
 
-  void WriteAlone(Entry& entry);
-  void WriteShared(Entry& entry);
+  void WriteAlone(Entry& entry) { Write(entry, &FileWriter::WriteBlocks); }
+  void WriteShared(Entry& entry) { Write(entry, &FileWriter::WriteThroughRelay); }
 
  private:
-  using Step = int (FileWriter::*)(const Entry&, EntryStream&, OutputFile&);
+  using Step = Outcome (FileWriter::*)(const Entry&, OutputFile&);
 
-  void Write(Entry& entry, Step step);
-  int WriteSmall(const Entry& entry, EntryStream& stream, OutputFile& file);
-  int WriteBlocks(const Entry& entry, EntryStream& stream, OutputFile& file);
-  int WriteThroughRelay(const Entry& entry, EntryStream& stream, OutputFile& file);
-  int Create(const Entry& entry, OutputFile& file);
-  // Gives -1 for a fault that was noted.
-  int Refuse(const Entry& entry, const EntryStream& stream);
-  // True while there is a point in going on with a large file.
+  void Write(Entry& entry, Step writeLarge);
+  Outcome WriteSmall(const Entry& entry, OutputFile& file);
+  Outcome WriteBlocks(const Entry& entry, OutputFile& file);
+  Outcome WriteThroughRelay(const Entry& entry, OutputFile& file);
+  Cause Create(const Entry& entry, OutputFile& file);
+  // False if a large file need not be completed.
   bool Wanted(const OutputFile& file);
-
-  static constexpr int kNoted = -1;
 
   Site& site_;
   Unpacker unpacker_;
@@ -61,84 +67,72 @@ class FileWriter {
   Block buffer_;
 };
 
-void FileWriter::WriteAlone(Entry& entry) {
-  Write(entry, &FileWriter::WriteBlocks);
-}
-
-void FileWriter::WriteShared(Entry& entry) {
-  Write(entry, &FileWriter::WriteThroughRelay);
-}
-
-void FileWriter::Write(Entry& entry, Step step) {
+void FileWriter::Write(Entry& entry, Step writeLarge) {
   if (!site_.control.Proceed() || FolderLost(site_, entry)) {
     return;
   }
   OutputFile file;
-  EntryStream stream(entry, unpacker_);
-  int code = stream.Small() ? WriteSmall(entry, stream, file) : (this->*step)(entry, stream, file);
-  if (code == 0) {
-    code = file.Finish(entry.attributes);
+  Outcome outcome = IsSmall(entry) ? WriteSmall(entry, file) : (this->*writeLarge)(entry, file);
+  if (outcome.kind == Outcome::Kind::Written) {
+    outcome = Outcome::From(Cause::System(file.Finish(entry.attributes)));
   }
-  entry.made = code == 0;
-  if (code != 0 && file.Unfinished()) {
+  entry.made = outcome.kind == Outcome::Kind::Written;
+  if (!entry.made && file.Unfinished()) {
     ++site_.control.removed;
   }
-  if (code > 0) {
-    site_.faults.AddSystem(entry.order, entry.storedName, code);
+  if (outcome.kind == Outcome::Kind::Failed) {
+    site_.faults.Add(entry.order, entry.storedName, outcome.cause);
     NoteLoss(site_);
   }
 }
 
-int FileWriter::Create(const Entry& entry, OutputFile& file) {
+Cause FileWriter::Create(const Entry& entry, OutputFile& file) {
   const int folder = descriptors_.Get(entry.folder);
   if (folder < 0) {
-    return errno;
+    return Cause::System(errno);
   }
-  const int code = file.Create(folder, entry.Leaf(), entry.attributes, site_.mask, site_.standing);
+  const int code = file.Create(folder, entry.Leaf(), entry.attributes, site_.mask, site_.existing);
   if (code == 0) {
     site_.control.made.fetch_add(1, std::memory_order_relaxed);
   }
-  return code;
+  return Cause::System(code);
 }
 
-int FileWriter::Refuse(const Entry& entry, const EntryStream& stream) {
-  site_.faults.Add(entry.order, entry.storedName, stream.Fault());
-  return kNoted;
-}
-
-/// The data are known to be right before there is a file.
-int FileWriter::WriteSmall(const Entry& entry, EntryStream& stream, OutputFile& file) {
-  const auto data = stream.Whole(buffer_.Data());
-  if (!data) {
-    return Refuse(entry, stream);
+/// Makes the file only after its data have been checked.
+Outcome FileWriter::WriteSmall(const Entry& entry, OutputFile& file) {
+  std::string_view data;
+  Cause cause = ReadSmallEntry(entry, unpacker_, buffer_.Data(), data);
+  if (!cause) {
+    cause = Create(entry, file);
   }
-  const int code = Create(entry, file);
-  return code != 0 ? code : file.Write(data->data(), data->size());
+  if (!cause) {
+    cause = Cause::System(file.Write(data.data(), data.size()));
+  }
+  return Outcome::From(cause);
 }
 
-int FileWriter::WriteBlocks(const Entry& entry, EntryStream& stream, OutputFile& file) {
-  if (const int code = Create(entry, file); code != 0) {
-    return code;
+Outcome FileWriter::WriteBlocks(const Entry& entry, OutputFile& file) {
+  EntryStream stream(entry, unpacker_);
+  if (const Cause cause = Create(entry, file)) {
+    return Outcome::From(cause);
   }
   while (Wanted(file)) {
     const auto size = stream.Next(buffer_.Data(), buffer_.Size());
-    if (!size) {
-      return Refuse(entry, stream);
-    }
-    if (*size == 0) {
-      return 0;
+    if (size.value_or(0) == 0) {
+      return Outcome::From(stream.Fault());
     }
     if (const int code = file.Write(buffer_.Data(), *size); code != 0) {
-      return code;
+      return Outcome::From(Cause::System(code));
     }
   }
-  return kNoted;
+  return {Outcome::Kind::Stopped, {}};
 }
 
-int FileWriter::WriteThroughRelay(const Entry& entry, EntryStream& stream, OutputFile& file) {
+Outcome FileWriter::WriteThroughRelay(const Entry& entry, OutputFile& file) {
   constexpr std::size_t kBlocks = 4;
-  if (const int code = Create(entry, file); code != 0) {
-    return code;
+  EntryStream stream(entry, unpacker_);
+  if (const Cause cause = Create(entry, file)) {
+    return Outcome::From(cause);
   }
   Relay relay(kBlocks, kBlock);
   int writeCode = 0;
@@ -152,45 +146,41 @@ int FileWriter::WriteThroughRelay(const Entry& entry, EntryStream& stream, Outpu
       relay.GiveBack();
     }
   });
-  // Also if the reading raises: the writer waits for it.
+  // An exception of the reading must end the writer too, which waits for the relay.
   const EndAtExit end{relay};
-  std::optional<std::size_t> size = 0;
   bool ended = false;
   while (!ended && Wanted(file)) {
     char* block = relay.Free();
     if (block == nullptr) {
       break;
     }
-    size = stream.Next(block, relay.BlockSize());
-    ended = size.value_or(0) == 0;
+    const std::size_t size = stream.Next(block, relay.BlockSize()).value_or(0);
+    ended = size == 0;
     if (!ended) {
-      relay.Send(*size);
+      relay.Send(size);
     }
   }
   relay.End();
   writer.join();
   if (writeCode != 0) {
-    return writeCode;
+    return Outcome::From(Cause::System(writeCode));
   }
-  if (!size) {
-    return Refuse(entry, stream);
-  }
-  return ended ? 0 : kNoted;
+  return ended ? Outcome::From(stream.Fault()) : Outcome{Outcome::Kind::Stopped, {}};
 }
 
 bool FileWriter::Wanted(const OutputFile& file) {
-  // A file whose name is gone would only fill the disk.
+  // Data of a file whose name was deleted would only fill the disk.
   if (!file.StillThere()) {
     site_.control.Stop();
   }
   return site_.control.Proceed();
 }
 
-/// Takes jobs until there are none left.
+/// Does jobs until there are none left.
 void Work(Site& site, FileWriter& writer, const std::vector<FileJob>& jobs,
           std::atomic<std::size_t>& next) {
   for (std::size_t i = next++; i < jobs.size(); i = next++) {
-    writer.SetEnd(site.plan.files[jobs[i].last - 1].limit);
+    writer.SetEnd(site.plan.files[jobs[i].last - 1].end);
     for (std::size_t k = jobs[i].first; k < jobs[i].last; ++k) {
       writer.WriteAlone(site.plan.files[k]);
     }
@@ -229,7 +219,7 @@ void WriteFiles(Site& site) {
   }
   FileWriter writer(site);
   for (const std::size_t index : jobs.shared) {
-    writer.SetEnd(site.plan.files[index].limit);
+    writer.SetEnd(site.plan.files[index].end);
     writer.WriteShared(site.plan.files[index]);
   }
   if (jobs.jobs.size() == 1) {

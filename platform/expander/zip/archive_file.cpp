@@ -12,7 +12,7 @@
 namespace zephin::expander {
 
 int ArchiveFile::Open(const std::string& path) {
-  // O_NONBLOCK: a pipe of that name must not hang the open.
+  // O_NONBLOCK: opening a pipe must not wait for its other end.
   Descriptor descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   if (!descriptor.IsOpen()) {
     return errno;
@@ -57,7 +57,7 @@ int ArchiveFile::ReadAt(std::uint64_t offset, void* target, std::size_t size) co
 }
 
 std::string_view WindowReader::View(std::uint64_t offset, std::size_t size) {
-  // How much is read at once; larger blocks drive the data out of the processor's cache.
+  // Larger reads evict data from the processor's cache before they are used.
   constexpr std::size_t kAhead = 256U << 10U;
   if (offset >= offset_ && offset - offset_ <= filled_ && size <= filled_ - (offset - offset_)) {
     return {buffer_.Data() + (offset - offset_), size};

@@ -1,6 +1,5 @@
-// The archive's bytes. Opened once and read at any place by any thread through that one descriptor:
-// its name may be deleted while it is read. It is not mapped into memory, since a file that is cut
-// short under a mapping kills the process.
+// Access to the archive's bytes. The file is opened once, so its name may be deleted while it is
+// read. It is not mapped into memory: truncating a mapped file kills the process.
 #ifndef PLATFORM_EXPANDER_ZIP_ARCHIVE_FILE_H_
 #define PLATFORM_EXPANDER_ZIP_ARCHIVE_FILE_H_
 
@@ -13,19 +12,20 @@
 
 namespace zephin::expander {
 
+/// Safe to read from several threads.
 class ArchiveFile {
  public:
-  /// Opens the file for reading. Gives 0, or the system's error code (EINVAL for what is no plain
-  /// file).
+  /// Opens the file for reading. Returns 0 or the system's error code (EISDIR for a folder, EINVAL
+  /// for other things that are no plain file).
   [[nodiscard]] int Open(const std::string& path);
-  /// Takes over a descriptor that is open for reading; else as above.
+  /// The same with a descriptor that is open for reading; takes ownership of it.
   [[nodiscard]] int Take(Descriptor descriptor);
 
-  /// The length when it was opened, in bytes.
+  /// The file's length in bytes when it was opened.
   std::uint64_t Length() const { return length_; }
 
-  /// Fills `target` with `size` bytes from `offset` on. Gives 0, the system's error code, or EIO
-  /// when the file ends before.
+  /// Reads exactly `size` bytes at `offset` into `target`. Returns 0, the system's error code, or
+  /// EIO if the file ends before them.
   [[nodiscard]] int ReadAt(std::uint64_t offset, void* target, std::size_t size) const;
 
  private:
@@ -33,20 +33,20 @@ class ArchiveFile {
   std::uint64_t length_ = 0;
 };
 
-/// Reads the archive through a buffer of bounded size, ahead of what is asked for where entries lie
-/// one behind the other. One per thread.
+/// Reads the archive through a buffer, with read-ahead for entries that follow each other. Each
+/// thread has its own.
 class WindowReader {
  public:
-  /// Most bytes that one view can have: the largest header, or a small entry with its header.
+  /// The most bytes that one view can have: enough for a small entry with its header.
   static constexpr std::size_t kCapacity = 1280U << 10U;
 
   explicit WindowReader(const ArchiveFile& file) : file_(file), buffer_(kCapacity) {}
 
-  /// Nothing from `end` on is read ahead: other threads read there.
+  /// Limits the read-ahead to the part of the file before `end`: other threads read the rest.
   void SetEnd(std::uint64_t end) { end_ = end; }
 
-  /// `size` bytes (1 to kCapacity) at `offset`, valid until the next call; empty when they can't be
-  /// read, and then Code() is the system's error code.
+  /// Returns `size` bytes (1 to kCapacity) at `offset`, valid until the next call. Empty if they
+  /// can't be read; then Code() is the system's error code.
   std::string_view View(std::uint64_t offset, std::size_t size);
   int Code() const { return code_; }
 

@@ -19,10 +19,11 @@ namespace {
 
 constexpr std::size_t kRecordSize = 46;
 constexpr std::uint32_t kAllBits = 0xFFFFFFFF;
-/// About a million entries; a larger table is made to eat memory.
+/// Room for over a million entries with names of 80 bytes. A larger table only serves to exhaust
+/// memory.
 constexpr std::uint64_t kLargestTable = 128ULL << 20U;
 
-/// The fields of a record that decide about what the entry is.
+/// The fields of a record that become kind, attributes and name of the entry.
 struct Record {
   std::uint16_t host = 0;
   std::uint16_t time = 0;
@@ -31,9 +32,19 @@ struct Record {
   std::string_view extra;
 };
 
-/// signature 4, made by 2 (version, host), needed 2, flags 2, method 2, time 2, date 2, CRC 4,
-/// packed size 4, size 4, lengths of name, extra and comment 2 each, disc 2, internal 2, external
-/// 4, offset 4, name, extra, comment
+/// The first reason counts.
+void Refuse(Entry& entry, const char* refusal) {
+  entry.refusal = entry.refusal != nullptr ? entry.refusal : refusal;
+}
+
+/// Length in bytes of the entry's local header without extra fields.
+std::uint64_t LeastHeader(const Entry& entry) {
+  return kLocalHeaderSize + entry.storedName.size();
+}
+
+/// A record of the table: signature 4, made by 2 (version, host), needed 2, flags 2, method 2, time
+/// 2, date 2, CRC 4, packed size 4, size 4, lengths of name, extra and comment 2 each, disc 2,
+/// internal 2, external 4, offset 4, name, extra, comment
 bool TakeRecord(FieldReader& reader, Entry& entry, Record& record) {
   if (reader.U32() != kDirectorySignature) {
     return false;
@@ -59,7 +70,7 @@ bool TakeRecord(FieldReader& reader, Entry& entry, Record& record) {
   return reader.Ok();
 }
 
-/// Hosts whose attributes hold a Unix mode in their upper half: Unix and the Mac's.
+/// Unix and the Mac store a Unix mode in the upper half of the external attributes.
 bool HasUnixMode(const Record& record) {
   return (record.host == 3 || record.host == 19) && record.external >> 16U != 0;
 }
@@ -94,7 +105,7 @@ const char* SetKind(Entry& entry, const Record& record, bool namedAsFolder) {
 }
 
 const char* CheckData(const Entry& entry) {
-  // What a byte of deflated data gives at the most.
+  // One byte of deflated data unpacks to at most this many.
   constexpr std::uint64_t kLargestRatio = 1032;
   if ((entry.flags & (kFlagEncrypted | kFlagStrongEncryption | kFlagMaskedHeaders)) != 0) {
     return "is encrypted";
@@ -107,6 +118,13 @@ const char* CheckData(const Entry& entry) {
                             : entry.size / kLargestRatio <= entry.packedSize;
   return possible ? nullptr : "states a size that its data can't have";
 }
+
+/// The least part of the file that belongs to an entry. Its local header may have extra fields,
+/// which are not read here.
+struct Span {
+  Entry* entry = nullptr;
+  std::uint64_t end = 0;
+};
 
 class EntryReader {
  public:
@@ -130,28 +148,25 @@ class EntryReader {
     const CleanName name = CleanEntryName(
         {entry.storedName, (entry.flags & kFlagUtf8) != 0, extra.unicodeName}, texts_);
     entry.path = name.path;
-    entry.refusal = name.refusal;
-    const auto check = [&entry](const char* refusal) {
-      entry.refusal = entry.refusal != nullptr ? entry.refusal : refusal;
-    };
-    check(SetKind(entry, record, name.folder));
-    check(CheckData(entry));
-    check(Place(entry));
+    Refuse(entry, name.refusal);
+    Refuse(entry, SetKind(entry, record, name.folder));
+    Refuse(entry, CheckData(entry));
+    Refuse(entry, Place(entry));
     return true;
   }
 
  private:
-  // Adds what stands before the archive, and looks whether the entry fits in front of the table.
+  // Adds the length of what precedes the archive, and checks that the entry fits in front of the
+  // table.
   const char* Place(Entry& entry) const {
-    const std::uint64_t least = kLocalHeaderSize + entry.storedName.size();
+    const std::uint64_t least = LeastHeader(entry);
     if (entry.offset > tableOffset_ || shift_ > tableOffset_ - entry.offset ||
         least > tableOffset_ - entry.offset - shift_ ||
         entry.packedSize > tableOffset_ - entry.offset - shift_ - least) {
-      entry.limit = 0;
       return "lies outside of the archive";
     }
     entry.offset += shift_;
-    entry.limit = entry.offset + least + entry.packedSize;
+    entry.end = tableOffset_;
     return nullptr;
   }
 
@@ -161,38 +176,42 @@ class EntryReader {
   LocalTimes times_;
 };
 
-/// Refuses entries that share bytes: a few bytes told of many times are how an archive of some
-/// kilobytes fills a disk. Each entry's limit, so far its least end, becomes the start of the next
-/// one.
-void RefuseOverlaps(std::vector<Entry>& entries, std::uint64_t tableOffset) {
-  constexpr const char* kRefusal = "shares bytes of the archive with another entry";
-  std::vector<Entry*> placed;
-  placed.reserve(entries.size());
+/// The entries that are inside of the archive, in the order of their data.
+std::vector<Span> Spans(std::vector<Entry>& entries) {
+  std::vector<Span> spans;
+  spans.reserve(entries.size());
   for (Entry& entry : entries) {
-    if (entry.limit != 0) {
-      placed.push_back(&entry);
+    if (entry.end != 0) {
+      spans.push_back({&entry, entry.offset + LeastHeader(entry) + entry.packedSize});
     }
   }
-  const auto before = [](const Entry* a, const Entry* b) { return a->offset < b->offset; };
-  if (!std::is_sorted(placed.begin(), placed.end(), before)) {
-    std::sort(placed.begin(), placed.end(), before);
+  const auto before = [](const Span& a, const Span& b) {
+    return a.entry->offset < b.entry->offset;
+  };
+  if (!std::is_sorted(spans.begin(), spans.end(), before)) {
+    std::sort(spans.begin(), spans.end(), before);
   }
-  Entry* farthest = nullptr;
-  std::uint64_t reach = 0;
-  for (Entry* entry : placed) {
-    if (entry->offset < reach) {
-      entry->refusal = entry->refusal != nullptr ? entry->refusal : kRefusal;
-      farthest->refusal = farthest->refusal != nullptr ? farthest->refusal : kRefusal;
+  return spans;
+}
+
+/// Refuses entries that share bytes, and ends each entry where the next one begins. With shared
+/// bytes an archive of a few kilobytes could fill a disk.
+void RefuseOverlaps(std::vector<Entry>& entries, std::uint64_t tableOffset) {
+  const std::vector<Span> spans = Spans(entries);
+  Span farthest;
+  for (const Span& span : spans) {
+    if (span.entry->offset < farthest.end) {
+      Refuse(*span.entry, kSharesBytes);
+      Refuse(*farthest.entry, kSharesBytes);
     }
-    if (entry->limit > reach) {
-      reach = entry->limit;
-      farthest = entry;
+    if (span.end > farthest.end) {
+      farthest = span;
     }
   }
   std::uint64_t next = tableOffset;
-  for (std::size_t i = placed.size(); i-- > 0;) {
-    placed[i]->limit = next;
-    next = placed[i]->offset;
+  for (std::size_t i = spans.size(); i-- > 0;) {
+    spans[i].entry->end = next;
+    next = spans[i].entry->offset;
   }
 }
 
@@ -211,7 +230,7 @@ void CentralDirectory::Read(const ArchiveFile& file, const std::string& archiveN
   }
   bytes_.resize(end.size);
   if (const int code = file.ReadAt(end.offset, bytes_.data(), bytes_.size()); code != 0) {
-    faults.AddSystem(Faults::kWholeArchive, archiveName, code);
+    faults.Add(Faults::kWholeArchive, archiveName, Cause::System(code));
     return;
   }
   FieldReader reader(std::string_view(bytes_.data(), bytes_.size()));

@@ -1,4 +1,5 @@
-// An archive's table of contents, read whole: it alone says what there is.
+// An archive's table of contents (the format's central directory). It alone says what the archive
+// contains.
 #ifndef PLATFORM_EXPANDER_ZIP_CENTRAL_DIRECTORY_H_
 #define PLATFORM_EXPANDER_ZIP_CENTRAL_DIRECTORY_H_
 
@@ -13,6 +14,7 @@
 
 namespace zephin::expander {
 
+/// The first four bytes of each record.
 constexpr std::uint32_t kDirectorySignature = 0x02014B50;
 
 class CentralDirectory {
@@ -21,10 +23,10 @@ class CentralDirectory {
   CentralDirectory(const CentralDirectory&) = delete;
   CentralDirectory& operator=(const CentralDirectory&) = delete;
 
-  /// Reads and checks all entries. Those that can't be expanded have their `refusal` set, entries
-  /// that share bytes of the archive included. Faults of the archive as a whole (no table, a table
-  /// that breaks off) are added to `faults` under `archiveName`; what could be read is there all
-  /// the same.
+  /// Reads and checks all entries. Those that can't be expanded have `refusal` set, also entries
+  /// that share bytes of the archive. Faults of the archive as a whole (no table, a table that is
+  /// cut short) are added to `faults` under `archiveName`; the entries that could be read are
+  /// available anyway.
   void Read(const ArchiveFile& file, const std::string& archiveName, Faults& faults);
 
   /// In the archive's order.

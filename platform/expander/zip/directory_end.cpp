@@ -20,7 +20,7 @@ constexpr std::size_t kLocatorSize = 20;
 constexpr std::size_t kEnd64Size = 56;
 constexpr std::size_t kLongestComment = 0xFFFF;
 
-/// The record's fields as they stand, and its own place in the file.
+/// The record's fields as stored, and its own offset in the file.
 struct EndFields {
   std::uint64_t place = 0;
   std::uint64_t offset = 0;
@@ -77,9 +77,9 @@ bool ReadEnd64(const ArchiveFile& file, std::uint64_t place, EndFields& fields) 
   return true;
 }
 
-/// The 64-bit record, where a locator in front of the old one names it: signature 4, disc 4,
-/// offset 8, discs 4. The offset is off by what stands before the archive; then the record is the
-/// one right before the locator.
+/// Reads the 64-bit record if a locator in front of the old record points to it: signature 4, disc
+/// 4, offset 8, discs 4. The offset is wrong if something precedes the archive; then the record is
+/// the one right before the locator.
 void PreferEnd64(const ArchiveFile& file, EndFields& fields) {
   if (fields.place < kLocatorSize) {
     return;
@@ -94,8 +94,8 @@ void PreferEnd64(const ArchiveFile& file, EndFields& fields) {
     return;
   }
   (void)reader.U32();
-  const std::uint64_t told = reader.U64();
-  if (told <= locatorPlace && ReadEnd64(file, told, fields)) {
+  const std::uint64_t stated = reader.U64();
+  if (stated <= locatorPlace && ReadEnd64(file, stated, fields)) {
     return;
   }
   if (locatorPlace >= kEnd64Size) {
@@ -103,8 +103,8 @@ void PreferEnd64(const ArchiveFile& file, EndFields& fields) {
   }
 }
 
-/// The last record whose comment reaches to the file's end; else the last one with anything behind
-/// it (some tools pad the file).
+/// Finds the last record whose comment ends at the file's end; else the last one with other bytes
+/// behind it, since some tools pad the file.
 bool FindRecord(std::string_view tail, std::size_t& place) {
   bool found = false;
   for (std::size_t i = tail.size() - kEndSize + 1; i-- > 0;) {
@@ -126,12 +126,12 @@ bool FindRecord(std::string_view tail, std::size_t& place) {
   return found;
 }
 
-/// Works out where the table lies from what the record says and where it stands.
+/// Computes the table's offset from the record's fields and its own offset.
 std::string PlaceTable(const ArchiveFile& file, const EndFields& fields, DirectoryEnd& end) {
   end.size = fields.size;
   end.count = fields.count;
   end.shortCount = fields.shortCount;
-  // The directory ends where the record begins, whatever stands before the archive.
+  // The table usually ends where the record begins, whatever precedes the archive.
   if (fields.size <= fields.place) {
     end.offset = fields.place - fields.size;
     if (end.offset >= fields.offset &&
@@ -140,7 +140,7 @@ std::string PlaceTable(const ArchiveFile& file, const EndFields& fields, Directo
       return {};
     }
   }
-  // Something may stand between the two, a signature for instance; then its told place counts.
+  // Something may be between the two, a digital signature for instance: use the stated offset.
   if (fields.offset <= fields.place && fields.size <= fields.place - fields.offset &&
       BeginsWith(file, fields.offset, kDirectorySignature)) {
     end.offset = fields.offset;
@@ -160,7 +160,7 @@ std::string FindDirectoryEnd(const ArchiveFile& file, DirectoryEnd& end) {
   std::vector<char> tail(tailSize);
   const std::uint64_t tailPlace = file.Length() - tailSize;
   if (const int code = file.ReadAt(tailPlace, tail.data(), tailSize); code != 0) {
-    return SystemText(code);
+    return Cause::System(code).Text();
   }
   const std::string_view bytes(tail.data(), tail.size());
   std::size_t place = 0;

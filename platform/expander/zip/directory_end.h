@@ -1,5 +1,4 @@
-// The end record of a zip archive: where its central directory lies, which alone says what the
-// archive holds.
+// The end record of a zip archive, which says where the table of contents is.
 #ifndef PLATFORM_EXPANDER_ZIP_DIRECTORY_END_H_
 #define PLATFORM_EXPANDER_ZIP_DIRECTORY_END_H_
 
@@ -11,18 +10,19 @@
 namespace zephin::expander {
 
 struct DirectoryEnd {
-  /// Place of the central directory in the file, in bytes; both within the file's length.
+  /// Offset and length of the table in the file, in bytes; it ends within the file.
   std::uint64_t offset = 0;
   std::uint64_t size = 0;
-  /// Entries that the record tells of.
+  /// The number of entries according to the record.
   std::uint64_t count = 0;
-  /// The record has room for 16 bits of the count only; some writers let it wrap around.
+  /// The count has only 16 bits; some writers let it wrap around.
   bool shortCount = true;
-  /// Bytes that stand before the archive: they are added to every place that it names.
+  /// Bytes in front of the archive. Every offset in the archive is relative to their end.
   std::uint64_t shift = 0;
 };
 
-/// Finds the record, in its old and its 64-bit form. Gives an empty text, or why there is none.
+/// Finds the record, in its old or its 64-bit form. Returns an empty text, or why there is none;
+/// then `end` is not valid.
 [[nodiscard]] std::string FindDirectoryEnd(const ArchiveFile& file, DirectoryEnd& end);
 
 }  // namespace zephin::expander

@@ -1,4 +1,4 @@
-// One entry of an archive, as its central directory tells of it.
+// One entry of an archive, as its table of contents describes it.
 #ifndef PLATFORM_EXPANDER_ZIP_ENTRY_H_
 #define PLATFORM_EXPANDER_ZIP_ENTRY_H_
 
@@ -9,45 +9,50 @@ namespace zephin::expander {
 
 enum class EntryKind : std::uint8_t { File, Folder, Link };
 
-/// What is set on a file or folder once it stands.
+/// What is set on a file or folder after it is made.
 struct Attributes {
-  /// Permission bits as chmod takes them, never set-id or sticky ones; used only if `hasMode`.
+  /// Permission bits for chmod without set-id and sticky bits; valid only if `hasMode`.
   std::uint16_t mode = 0;
   bool hasMode = false;
-  /// Time of the last change since 1970 (UTC).
+  /// Time of the last change since 1970 (UTC), in seconds and nanoseconds.
   std::uint32_t nanoseconds = 0;
   std::int64_t seconds = 0;
 };
 
 struct Entry {
-  /// Names point into memory of the CentralDirectory. `storedName` has the bytes as the archive
-  /// holds them; `path` is what they stand for below the folder: no empty part, no "." or "..", no
-  /// "/" at either end. `path` is empty for the folder itself.
+  /// The name's bytes in the archive. Both names point into memory of the CentralDirectory.
   std::string_view storedName;
+  /// The decoded name, relative to the target folder: no empty part, no "." or "..", no "/" at
+  /// either end. Empty for the target folder itself.
   std::string_view path;
-  /// Places in the file, in bytes: of the local header, and of what follows the entry at the
-  /// latest.
+  /// Offset of the local header in the file, in bytes.
   std::uint64_t offset = 0;
-  std::uint64_t limit = 0;
+  /// First byte in the file that can't belong to this entry: the next entry's offset or that of the
+  /// table of contents. Not set (0) for an entry that is outside of the archive.
+  std::uint64_t end = 0;
+  /// In bytes, as the table of contents states them.
   std::uint64_t packedSize = 0;
   std::uint64_t size = 0;
-  /// Why the entry is refused, a fixed text; nil if it isn't.
+  /// Why the entry is refused, a fixed text; nil if it is not.
   const char* refusal = nullptr;
   Attributes attributes;
   std::uint32_t crc = 0;
   /// Place in the archive's order, from 1.
   std::uint32_t order = 0;
-  /// Index of the folder that holds it, in Plan::folders.
+  /// Index in Plan::folders of the folder that contains it.
   std::uint32_t folder = 0;
   std::uint16_t flags = 0;
   std::uint16_t method = 0;
   EntryKind kind = EntryKind::File;
-  /// Set when the file was made; it may have gone again with its data's fault.
+  /// True once the file or link is on disk whole.
   bool made = false;
 
   /// Last part of the path.
   std::string_view Leaf() const { return path.substr(path.rfind('/') + 1); }
 };
+
+/// Why an entry is refused whose bytes belong to another entry too.
+constexpr const char* kSharesBytes = "shares bytes of the archive with another entry";
 
 constexpr std::uint16_t kMethodStored = 0;
 constexpr std::uint16_t kMethodDeflated = 8;

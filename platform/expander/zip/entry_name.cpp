@@ -8,7 +8,7 @@
 namespace zephin::expander {
 namespace {
 
-/// Code page 437 from byte 128 on.
+/// Characters 128 to 255 of code page 437.
 constexpr std::array<char16_t, 128> kCodePage437 = {
     u'Ç', u'ü', u'é', u'â', u'ä', u'à', u'å', u'ç',     u'ê', u'ë', u'è', u'ï', u'î', u'ì', u'Ä',
     u'Å', u'É', u'æ', u'Æ', u'ô', u'ö', u'ò', u'û',     u'ù', u'ÿ', u'Ö', u'Ü', u'¢', u'£', u'¥',
@@ -24,7 +24,7 @@ std::uint8_t Byte(std::string_view text, std::size_t index) {
   return index < text.size() ? static_cast<std::uint8_t>(text[index]) : std::uint8_t{0};
 }
 
-/// Length in bytes of the UTF-8 character at `index`, 0 if there is no valid one.
+/// Length in bytes of the UTF-8 character at `index`, 0 if it is not valid.
 std::size_t Utf8Length(std::string_view text, std::size_t index) {
   const std::uint8_t lead = Byte(text, index);
   const auto follows = [&](std::size_t step, std::uint8_t low, std::uint8_t high) {
@@ -91,8 +91,8 @@ bool IsAbsolute(std::string_view name) {
          (name.size() >= 3 && IsLetter(name[0]) && name[1] == ':' && isSeparator(name[2]));
 }
 
-/// Looks for a part "..", with either kind of slash between parts: a backslash is an ordinary
-/// letter here, but whoever copies the tree to another system must not be led out either.
+/// Looks for a part ".." between slashes of either kind. A backslash is an ordinary character here,
+/// but the tree may be copied to a system where it separates folders.
 bool HasParentPart(std::string_view name) {
   while (true) {
     const std::size_t end = name.find_first_of("/\\");

@@ -28,7 +28,7 @@ void ReadZip64(FieldReader body, Wide wide, ExtraFields& fields) {
   take(wide.offset, fields.offset);
 }
 
-/// flags 1 (bit 0: time of the last change is there), time 4
+/// flags 1 (bit 0: has the time of the last change), time 4
 void ReadUnixTimes(FieldReader body, ExtraFields& fields) {
   const std::string_view flags = body.Take(1);
   const auto time = static_cast<std::int32_t>(body.U32());
@@ -38,7 +38,7 @@ void ReadUnixTimes(FieldReader body, ExtraFields& fields) {
   }
 }
 
-/// time of the last reading 4, of the last change 4
+/// time of the last access 4, time of the last change 4
 void ReadOldUnixTimes(FieldReader body, ExtraFields& fields) {
   (void)body.U32();
   const auto time = static_cast<std::int32_t>(body.U32());
@@ -64,8 +64,8 @@ void ReadNtfs(FieldReader body, ExtraFields& fields) {
   }
 }
 
-/// version 1, CRC-32 of the header's name 4, name in UTF-8. A name that was changed since by a tool
-/// that doesn't know the field has another CRC, and counts.
+/// version 1, CRC-32 of the header's name 4, name in UTF-8. The CRC differs if a tool that doesn't
+/// know the field has renamed the entry since; then the header's name is used.
 void ReadUnicodeName(FieldReader body, std::string_view storedName, ExtraFields& fields) {
   const std::string_view version = body.Take(1);
   const std::uint32_t crc = body.U32();
@@ -103,7 +103,7 @@ ExtraFields ReadExtraFields(std::string_view extra, std::string_view storedName,
 
 std::int64_t LocalTimes::Seconds(std::uint16_t date, std::uint16_t time) {
   const std::uint32_t hour = time >> 11U;
-  // Never 0, so that an unused place doesn't match.
+  // Never 0, the key of an unused element.
   const std::uint32_t key = (static_cast<std::uint32_t>(date) << 5U | hour) + 1;
   Hour& known = hours_.at(key % hours_.size());
   if (known.key != key) {

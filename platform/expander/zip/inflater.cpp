@@ -36,7 +36,7 @@ void Inflater::Begin() {
 }
 
 void Inflater::Feed(std::string_view packed) {
-  // The library's field isn't const, but it only reads there.
+  // The library's field is not const, but it only reads through it.
   stream_->next_in = reinterpret_cast<std::uint8_t*>(const_cast<char*>(packed.data()));
   stream_->avail_in = static_cast<std::uint32_t>(packed.size());
 }
@@ -58,7 +58,7 @@ bool Inflater::AtEnd() const {
 }
 
 std::size_t Inflater::Unused() const {
-  // Whole bytes that were taken into the bit buffer ahead of their use.
+  // The library reads whole bytes into its bit buffer in advance.
   const auto buffered = static_cast<std::size_t>(stream_->read_in_length) / 8;
   return stream_->avail_in + buffered;
 }

@@ -1,4 +1,4 @@
-// Deflated data made plain again: a small entry in one go, a large one block by block.
+// Unpacks deflated data: a small entry in one call, a large one block by block.
 #ifndef PLATFORM_EXPANDER_ZIP_INFLATER_H_
 #define PLATFORM_EXPANDER_ZIP_INFLATER_H_
 
@@ -19,23 +19,24 @@ class Inflater {
   Inflater(const Inflater&) = delete;
   Inflater& operator=(const Inflater&) = delete;
 
-  /// True if all of `packed` is one deflate stream of exactly `size` bytes; they are in `target`
-  /// then.
+  /// True if `packed` is exactly one deflate stream of exactly `size` bytes; then they are in
+  /// `target`.
   [[nodiscard]] bool Whole(std::string_view packed, char* target, std::size_t size);
 
-  /// Begins a new stream.
+  /// Starts a new stream for the calls below.
   void Begin();
-  /// Gives the stream its next bytes, which must stay where they are until Hungry(). Only when
-  /// hungry.
+  /// Passes the next packed bytes, which must stay valid until Hungry() is true again. Call it only
+  /// while Hungry() is true.
   void Feed(std::string_view packed);
   bool Hungry() const;
-  /// Writes up to `size` bytes and gives how many; fewer only when it is hungry, at its end or
-  /// broken.
+  /// Writes up to `size` bytes and returns their number; fewer only if it needs more input, is at
+  /// the stream's end, or found invalid data.
   std::size_t Run(char* target, std::size_t size);
-  /// The stream has ended and every byte of it was taken by Run.
+  /// The stream has ended and Run has written all of its bytes.
   bool AtEnd() const;
+  /// The data are no valid deflate stream.
   bool Broken() const { return broken_; }
-  /// Bytes that were fed and belong to what follows the stream.
+  /// Number of bytes passed to Feed that are behind the stream's end.
   std::size_t Unused() const;
 
  private:
@@ -47,7 +48,7 @@ class Inflater {
   bool broken_ = false;
 };
 
-/// CRC-32 of zip archives, continued from `crc` (0 at the start).
+/// The CRC-32 of zip archives, continued from `crc` (0 at the start).
 std::uint32_t Crc32(std::uint32_t crc, const char* bytes, std::size_t size);
 
 }  // namespace zephin::expander

@@ -1,4 +1,4 @@
-// Numbers as the zip format stores them, low byte first, read without a step past the end.
+// Reads numbers in the byte order of the zip format, low byte first, never past the end.
 #ifndef PLATFORM_EXPANDER_ZIP_LITTLE_ENDIAN_H_
 #define PLATFORM_EXPANDER_ZIP_LITTLE_ENDIAN_H_
 
@@ -8,8 +8,8 @@
 
 namespace zephin::expander {
 
-/// Takes fields from the front of some bytes, one after the other. A read past the end gives zeros
-/// or nothing and makes Ok() false from then on, so that one test behind a row of reads is enough.
+/// Reads fields from the front of some bytes, one after the other. A read past the end returns 0 or
+/// an empty text and makes Ok() false from then on, so one check after several reads is enough.
 class FieldReader {
  public:
   explicit FieldReader(std::string_view bytes) : bytes_(bytes) {}
@@ -18,8 +18,8 @@ class FieldReader {
   std::uint32_t U32() { return static_cast<std::uint32_t>(Number(4)); }
   std::uint64_t U64() { return Number(8); }
 
-  /// The next `count` bytes, valid as long as the bytes that this reads from; empty if there are
-  /// fewer.
+  /// The next `count` bytes, valid as long as the bytes that this reads from. Empty if there are
+  /// fewer; then the rest is dropped too.
   std::string_view Take(std::size_t count) {
     if (count > bytes_.size()) {
       ok_ = false;
@@ -31,6 +31,7 @@ class FieldReader {
     return taken;
   }
 
+  /// Number of bytes not read yet.
   std::size_t Left() const { return bytes_.size(); }
   bool Ok() const { return ok_; }
 

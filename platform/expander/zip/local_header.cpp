@@ -39,7 +39,8 @@ bool ReadFixed(std::string_view bytes, Fixed& fixed) {
   return known;
 }
 
-/// A writer that didn't know sizes and CRC yet leaves zeros here and puts them behind the data.
+/// A writer that doesn't know sizes and CRC in advance writes zeros here, and the values behind the
+/// data.
 bool AgreesInSizes(const Entry& entry, const Fixed& fixed) {
   const bool later = (fixed.flags & kFlagDescriptor) != 0;
   const auto agrees = [later](std::uint64_t here, std::uint64_t there) {
@@ -51,27 +52,23 @@ bool AgreesInSizes(const Entry& entry, const Fixed& fixed) {
 
 }  // namespace
 
-DataPlace FindData(const Entry& entry, WindowReader& reader) {
-  DataPlace place;
+Cause FindData(const Entry& entry, WindowReader& reader, std::uint64_t& offset) {
   const std::size_t least = kLocalHeaderSize + entry.storedName.size();
   std::string_view header = reader.View(entry.offset, least);
-  Fixed fixed;
   if (header.empty()) {
-    place.code = reader.Code();
-    return place;
+    return Cause::System(reader.Code());
   }
+  Fixed fixed;
   if (!ReadFixed(header.substr(0, kLocalHeaderSize), fixed) || fixed.method != entry.method ||
       ((fixed.flags ^ entry.flags) & kFlagEncrypted) != 0 ||
       fixed.nameLength != entry.storedName.size() ||
       header.substr(kLocalHeaderSize) != entry.storedName) {
-    place.refusal = kDisagrees;
-    return place;
+    return Cause::Fixed(kDisagrees);
   }
   if (fixed.size == kAllBits || fixed.packedSize == kAllBits) {
     header = reader.View(entry.offset, least + fixed.extraLength);
     if (header.empty()) {
-      place.code = reader.Code();
-      return place;
+      return Cause::System(reader.Code());
     }
     const ExtraFields extra =
         ReadExtraFields(header.substr(least), entry.storedName,
@@ -79,13 +76,15 @@ DataPlace FindData(const Entry& entry, WindowReader& reader) {
     fixed.size = extra.size.value_or(fixed.size);
     fixed.packedSize = extra.packedSize.value_or(fixed.packedSize);
   }
-  place.offset = entry.offset + least + fixed.extraLength;
   if (!AgreesInSizes(entry, fixed)) {
-    place.refusal = kDisagrees;
-  } else if (place.offset > entry.limit || entry.packedSize > entry.limit - place.offset) {
-    place.refusal = "shares bytes of the archive with another entry";
+    return Cause::Fixed(kDisagrees);
   }
-  return place;
+  const std::uint64_t start = entry.offset + least + fixed.extraLength;
+  if (start > entry.end || entry.packedSize > entry.end - start) {
+    return Cause::Fixed(kSharesBytes);
+  }
+  offset = start;
+  return {};
 }
 
 }  // namespace zephin::expander

@@ -190,7 +190,7 @@ TEST(ExpandInto, WhatStandsIsMergedIntoAndLeadsNowhere) {
     others.insert({{"f", "new"}, {"d", "/"}, {"d/g", "new"}, {"l", "-> f"}});
     return others;
   };
-  const char* const inTheWay = "d/g: a file or link stands where its folder must be";
+  const char* const inTheWay = "d/g: a file or link is in the place of its folder";
   const std::vector<std::tuple<const char*, const char*, const char*, Contents>> rows = {
       {"d/other", "", "", with({{"d/other", "old"}})},
       {"f", "", "", with({})},
