@@ -5,12 +5,13 @@
 
 namespace zephin {
 
-/// The user's own system clipboard. It has no state of its own: each call asks the desktop.
+/// The system clipboard of the user's session. The object has no state: each call asks the desktop.
 class Clipboard {
  public:
-  /// The text on it, as UTF-8; empty if there is none.
+  /// The clipboard's text as UTF-8; empty if it holds no text.
   String Text() const;
-  /// Replaces what the user had there.
+  /// Replaces the contents of the clipboard. Other programs can still paste the text after this
+  /// program has ended.
   void SetText(const String& text);
 };
 

@@ -1,7 +1,6 @@
 #ifndef PLATFORM_FRAMEWORK_CONTROL_H_
 #define PLATFORM_FRAMEWORK_CONTROL_H_
 
-#include <cstdint>
 #include <string>
 #include <utility>
 
@@ -11,9 +10,8 @@
 namespace zephin {
 
 class Window;
-enum class Repaint;
 
-/// A rectangle in points from the top left corner of a window's content.
+/// A rectangle in points, relative to the top left corner of a window's content.
 struct Bounds {
   int left = 0;
   int top = 0;
@@ -21,8 +19,8 @@ struct Bounds {
   int height = 0;
 };
 
-/// The edges of the window with which a control's own edges move when the window is resized.
-/// Locked to both sides, it grows.
+/// The window edges to which a control's own edges keep their distance when the user resizes the
+/// window. A control that is locked to both sides grows with the window.
 struct Locks {
   bool left = false;
   bool top = false;
@@ -30,10 +28,12 @@ struct Locks {
   bool bottom = false;
 };
 
-/// Base of what stands in a window: a name, a place, and the properties that all have. Each setter
-/// tells the desktop of the change once the control belongs to a window.
+/// Base of everything that a window contains: a name, a place, and the properties that all controls
+/// have. It is a model without any drawing. Once the control belongs to an open window, each setter
+/// reports the change to the desktop, even if the new value equals the old one.
 class Control {
  public:
+  /// `index` is given for the members of a control array only.
   explicit Control(std::string name, int index = kNoIndex)
       : name_(std::move(name)), index_(index) {}
   virtual ~Control() = default;
@@ -42,14 +42,16 @@ class Control {
 
   static constexpr int kNoIndex = -1;
 
-  /// Name in the window; the members of a control array share theirs and differ by index.
+  /// Name within the window. The members of a control array have the same name and differ in their
+  /// index.
   const std::string& Name() const { return name_; }
   int Index() const { return index_; }
-  /// Null before the control is added to one.
+  /// The window; null before the control is added to one and after the window is destroyed.
   Window* Owner() const { return owner_; }
 
   const Bounds& Place() const { return place_; }
   void SetPlace(const Bounds& place) { Set(place_, place); }
+  // The parts of the place, one by one, in points.
   int Left() const { return place_.left; }
   int Top() const { return place_.top; }
   int Width() const { return place_.width; }
@@ -61,21 +63,24 @@ class Control {
   const Locks& LockedEdges() const { return locks_; }
   void SetLockedEdges(const Locks& locks) { Set(locks_, locks); }
 
+  /// A hidden control is neither drawn nor reached by mouse or keyboard.
   bool Visible() const { return visible_; }
   void SetVisible(bool visible) { Set(visible_, visible); }
+  /// A disabled control is drawn dimmed and takes no input.
   bool Enabled() const { return enabled_; }
   void SetEnabled(bool enabled) { Set(enabled_, enabled); }
-  /// Shown when the pointer rests on the control; empty: none.
+  /// Text of the tool tip; empty: none.
   const String& HelpTag() const { return helpTag_; }
   void SetHelpTag(String tag) { Set(helpTag_, std::move(tag)); }
-  /// Place in the order of the Tab key; -1 for a control that never has the focus.
+  /// Position in the order of the Tab key; -1: the control never gets the focus.
   int TabIndex() const { return tabIndex_; }
   void SetTabIndex(int index) { Set(tabIndex_, index); }
 
-  /// Repaints; true: before the call returns.
+  /// Repaints the control: before the call returns if `now`, else with the next events.
   void Refresh(bool now);
 
  protected:
+  /// Sets a property of this class or a derived one and reports the change.
   template <class T>
   void Set(T& property, T value) {
     property = std::move(value);

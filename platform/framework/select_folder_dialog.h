@@ -8,20 +8,23 @@
 
 namespace zephin {
 
-/// The desktop's dialog for a folder that exists. An empty text leaves the dialog's own.
+/// The desktop's dialog in which the user selects an existing folder. A text that is empty is
+/// replaced by the desktop's own.
 class SelectFolderDialog {
  public:
+  /// Text of the button that accepts the selected folder.
   const String& ActionButtonCaption() const { return actionButtonCaption_; }
   void SetActionButtonCaption(String caption) { actionButtonCaption_ = std::move(caption); }
   const String& CancelButtonCaption() const { return cancelButtonCaption_; }
   void SetCancelButtonCaption(String caption) { cancelButtonCaption_ = std::move(caption); }
   const String& Title() const { return title_; }
   void SetTitle(String title) { title_ = std::move(title); }
-  /// Where it opens; nil leaves that to the desktop.
+  /// The folder that is shown first; nil: the desktop decides.
   const Ref<FolderItem>& InitialDirectory() const { return initialDirectory_; }
   void SetInitialDirectory(Ref<FolderItem> folder) { initialDirectory_ = std::move(folder); }
 
-  /// The chosen folder, or nil if the user cancels.
+  /// Shows the dialog and returns when the user has closed it. Gives the selected folder, or nil if
+  /// the user cancelled.
   Ref<FolderItem> ShowModal() const;
 
  private:

@@ -3,13 +3,16 @@
 
 #include "platform/framework/folder_item.h"
 
-/// Well-known folders of the machine and the user, from the application's `Machine`. Nil where the
-/// machine doesn't say.
+/// Well-known folders of the machine and the user, taken from the application's `Machine`. Each is
+/// nil if the machine does not know it.
 namespace zephin::SpecialFolder {
 
+/// Its parent is the root of the system volume.
 Ref<FolderItem> System();
 Ref<FolderItem> UserHome();
+/// It need not exist.
 Ref<FolderItem> Desktop();
+/// A private folder of the user.
 Ref<FolderItem> Temporary();
 
 }  // namespace zephin::SpecialFolder
