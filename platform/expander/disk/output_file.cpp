@@ -23,7 +23,7 @@ int ClearName(int folder, const char* leaf) {
 
 OutputFile::~OutputFile() {
   if (descriptor_.IsOpen()) {
-    (void)::unlinkat(folder_, leaf_.c_str(), 0);
+    RemoveIfSame(folder_, leaf_.c_str(), id_, 0);
   }
 }
 
@@ -45,7 +45,11 @@ int OutputFile::Create(int folder, std::string_view leaf, const Attributes& attr
     }
     descriptor_ = create();
   }
-  return descriptor_.IsOpen() ? 0 : errno;
+  if (!descriptor_.IsOpen()) {
+    return errno;
+  }
+  id_ = FileId::Of(descriptor_.Number());
+  return 0;
 }
 
 int OutputFile::Write(const char* bytes, std::size_t size) {
@@ -75,7 +79,7 @@ int OutputFile::Finish(const Attributes& attributes) {
   }
   const int code = descriptor_.Close();
   if (code != 0) {
-    (void)::unlinkat(folder_, leaf_.c_str(), 0);
+    RemoveIfSame(folder_, leaf_.c_str(), id_, 0);
   }
   return code;
 }

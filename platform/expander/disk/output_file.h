@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/expander/common/file_id.h"
 #include "platform/expander/common/resources.h"
 #include "platform/expander/zip/entry.h"
 
@@ -32,15 +33,16 @@ class OutputFile {
   [[nodiscard]] int Write(const char* bytes, std::size_t size);
   /// Sets mode and time and closes the file, which is kept from then on.
   [[nodiscard]] int Finish(const Attributes& attributes);
-  /// It was made, and the destructor will delete it.
-  bool Unfinished() const { return descriptor_.IsOpen(); }
   /// False if its name was deleted.
   bool StillThere() const;
+  /// The identity of the file that was made; none before.
+  const FileId& Id() const { return id_; }
 
  private:
   int folder_ = -1;
   std::string leaf_;
   Descriptor descriptor_;
+  FileId id_;
   bool changeMode_ = false;
 };
 

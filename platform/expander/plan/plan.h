@@ -25,6 +25,8 @@ struct Folder {
   Attributes attributes;
   /// The system's error code if the folder could not be made or opened, else 0.
   int code = 0;
+  /// The identity of the folder if the expansion made it.
+  FileId id;
   /// It existed before the expansion.
   bool existed = false;
 

@@ -10,7 +10,7 @@
 #include "platform/expander/disk/free_space.h"
 #include "platform/expander/expander.h"
 #include "platform/expander/work/expansion.h"
-#include "platform/expander/work/folder_watch.h"
+#include "platform/expander/work/root_watch.h"
 #include "platform/expander/zip/central_directory.h"
 
 namespace zephin::expander {
@@ -78,8 +78,8 @@ class Placement {
   // Makes a new folder under the first free name and stores the name. Not open on a fault, which is
   // added.
   Descriptor NewFolder(const std::string& wanted, std::string& name);
-  void RunSteps(Site& site, FolderWatch* watch, Result& result);
-  void ClearAway(Site& site, const std::string& name);
+  // `watch` is nil if the contents have no folder of their own.
+  void RunSteps(Site& site, RootWatch* watch, Result& result);
   void Fail(int code) { faults_.Add(Faults::kWholeArchive, archivePath_, Cause::System(code)); }
 
   const ArchiveFile& file_;
@@ -149,11 +149,13 @@ void Placement::PlaceFolder(std::uint32_t folder, const std::string& wanted, Res
   }
   WorkControl control;
   Site site{file_, plan_, Root{root.Number(), folder}, faults_, control, Existing::Keep, mask_};
-  FolderWatch watch(site);
+  RootWatch watch(parent_.Number(), result.placedAs, root.Number(), control);
   RunSteps(site, &watch, result);
-  watch.End();
-  if (watch.Swept()) {
-    ClearAway(site, result.placedAs);
+  if (watch.End() == RootState::Vanishing) {
+    // The deletion missed what was made in a folder after it had listed it.
+    RemoveRemains(site);
+    RemoveIfSame(parent_.Number(), result.placedAs.c_str(), FileId::Of(root.Number()),
+                 AT_REMOVEDIR);
   }
 }
 
@@ -175,32 +177,20 @@ void Placement::PlaceFile(Entry& entry, Result& result) {
   }
 }
 
-void Placement::RunSteps(Site& site, FolderWatch* watch, Result& result) {
+void Placement::RunSteps(Site& site, RootWatch* watch, Result& result) {
   MakeFolders(site);
-  if (watch != nullptr) {
-    watch->AddMadeFolders();
-  }
   WriteFiles(site);
   MakeLinks(site);
+  if (watch != nullptr) {
+    // Before the last step: deleting the watch's marker changes the root's time.
+    (void)watch->End();
+  }
   FinishFolders(site);
   if (site.control.Stopped()) {
     faults_.Add(Faults::kWholeArchive, result.placedAs,
                 "was deleted or moved during the expansion");
   }
   result.expanded = CountExpanded(site);
-}
-
-/// Completes a deletion of the tree that ran at the same time as the expansion, and that missed
-/// what was made after it had read a folder.
-void Placement::ClearAway(Site& site, const std::string& name) {
-  RemoveRemains(site);
-  struct stat made {};
-  struct stat present {};
-  if (::fstat(site.root.descriptor, &made) == 0 &&
-      ::fstatat(parent_.Number(), name.c_str(), &present, AT_SYMLINK_NOFOLLOW) == 0 &&
-      made.st_dev == present.st_dev && made.st_ino == present.st_ino) {
-    (void)::unlinkat(parent_.Number(), name.c_str(), AT_REMOVEDIR);
-  }
 }
 
 }  // namespace

@@ -54,7 +54,7 @@ int MakeFolder(Site& site, FolderDescriptors& descriptors, std::uint32_t index) 
   }
   const std::string leaf(folder.Leaf());
   if (::mkdirat(parent, leaf.c_str(), kPlainMode) == 0) {
-    ++site.control.made;
+    folder.id = FileId::At(parent, leaf.c_str());
     return 0;
   }
   if (errno != EEXIST) {
@@ -108,7 +108,7 @@ bool ReadTarget(Site& site, const Entry& entry, Unpacker& unpacker, std::string&
   return !cause;
 }
 
-int MakeLink(const Site& site, const Entry& entry, int folder, const std::string& target) {
+int MakeLink(const Site& site, Entry& entry, int folder, const std::string& target) {
   const std::string leaf(entry.Leaf());
   int code = ::symlinkat(target.c_str(), folder, leaf.c_str()) == 0 ? 0 : errno;
   if (code == EEXIST && site.existing == Existing::Replace) {
@@ -120,7 +120,7 @@ int MakeLink(const Site& site, const Entry& entry, int folder, const std::string
   if (code != 0) {
     return code;
   }
-  ++site.control.made;
+  entry.id = FileId::At(folder, leaf.c_str());
   return ::utimensat(folder, leaf.c_str(), ChangeTime(entry.attributes).data(),
                      AT_SYMLINK_NOFOLLOW) == 0
              ? 0
@@ -131,7 +131,7 @@ int MakeLink(const Site& site, const Entry& entry, int folder, const std::string
 
 void MakeFolders(Site& site) {
   FolderDescriptors descriptors(site.plan.folders, site.root);
-  for (std::uint32_t i = 1; i < site.plan.folders.size() && site.control.Proceed(); ++i) {
+  for (std::uint32_t i = 1; i < site.plan.folders.size() && !site.control.Stopped(); ++i) {
     if (i != site.root.folder) {
       site.plan.folders[i].code = MakeFolder(site, descriptors, i);
     }
@@ -146,7 +146,7 @@ void MakeLinks(Site& site) {
   Unpacker unpacker(site.file);
   std::string target;
   for (Entry& entry : site.plan.links) {
-    if (!site.control.Proceed()) {
+    if (site.control.Stopped()) {
       return;
     }
     if (FolderLost(site, entry) || !ReadTarget(site, entry, unpacker, target)) {
@@ -166,7 +166,7 @@ void FinishFolders(Site& site) {
   FolderDescriptors descriptors(site.plan.folders, site.root);
   for (auto i = static_cast<std::uint32_t>(site.plan.folders.size()); i-- > 1;) {
     Folder& folder = site.plan.folders[i];
-    if (!site.control.Proceed()) {
+    if (site.control.Stopped()) {
       return;
     }
     if (folder.code == 0 && (folder.named || (folder.existed && folder.attributes.hasMode))) {
@@ -184,17 +184,17 @@ void RemoveRemains(Site& site) {
     for (const Entry& entry : *list) {
       const int folder = entry.made ? descriptors.Get(entry.folder) : -1;
       if (folder >= 0) {
-        (void)::unlinkat(folder, std::string(entry.Leaf()).c_str(), 0);
+        RemoveIfSame(folder, std::string(entry.Leaf()).c_str(), entry.id, 0);
       }
     }
   }
   for (auto i = static_cast<std::uint32_t>(site.plan.folders.size()); i-- > 1;) {
     const Folder& folder = site.plan.folders[i];
-    if (i == site.root.folder || folder.existed || folder.code != 0) {
+    if (!folder.id) {
       continue;
     }
     if (const int parent = descriptors.Get(folder.parent); parent >= 0) {
-      (void)::unlinkat(parent, std::string(folder.Leaf()).c_str(), AT_REMOVEDIR);
+      RemoveIfSame(parent, std::string(folder.Leaf()).c_str(), folder.id, AT_REMOVEDIR);
     }
   }
 }

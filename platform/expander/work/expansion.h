@@ -40,7 +40,8 @@ void WriteFiles(Site& site);
 void MakeLinks(Site& site);
 void FinishFolders(Site& site);
 
-/// Deletes what the steps made and still exists; folders only if they are empty then.
+/// Deletes the files, links and empty folders that the steps made, as far as they still are the
+/// same items under the same names. What someone else has put in their place is kept.
 void RemoveRemains(Site& site);
 
 /// The number of entries that are on disk whole, after all steps.

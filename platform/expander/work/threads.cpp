@@ -2,33 +2,6 @@
 
 namespace zephin::expander {
 
-bool WorkControl::Proceed() {
-  State state = state_.load();
-  while (state == State::Held) {
-    state_.wait(State::Held);
-    state = state_.load();
-  }
-  return state == State::Running;
-}
-
-void WorkControl::Hold() {
-  Change(State::Running, State::Held);
-}
-
-void WorkControl::Resume() {
-  Change(State::Held, State::Running);
-}
-
-void WorkControl::Stop() {
-  state_.store(State::Stopped);
-  state_.notify_all();
-}
-
-void WorkControl::Change(State from, State to) {
-  (void)state_.compare_exchange_strong(from, to);
-  state_.notify_all();
-}
-
 Relay::Relay(std::size_t blocks, std::size_t blockSize) : sizes_(blocks) {
   for (std::size_t i = 0; i < blocks; ++i) {
     blocks_.emplace_back(blockSize);

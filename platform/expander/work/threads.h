@@ -5,7 +5,6 @@
 #include <atomic>
 #include <condition_variable>
 #include <cstddef>
-#include <cstdint>
 #include <mutex>
 #include <optional>
 #include <string_view>
@@ -15,28 +14,16 @@
 
 namespace zephin::expander {
 
-/// Lets other threads pause and stop the working threads.
+/// Stops the working threads.
 class WorkControl {
  public:
-  /// Called by the working threads before each change of the disk. Waits while they are paused;
-  /// false if they must end.
-  bool Proceed();
-
-  void Hold();
-  void Resume();
+  /// The working threads ask this before each item that they make, and end once it is true.
+  bool Stopped() const { return stopped_.load(std::memory_order_relaxed); }
   /// Can't be undone.
-  void Stop();
-  bool Stopped() const { return state_.load() == State::Stopped; }
-
-  /// Number of folders, files and links that the threads have made, and that they deleted again.
-  std::atomic<std::uint64_t> made = 0;
-  std::atomic<std::uint64_t> removed = 0;
+  void Stop() { stopped_.store(true, std::memory_order_relaxed); }
 
  private:
-  enum class State : std::uint8_t { Running, Held, Stopped };
-  void Change(State from, State to);
-
-  std::atomic<State> state_ = State::Running;
+  std::atomic<bool> stopped_ = false;
 };
 
 /// A bounded queue of blocks from one thread that fills them to one that empties them.

@@ -58,8 +58,8 @@ class FileWriter {
   Outcome WriteBlocks(const Entry& entry, OutputFile& file);
   Outcome WriteThroughRelay(const Entry& entry, OutputFile& file);
   Cause Create(const Entry& entry, OutputFile& file);
-  // False if a large file need not be completed.
-  bool Wanted(const OutputFile& file);
+  // Whether a large file must be completed: Written until something is known to prevent it.
+  Outcome Check(const OutputFile& file) const;
 
   Site& site_;
   Unpacker unpacker_;
@@ -68,7 +68,7 @@ class FileWriter {
 };
 
 void FileWriter::Write(Entry& entry, Step writeLarge) {
-  if (!site_.control.Proceed() || FolderLost(site_, entry)) {
+  if (site_.control.Stopped() || FolderLost(site_, entry)) {
     return;
   }
   OutputFile file;
@@ -77,9 +77,7 @@ void FileWriter::Write(Entry& entry, Step writeLarge) {
     outcome = Outcome::From(Cause::System(file.Finish(entry.attributes)));
   }
   entry.made = outcome.kind == Outcome::Kind::Written;
-  if (!entry.made && file.Unfinished()) {
-    ++site_.control.removed;
-  }
+  entry.id = file.Id();
   if (outcome.kind == Outcome::Kind::Failed) {
     site_.faults.Add(entry.order, entry.storedName, outcome.cause);
     NoteLoss(site_);
@@ -91,11 +89,8 @@ Cause FileWriter::Create(const Entry& entry, OutputFile& file) {
   if (folder < 0) {
     return Cause::System(errno);
   }
-  const int code = file.Create(folder, entry.Leaf(), entry.attributes, site_.mask, site_.existing);
-  if (code == 0) {
-    site_.control.made.fetch_add(1, std::memory_order_relaxed);
-  }
-  return Cause::System(code);
+  return Cause::System(
+      file.Create(folder, entry.Leaf(), entry.attributes, site_.mask, site_.existing));
 }
 
 /// Makes the file only after its data have been checked.
@@ -116,7 +111,8 @@ Outcome FileWriter::WriteBlocks(const Entry& entry, OutputFile& file) {
   if (const Cause cause = Create(entry, file)) {
     return Outcome::From(cause);
   }
-  while (Wanted(file)) {
+  Outcome outcome = Check(file);
+  while (outcome.kind == Outcome::Kind::Written) {
     const auto size = stream.Next(buffer_.Data(), buffer_.Size());
     if (size.value_or(0) == 0) {
       return Outcome::From(stream.Fault());
@@ -124,8 +120,9 @@ Outcome FileWriter::WriteBlocks(const Entry& entry, OutputFile& file) {
     if (const int code = file.Write(buffer_.Data(), *size); code != 0) {
       return Outcome::From(Cause::System(code));
     }
+    outcome = Check(file);
   }
-  return {Outcome::Kind::Stopped, {}};
+  return outcome;
 }
 
 Outcome FileWriter::WriteThroughRelay(const Entry& entry, OutputFile& file) {
@@ -148,8 +145,8 @@ Outcome FileWriter::WriteThroughRelay(const Entry& entry, OutputFile& file) {
   });
   // An exception of the reading must end the writer too, which waits for the relay.
   const EndAtExit end{relay};
-  bool ended = false;
-  while (!ended && Wanted(file)) {
+  Outcome outcome;
+  for (bool ended = false; !ended && outcome.kind == Outcome::Kind::Written;) {
     char* block = relay.Free();
     if (block == nullptr) {
       break;
@@ -159,21 +156,19 @@ Outcome FileWriter::WriteThroughRelay(const Entry& entry, OutputFile& file) {
     if (!ended) {
       relay.Send(size);
     }
+    outcome = ended ? Outcome::From(stream.Fault()) : Check(file);
   }
   relay.End();
   writer.join();
-  if (writeCode != 0) {
-    return Outcome::From(Cause::System(writeCode));
-  }
-  return ended ? Outcome::From(stream.Fault()) : Outcome{Outcome::Kind::Stopped, {}};
+  return writeCode != 0 ? Outcome::From(Cause::System(writeCode)) : outcome;
 }
 
-bool FileWriter::Wanted(const OutputFile& file) {
-  // Data of a file whose name was deleted would only fill the disk.
+Outcome FileWriter::Check(const OutputFile& file) const {
+  // More data of a file whose name was deleted would only fill the disk.
   if (!file.StillThere()) {
-    site_.control.Stop();
+    return Outcome::From(Cause::System(ENOENT));
   }
-  return site_.control.Proceed();
+  return {site_.control.Stopped() ? Outcome::Kind::Stopped : Outcome::Kind::Written, {}};
 }
 
 /// Does jobs until there are none left.

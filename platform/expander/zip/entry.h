@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "platform/expander/common/file_id.h"
+
 namespace zephin::expander {
 
 enum class EntryKind : std::uint8_t { File, Folder, Link };
@@ -46,6 +48,8 @@ struct Entry {
   EntryKind kind = EntryKind::File;
   /// True once the file or link is on disk whole.
   bool made = false;
+  /// The identity of what was made.
+  FileId id;
 
   /// Last part of the path.
   std::string_view Leaf() const { return path.substr(path.rfind('/') + 1); }
