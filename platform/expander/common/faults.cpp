@@ -6,10 +6,12 @@
 namespace zephin::expander {
 
 std::string Cause::Text() const {
-  if (text_ != nullptr) {
-    return text_;
+  std::string text = text_ == nullptr ? "" : text_;
+  if (code_ != 0) {
+    text += text.empty() ? "" : ": ";
+    text += std::generic_category().message(code_);
   }
-  return code_ == 0 ? std::string() : std::generic_category().message(code_);
+  return text;
 }
 
 void Faults::Add(std::uint32_t order, std::string_view name, std::string_view why) {

@@ -10,19 +10,22 @@
 
 namespace zephin::expander {
 
-/// Why one thing failed: a fixed text of ours or an error code of the system. False if nothing did.
+/// Why one thing failed: a fixed text of ours, an error code of the system, or both. False if
+/// nothing failed.
 class Cause {
  public:
   Cause() = default;
   /// `text` must live as long as the program; nil gives no cause.
   static Cause Fixed(const char* text) { return {text, 0}; }
-  /// `code` as in errno; 0 gives no cause.
-  static Cause System(int code) { return {nullptr, code}; }
+  /// `code` as in errno; 0 gives no cause. `text` says what was being done, if that is not obvious.
+  static Cause System(int code, const char* text = nullptr) {
+    return {code != 0 ? text : nullptr, code};
+  }
 
   explicit operator bool() const { return text_ != nullptr || code_ != 0; }
   /// 0 for a fixed text.
   int Code() const { return code_; }
-  /// Our text, or the system's text for its code. Empty if there is no cause.
+  /// "TEXT: system's text", or one of them alone. Empty if there is no cause.
   std::string Text() const;
 
  private:

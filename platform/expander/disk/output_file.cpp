@@ -9,16 +9,15 @@
 
 namespace zephin::expander {
 
-int ClearName(int folder, const char* leaf) {
+Cause ClearName(int folder, const char* leaf) {
   if (::unlinkat(folder, leaf, 0) == 0 || errno == ENOENT) {
-    return 0;
+    return {};
   }
   const int code = errno;
   struct stat status {};
-  if (::fstatat(folder, leaf, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode)) {
-    return EISDIR;
-  }
-  return code;
+  const bool isFolder =
+      ::fstatat(folder, leaf, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode);
+  return Cause::System(isFolder ? EISDIR : code);
 }
 
 OutputFile::~OutputFile() {
@@ -27,8 +26,8 @@ OutputFile::~OutputFile() {
   }
 }
 
-int OutputFile::Create(int folder, std::string_view leaf, const Attributes& attributes, mode_t mask,
-                       Existing existing) {
+Cause OutputFile::Create(int folder, std::string_view leaf, const Attributes& attributes,
+                         mode_t mask, Existing existing) {
   constexpr mode_t kPlainMode = 0666;
   folder_ = folder;
   leaf_ = leaf;
@@ -40,48 +39,53 @@ int OutputFile::Create(int folder, std::string_view leaf, const Attributes& attr
   };
   descriptor_ = create();
   if (!descriptor_.IsOpen() && errno == EEXIST && existing == Existing::Replace) {
-    if (const int code = ClearName(folder, leaf_.c_str()); code != 0) {
-      return code;
+    if (const Cause cause = ClearName(folder, leaf_.c_str())) {
+      return cause;
     }
     descriptor_ = create();
   }
   if (!descriptor_.IsOpen()) {
-    return errno;
+    return Cause::System(errno);
   }
   id_ = FileId::Of(descriptor_.Number());
-  return 0;
+  return {};
 }
 
-int OutputFile::Write(const char* bytes, std::size_t size) {
+Cause OutputFile::Write(const char* bytes, std::size_t size) {
   while (size > 0) {
     const ssize_t written = ::write(descriptor_.Number(), bytes, size);
     if (written < 0 && errno == EINTR) {
       continue;
     }
     if (written <= 0) {
-      return written < 0 ? errno : ENOSPC;
+      return Cause::System(written < 0 ? errno : ENOSPC);
     }
     bytes += written;
     size -= static_cast<std::size_t>(written);
   }
-  return 0;
+  return {};
 }
 
-int OutputFile::Finish(const Attributes& attributes) {
+Cause OutputFile::SetAttributes(const Attributes& attributes) {
   const int descriptor = descriptor_.Number();
+  Cause cause;
   if (changeMode_ && ::fchmod(descriptor, attributes.mode) != 0) {
-    return errno;
+    cause = Cause::System(errno, kModeNotSet);
   }
   const std::array<timespec, 2> times = {timespec{0, UTIME_OMIT},
                                          timespec{attributes.seconds, attributes.nanoseconds}};
-  if (::futimens(descriptor, times.data()) != 0) {
-    return errno;
+  if (::futimens(descriptor, times.data()) != 0 && !cause) {
+    cause = Cause::System(errno, kTimeNotSet);
   }
-  const int code = descriptor_.Close();
-  if (code != 0) {
+  return cause;
+}
+
+Cause OutputFile::Keep() {
+  const Cause cause = Cause::System(descriptor_.Close());
+  if (cause) {
     RemoveIfSame(folder_, leaf_.c_str(), id_, 0);
   }
-  return code;
+  return cause;
 }
 
 bool OutputFile::StillThere() const {

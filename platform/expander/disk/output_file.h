@@ -9,16 +9,19 @@
 #include <string>
 #include <string_view>
 
+#include "platform/expander/common/faults.h"
 #include "platform/expander/common/file_id.h"
 #include "platform/expander/common/resources.h"
 #include "platform/expander/zip/entry.h"
 
 namespace zephin::expander {
 
+constexpr const char* kModeNotSet = "its mode could not be set";
+constexpr const char* kTimeNotSet = "its time could not be set";
+
 /// What happens to a file or link that already exists where one is to be made.
 enum class Existing { Replace, Keep };
 
-/// All calls return 0 or the system's error code.
 class OutputFile {
  public:
   OutputFile() = default;
@@ -28,11 +31,14 @@ class OutputFile {
 
   /// Makes a new file in the folder, never through a link. EEXIST if something exists there that is
   /// kept, EISDIR for a folder. `mask` is the process's file creation mask.
-  [[nodiscard]] int Create(int folder, std::string_view leaf, const Attributes& attributes,
-                           mode_t mask, Existing existing);
-  [[nodiscard]] int Write(const char* bytes, std::size_t size);
-  /// Sets mode and time and closes the file, which is kept from then on.
-  [[nodiscard]] int Finish(const Attributes& attributes);
+  [[nodiscard]] Cause Create(int folder, std::string_view leaf, const Attributes& attributes,
+                             mode_t mask, Existing existing);
+  [[nodiscard]] Cause Write(const char* bytes, std::size_t size);
+  /// Sets mode and time. Some disks don't store them, so a failure is no reason to delete the file.
+  [[nodiscard]] Cause SetAttributes(const Attributes& attributes);
+  /// Closes the file, which is kept from then on. On a failure its data may be lost, and it is
+  /// deleted.
+  [[nodiscard]] Cause Keep();
   /// False if its name was deleted.
   bool StillThere() const;
   /// The identity of the file that was made; none before.
@@ -46,9 +52,9 @@ class OutputFile {
   bool changeMode_ = false;
 };
 
-/// Deletes the file or link of that name so that something can be made there. Returns 0 if the name
-/// is free then; EISDIR for a folder, which is kept; or another code of the system.
-[[nodiscard]] int ClearName(int folder, const char* leaf);
+/// Deletes the file or link of that name so that something can be made there. No cause if the name
+/// is free then; EISDIR for a folder, which is kept.
+[[nodiscard]] Cause ClearName(int folder, const char* leaf);
 
 }  // namespace zephin::expander
 

@@ -29,6 +29,9 @@ struct Folder {
   FileId id;
   /// It existed before the expansion.
   bool existed = false;
+  /// It existed and belongs to another user, who alone may set its mode and time: they are not
+  /// changed.
+  bool foreign = false;
 
   std::string_view Leaf() const { return path.substr(path.rfind('/') + 1); }
 };

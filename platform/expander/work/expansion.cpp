@@ -32,15 +32,15 @@ int EnterExisting(Folder& folder, int descriptor) {
     return errno;
   }
   folder.existed = true;
+  folder.foreign = ::geteuid() != 0 && status.st_uid != ::geteuid();
   const mode_t mode = status.st_mode & 07777;
-  if ((mode & S_IRWXU) == S_IRWXU || status.st_uid != ::geteuid()) {
-    return 0;
-  }
-  if (!folder.attributes.hasMode) {
+  // If the mode can't be changed, making something in the folder reports why.
+  if (!folder.foreign && (mode & S_IRWXU) != S_IRWXU && ::fchmod(descriptor, mode | S_IRWXU) == 0 &&
+      !folder.attributes.hasMode) {
     folder.attributes.mode = static_cast<std::uint16_t>(mode);
     folder.attributes.hasMode = true;
   }
-  return ::fchmod(descriptor, mode | S_IRWXU) == 0 ? 0 : errno;
+  return 0;
 }
 
 int MakeFolder(Site& site, FolderDescriptors& descriptors, std::uint32_t index) {
@@ -70,25 +70,27 @@ int MakeFolder(Site& site, FolderDescriptors& descriptors, std::uint32_t index) 
 
 /// Sets mode and time. Most folders have their mode since they were made; those are not opened
 /// again.
-int FinishFolder(const Site& site, FolderDescriptors& descriptors, std::uint32_t index) {
+Cause FinishFolder(const Site& site, FolderDescriptors& descriptors, std::uint32_t index) {
   const Folder& folder = site.plan.folders[index];
   const Attributes& attributes = folder.attributes;
   const mode_t fresh = kPlainMode & ~site.mask;
   const bool setMode = attributes.hasMode && (folder.existed || attributes.mode != fresh);
   if (setMode || index == site.root.folder) {
     const int descriptor = descriptors.Get(index);
-    if (descriptor < 0 || (setMode && ::fchmod(descriptor, attributes.mode) != 0) ||
-        (folder.named && ::futimens(descriptor, ChangeTime(attributes).data()) != 0)) {
-      return errno;
+    Cause cause;
+    if (descriptor < 0 || (setMode && ::fchmod(descriptor, attributes.mode) != 0)) {
+      cause = Cause::System(errno, kModeNotSet);
     }
-    return 0;
+    if (folder.named && ::futimens(descriptor, ChangeTime(attributes).data()) != 0 && !cause) {
+      cause = Cause::System(errno, kTimeNotSet);
+    }
+    return cause;
   }
   const int parent = descriptors.Get(folder.parent);
-  if (parent < 0 || ::utimensat(parent, std::string(folder.Leaf()).c_str(),
-                                ChangeTime(attributes).data(), AT_SYMLINK_NOFOLLOW) != 0) {
-    return errno;
-  }
-  return 0;
+  const bool set =
+      parent >= 0 && ::utimensat(parent, std::string(folder.Leaf()).c_str(),
+                                 ChangeTime(attributes).data(), AT_SYMLINK_NOFOLLOW) == 0;
+  return set ? Cause() : Cause::System(errno, kTimeNotSet);
 }
 
 /// Reads a link's target. False if it is not valid; then the fault has been added.
@@ -108,23 +110,27 @@ bool ReadTarget(Site& site, const Entry& entry, Unpacker& unpacker, std::string&
   return !cause;
 }
 
-int MakeLink(const Site& site, Entry& entry, int folder, const std::string& target) {
+/// Makes a link. `attributes` is set if only its time could not be set.
+Cause MakeLink(const Site& site, Entry& entry, int folder, const std::string& target,
+               Cause& attributes) {
   const std::string leaf(entry.Leaf());
-  int code = ::symlinkat(target.c_str(), folder, leaf.c_str()) == 0 ? 0 : errno;
-  if (code == EEXIST && site.existing == Existing::Replace) {
-    code = ClearName(folder, leaf.c_str());
-    if (code == 0) {
-      code = ::symlinkat(target.c_str(), folder, leaf.c_str()) == 0 ? 0 : errno;
+  const auto make = [&] { return ::symlinkat(target.c_str(), folder, leaf.c_str()) == 0; };
+  bool made = make();
+  if (!made && errno == EEXIST && site.existing == Existing::Replace) {
+    if (const Cause cause = ClearName(folder, leaf.c_str())) {
+      return cause;
     }
+    made = make();
   }
-  if (code != 0) {
-    return code;
+  if (!made) {
+    return Cause::System(errno);
   }
   entry.id = FileId::At(folder, leaf.c_str());
-  return ::utimensat(folder, leaf.c_str(), ChangeTime(entry.attributes).data(),
-                     AT_SYMLINK_NOFOLLOW) == 0
-             ? 0
-             : errno;
+  if (::utimensat(folder, leaf.c_str(), ChangeTime(entry.attributes).data(), AT_SYMLINK_NOFOLLOW) !=
+      0) {
+    attributes = Cause::System(errno, kTimeNotSet);
+  }
+  return {};
 }
 
 }  // namespace
@@ -153,11 +159,15 @@ void MakeLinks(Site& site) {
       continue;
     }
     const int folder = descriptors.Get(entry.folder);
-    const int code = folder < 0 ? errno : MakeLink(site, entry, folder, target);
-    entry.made = code == 0;
-    if (code != 0) {
-      site.faults.Add(entry.order, entry.storedName, Cause::System(code));
+    Cause attributes;
+    const Cause cause =
+        folder < 0 ? Cause::System(errno) : MakeLink(site, entry, folder, target, attributes);
+    entry.made = !cause;
+    if (cause) {
+      site.faults.Add(entry.order, entry.storedName, cause);
       NoteLoss(site);
+    } else if (attributes) {
+      site.faults.Add(entry.order, entry.storedName, attributes);
     }
   }
 }
@@ -165,15 +175,17 @@ void MakeLinks(Site& site) {
 void FinishFolders(Site& site) {
   FolderDescriptors descriptors(site.plan.folders, site.root);
   for (auto i = static_cast<std::uint32_t>(site.plan.folders.size()); i-- > 1;) {
-    Folder& folder = site.plan.folders[i];
+    const Folder& folder = site.plan.folders[i];
     if (site.control.Stopped()) {
       return;
     }
-    if (folder.code == 0 && (folder.named || (folder.existed && folder.attributes.hasMode))) {
-      folder.code = FinishFolder(site, descriptors, i);
+    Cause cause = Cause::System(folder.named ? folder.code : 0);
+    if (folder.code == 0 && !folder.foreign &&
+        (folder.named || (folder.existed && folder.attributes.hasMode))) {
+      cause = FinishFolder(site, descriptors, i);
     }
-    if (folder.code != 0 && folder.named) {
-      site.faults.Add(folder.order, folder.path, Cause::System(folder.code));
+    if (cause) {
+      site.faults.Add(folder.order, folder.path, cause);
     }
   }
 }

@@ -73,14 +73,18 @@ void FileWriter::Write(Entry& entry, Step writeLarge) {
   }
   OutputFile file;
   Outcome outcome = IsSmall(entry) ? WriteSmall(entry, file) : (this->*writeLarge)(entry, file);
+  Cause attributes;
   if (outcome.kind == Outcome::Kind::Written) {
-    outcome = Outcome::From(Cause::System(file.Finish(entry.attributes)));
+    attributes = file.SetAttributes(entry.attributes);
+    outcome = Outcome::From(file.Keep());
   }
   entry.made = outcome.kind == Outcome::Kind::Written;
   entry.id = file.Id();
   if (outcome.kind == Outcome::Kind::Failed) {
     site_.faults.Add(entry.order, entry.storedName, outcome.cause);
     NoteLoss(site_);
+  } else if (attributes) {
+    site_.faults.Add(entry.order, entry.storedName, attributes);
   }
 }
 
@@ -89,8 +93,7 @@ Cause FileWriter::Create(const Entry& entry, OutputFile& file) {
   if (folder < 0) {
     return Cause::System(errno);
   }
-  return Cause::System(
-      file.Create(folder, entry.Leaf(), entry.attributes, site_.mask, site_.existing));
+  return file.Create(folder, entry.Leaf(), entry.attributes, site_.mask, site_.existing);
 }
 
 /// Makes the file only after its data have been checked.
@@ -101,7 +104,7 @@ Outcome FileWriter::WriteSmall(const Entry& entry, OutputFile& file) {
     cause = Create(entry, file);
   }
   if (!cause) {
-    cause = Cause::System(file.Write(data.data(), data.size()));
+    cause = file.Write(data.data(), data.size());
   }
   return Outcome::From(cause);
 }
@@ -117,8 +120,8 @@ Outcome FileWriter::WriteBlocks(const Entry& entry, OutputFile& file) {
     if (size.value_or(0) == 0) {
       return Outcome::From(stream.Fault());
     }
-    if (const int code = file.Write(buffer_.Data(), *size); code != 0) {
-      return Outcome::From(Cause::System(code));
+    if (const Cause cause = file.Write(buffer_.Data(), *size)) {
+      return Outcome::From(cause);
     }
     outcome = Check(file);
   }
@@ -132,11 +135,11 @@ Outcome FileWriter::WriteThroughRelay(const Entry& entry, OutputFile& file) {
     return Outcome::From(cause);
   }
   Relay relay(kBlocks, kBlock);
-  int writeCode = 0;
+  Cause writeCause;
   std::jthread writer([&] {
     while (const auto data = relay.Full()) {
-      writeCode = file.Write(data->data(), data->size());
-      if (writeCode != 0) {
+      writeCause = file.Write(data->data(), data->size());
+      if (writeCause) {
         relay.GiveUp();
         return;
       }
@@ -160,7 +163,7 @@ Outcome FileWriter::WriteThroughRelay(const Entry& entry, OutputFile& file) {
   }
   relay.End();
   writer.join();
-  return writeCode != 0 ? Outcome::From(Cause::System(writeCode)) : outcome;
+  return writeCause ? Outcome::From(writeCause) : outcome;
 }
 
 Outcome FileWriter::Check(const OutputFile& file) const {

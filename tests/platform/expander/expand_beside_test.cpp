@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <thread>
 
 #include "platform/expander/expander.h"
 #include "tests/platform/expander/system_calls.h"
@@ -116,15 +117,17 @@ TEST(ExpandBeside, EndsEarlyAndDeletesItsOwnWhenTheTreeIsDeleted) {
   const ScratchFolder scratch;
   const fs::path tool = scratch / "Tool";
   WriteFile(scratch / "a.zip", ZipOfTool(40, 8000));
-  std::vector<fs::path> listed;
   SystemCalls calls;
   calls.before["2000"] = [&] {
+    std::vector<fs::path> listed;
     for (const auto& item : fs::recursive_directory_iterator(tool)) {
       listed.push_back(item.path());
     }
     std::reverse(listed.begin(), listed.end());
-  };
-  calls.before["2400"] = [&] {
+    // The other thread goes on.
+    for (const int before = calls.made; calls.made < before + 100;) {
+      std::this_thread::yield();
+    }
     std::error_code notEmpty;
     for (const fs::path& path : listed) {
       fs::remove(path, notEmpty);

@@ -40,8 +40,8 @@ std::string OnDisk(const char* name) {
 void BeforeMaking(const char* name) {
   std::function<void()> act;
   if (SystemCalls* calls = current; calls != nullptr) {
-    const std::lock_guard lock(mutex);
     ++calls->made;
+    const std::lock_guard lock(mutex);
     const auto found = calls->before.find(name);
     if (found != calls->before.end()) {
       act = std::move(found->second);

@@ -3,6 +3,7 @@
 #ifndef TESTS_PLATFORM_EXPANDER_SYSTEM_CALLS_H_
 #define TESTS_PLATFORM_EXPANDER_SYSTEM_CALLS_H_
 
+#include <atomic>
 #include <functional>
 #include <map>
 #include <optional>
@@ -28,7 +29,7 @@ struct SystemCalls {
   // Free blocks of 4096 bytes, and free items.
   std::optional<std::pair<unsigned long, unsigned long>> room = {};
   // Number of files, links and folders made with a name, and of names given to unnamed files.
-  int made = 0;
+  std::atomic<int> made = 0;
 };
 
 }  // namespace zephin::test
