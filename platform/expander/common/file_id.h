@@ -4,6 +4,10 @@
 
 #include <sys/stat.h>
 
+#include <cstddef>
+#include <mutex>
+#include <unordered_set>
+
 namespace zephin::expander {
 
 /// Device and inode. False if there is no such file. The system may use the inode of a deleted file
@@ -20,6 +24,21 @@ struct FileId {
 
   explicit operator bool() const { return inode != 0; }
   bool operator==(const FileId&) const = default;
+};
+
+/// A set of identities. Safe to use from several threads.
+class FileIds {
+ public:
+  void Add(const FileId& id);
+  bool Has(const FileId& id) const;
+
+ private:
+  struct Hash {
+    std::size_t operator()(const FileId& id) const { return id.inode ^ (id.device << 48U); }
+  };
+
+  mutable std::mutex mutex_;
+  std::unordered_set<FileId, Hash> ids_;
 };
 
 /// Deletes the file or link of that name in a folder, or the folder if it is empty (with

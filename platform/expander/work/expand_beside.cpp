@@ -89,6 +89,7 @@ class Placement {
   Faults& faults_;
   Descriptor parent_;
   Plan plan_;
+  Replacing replacing_{Existing::Keep, {}};
 };
 
 void Placement::Run(Result& result) {
@@ -148,7 +149,7 @@ void Placement::PlaceFolder(std::uint32_t folder, const std::string& wanted, Res
     return;
   }
   WorkControl control;
-  Site site{file_, plan_, Root{root.Number(), folder}, faults_, control, Existing::Keep, mask_};
+  Site site{file_, plan_, Root{root.Number(), folder}, faults_, control, replacing_, mask_};
   RootWatch watch(parent_.Number(), result.placedAs, root.Number(), control);
   RunSteps(site, &watch, result);
   if (watch.End() == RootState::Vanishing) {
@@ -170,7 +171,7 @@ void Placement::PlaceFile(Entry& entry, Result& result) {
            ++number <= kMostNames);
   entry.path = result.placedAs;
   WorkControl control;
-  Site site{file_, plan_, Root{parent_.Number(), 0}, faults_, control, Existing::Keep, mask_};
+  Site site{file_, plan_, Root{parent_.Number(), 0}, faults_, control, replacing_, mask_};
   RunSteps(site, nullptr, result);
   if (result.expanded == 0) {
     result.placedAs.clear();

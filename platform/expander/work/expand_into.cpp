@@ -46,7 +46,8 @@ void Expand(const ArchiveFile& file, const std::string& archivePath, int folder,
     return;
   }
   WorkControl control;
-  Site site{file, plan, Root{folder, 0}, faults, control, Existing::Replace, mask};
+  Replacing replacing;
+  Site site{file, plan, Root{folder, 0}, faults, control, replacing, mask};
   MakeFolders(site);
   WriteFiles(site);
   MakeLinks(site);

@@ -111,13 +111,12 @@ bool ReadTarget(Site& site, const Entry& entry, Unpacker& unpacker, std::string&
 }
 
 /// Makes a link. `attributes` is set if only its time could not be set.
-Cause MakeLink(const Site& site, Entry& entry, int folder, const std::string& target,
-               Cause& attributes) {
+Cause MakeLink(Site& site, Entry& entry, int folder, const std::string& target, Cause& attributes) {
   const std::string leaf(entry.Leaf());
   const auto make = [&] { return ::symlinkat(target.c_str(), folder, leaf.c_str()) == 0; };
   bool made = make();
-  if (!made && errno == EEXIST && site.existing == Existing::Replace) {
-    if (const Cause cause = ClearName(folder, leaf.c_str())) {
+  if (!made && errno == EEXIST) {
+    if (const Cause cause = ClearName(folder, leaf.c_str(), site.replacing)) {
       return cause;
     }
     made = make();
@@ -126,6 +125,7 @@ Cause MakeLink(const Site& site, Entry& entry, int folder, const std::string& ta
     return Cause::System(errno);
   }
   entry.id = FileId::At(folder, leaf.c_str());
+  site.replacing.made.Add(entry.id);
   if (::utimensat(folder, leaf.c_str(), ChangeTime(entry.attributes).data(), AT_SYMLINK_NOFOLLOW) !=
       0) {
     attributes = Cause::System(errno, kTimeNotSet);

@@ -27,7 +27,7 @@ struct Site {
   Root root;
   Faults& faults;
   WorkControl& control;
-  Existing existing = Existing::Replace;
+  Replacing& replacing;
   /// The process's file creation mask.
   mode_t mask = 0;
 };

@@ -57,7 +57,7 @@ class FileWriter {
   Outcome WriteSmall(const Entry& entry, OutputFile& file);
   Outcome WriteBlocks(const Entry& entry, OutputFile& file);
   Outcome WriteThroughRelay(const Entry& entry, OutputFile& file);
-  Cause Create(const Entry& entry, OutputFile& file);
+  Cause Create(const Entry& entry, OutputFile& file, Naming naming);
   // Whether a large file must be completed: Written until something is known to prevent it.
   Outcome Check(const OutputFile& file) const;
 
@@ -71,7 +71,7 @@ void FileWriter::Write(Entry& entry, Step writeLarge) {
   if (site_.control.Stopped() || FolderLost(site_, entry)) {
     return;
   }
-  OutputFile file;
+  OutputFile file(site_.replacing);
   Outcome outcome = IsSmall(entry) ? WriteSmall(entry, file) : (this->*writeLarge)(entry, file);
   Cause attributes;
   if (outcome.kind == Outcome::Kind::Written) {
@@ -88,12 +88,12 @@ void FileWriter::Write(Entry& entry, Step writeLarge) {
   }
 }
 
-Cause FileWriter::Create(const Entry& entry, OutputFile& file) {
+Cause FileWriter::Create(const Entry& entry, OutputFile& file, Naming naming) {
   const int folder = descriptors_.Get(entry.folder);
   if (folder < 0) {
     return Cause::System(errno);
   }
-  return file.Create(folder, entry.Leaf(), entry.attributes, site_.mask, site_.existing);
+  return file.Create(folder, entry.Leaf(), entry.attributes, site_.mask, naming);
 }
 
 /// Makes the file only after its data have been checked.
@@ -101,7 +101,7 @@ Outcome FileWriter::WriteSmall(const Entry& entry, OutputFile& file) {
   std::string_view data;
   Cause cause = ReadSmallEntry(entry, unpacker_, buffer_.Data(), data);
   if (!cause) {
-    cause = Create(entry, file);
+    cause = Create(entry, file, Naming::AtOnce);
   }
   if (!cause) {
     cause = file.Write(data.data(), data.size());
@@ -111,7 +111,7 @@ Outcome FileWriter::WriteSmall(const Entry& entry, OutputFile& file) {
 
 Outcome FileWriter::WriteBlocks(const Entry& entry, OutputFile& file) {
   EntryStream stream(entry, unpacker_);
-  if (const Cause cause = Create(entry, file)) {
+  if (const Cause cause = Create(entry, file, Naming::WhenWhole)) {
     return Outcome::From(cause);
   }
   Outcome outcome = Check(file);
@@ -131,7 +131,7 @@ Outcome FileWriter::WriteBlocks(const Entry& entry, OutputFile& file) {
 Outcome FileWriter::WriteThroughRelay(const Entry& entry, OutputFile& file) {
   constexpr std::size_t kBlocks = 4;
   EntryStream stream(entry, unpacker_);
-  if (const Cause cause = Create(entry, file)) {
+  if (const Cause cause = Create(entry, file, Naming::WhenWhole)) {
     return Outcome::From(cause);
   }
   Relay relay(kBlocks, kBlock);

@@ -202,6 +202,72 @@ TEST(ExpandInto, FileIsKeptUnlessItsDataMayBeLost) {
   }
 }
 
+// On disks with and without unnamed files. What a killed run has left is replaced; a link or folder
+// of that name was made by someone else.
+TEST(ExpandInto, LargeFileReplacesTheOldOneOnlyWhenWhole) {
+  const std::string data = Noise(5'000'000);
+  const std::uint32_t wrong = 1;
+  const std::string part = ".zephin-expanding-" + std::to_string(Crc("f"));
+  struct Case {
+    bool noUnnamed;
+    std::optional<std::uint32_t> crc;
+    const char* failing;
+    std::string leftover;
+    Contents expected;
+  };
+  for (const Case& row :
+       {Case{false, {}, "", "", {{"f", data}}}, Case{true, {}, "", "", {{"f", data}}},
+        Case{true, {}, "", part, {{"f", data}}}, Case{false, {}, "", part, {{"f", data}}},
+        Case{false, wrong, "", "", {{"f", "old"}}}, Case{true, wrong, "", "", {{"f", "old"}}},
+        Case{false, {}, "close", "", {{"f", "old"}}}, Case{true, {}, "close", "", {{"f", "old"}}},
+        Case{true, {}, "renameat2", "", {{"f", "old"}}},
+        Case{false, {}, "linkat", "", {{"f", "old"}}},
+        Case{true, {}, "", part + "/d", {{"f", "old"}, {part, "/"}, {part + "/d", "old"}}}}) {
+    SCOPED_TRACE(std::string(row.failing) + (row.noUnnamed ? ", no unnamed, " : ", ") +
+                 row.leftover);
+    const ScratchFolder scratch;
+    WriteFile(scratch / "t/f", "old");
+    if (!row.leftover.empty()) {
+      WriteFile(scratch / ("t/" + row.leftover), "old");
+    }
+    std::string seen;
+    SystemCalls calls;
+    calls.noUnnamedFiles = row.noUnnamed;
+    calls.failing = {{row.failing, EIO}};
+    calls.before[part] = [&] { seen = ReadFile(scratch / "t/f"); };
+    const bool whole = row.expected.at("f") == data;
+    EXPECT_EQ(Expand(scratch, {{.name = "f", .data = data, .crc = row.crc}}).Complete(), whole);
+    EXPECT_EQ(Tree(scratch / "t"), row.expected);
+    EXPECT_NE(seen, data);
+  }
+}
+
+// On a disk that ignores the case of letters. Each pair is of other sizes and kinds.
+TEST(ExpandInto, EntryNeverReplacesAnotherOne) {
+  const char* const same = "has the same name as another entry on this disk";
+  const ZipEntry small{.name = "readme", .data = "x"};
+  const ZipEntry large{.name = "readme", .data = Noise(5'000'000)};
+  const ZipEntry link{.name = "readme", .data = "to", .mode = kLink};
+  const std::vector<std::tuple<ZipEntry, ZipEntry, std::string>> rows = {
+      {small, small, "x"}, {small, link, "x"}, {large, small, large.data}, {link, link, "-> to"}};
+  for (auto [first, second, content] : rows) {
+    for (const bool existed : {false, true}) {
+      SCOPED_TRACE(content.substr(0, 9) + (existed ? ", replaced" : ""));
+      second.name = "README";
+      const ScratchFolder scratch;
+      if (existed) {
+        WriteFile(scratch / "t/readme", "old");
+      }
+      SystemCalls calls;
+      calls.ignoresCase = true;
+      const Result result = Expand(scratch, {first, second});
+      EXPECT_NE(result.Line().find(same), std::string::npos) << result.Line();
+      EXPECT_EQ(result.faults, 1);
+      EXPECT_EQ(Tree(scratch / "t"), (Contents{{"readme", content}}));
+    }
+  }
+}
+
 TEST(ExpandInto, FolderOfAnotherUserKeepsItsMode) {
   if (::geteuid() != 0) {
     GTEST_SKIP() << "only root can make a folder of another user";
