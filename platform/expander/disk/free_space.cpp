@@ -29,7 +29,8 @@ struct Found {
   std::uint64_t items = 0;
 };
 
-Found CountExisting(const Plan& plan, int folder) {
+/// A folder counts as one block, as it does in the sum of what is needed.
+Found CountExisting(const Plan& plan, int folder, std::uint64_t block) {
   constexpr std::uint64_t kStatBlock = 512;
   Found found;
   struct stat status {};
@@ -45,7 +46,10 @@ Found CountExisting(const Plan& plan, int folder) {
     }
   }
   for (const Folder& made : plan.folders) {
-    found.items += !made.path.empty() && exists(made.path) ? 1U : 0U;
+    if (!made.path.empty() && exists(made.path)) {
+      found.bytes += block;
+      ++found.items;
+    }
   }
   return found;
 }
@@ -63,12 +67,13 @@ std::string WhyNoRoom(const Plan& plan, int folder, Existing existing) {
     return {};
   }
   const std::uint64_t block = disk.f_frsize;
-  std::uint64_t needed = 0;
+  const std::uint64_t items = plan.files.size() + plan.links.size() + plan.folders.size() - 1;
+  // Most disks take a block for a folder, some also for a link.
+  std::uint64_t needed = MultiplySaturated(items - plan.files.size(), block);
   for (const Entry& entry : plan.files) {
     const std::uint64_t blocks = entry.size / block + (entry.size % block != 0 ? 1 : 0);
     needed = AddSaturated(needed, MultiplySaturated(blocks, block));
   }
-  const std::uint64_t items = plan.files.size() + plan.links.size() + plan.folders.size() - 1;
   // Part of a disk may be reserved for the system's own user.
   const bool system = ::geteuid() == 0;
   const std::uint64_t free = MultiplySaturated(system ? disk.f_bfree : disk.f_bavail, block);
@@ -77,7 +82,7 @@ std::string WhyNoRoom(const Plan& plan, int folder, Existing existing) {
   if (needed <= free && (!countsItems || items <= freeItems)) {
     return {};
   }
-  const Found found = existing == Existing::Replace ? CountExisting(plan, folder) : Found{};
+  const Found found = existing == Existing::Replace ? CountExisting(plan, folder, block) : Found{};
   if (needed > AddSaturated(free, found.bytes)) {
     return Figures("bytes", needed, free);
   }

@@ -21,11 +21,16 @@ bool IsCompanion(std::string_view path) {
 /// The plan's folders by path. A folder is added after those that contain it.
 class FolderTable {
  public:
-  explicit FolderTable(std::vector<Folder>& folders) : folders_(folders) {
+  FolderTable(std::vector<Folder>& folders, std::size_t tableSize)
+      : folders_(folders), room_(kLeastRoom + kRoomPerByte * tableSize) {
     folders_.emplace_back();
     indexes_.emplace(std::string_view(), 0);
   }
 
+  /// True once the folders needed more room than the archive's table allows. None is added then.
+  bool Full() const { return full_; }
+
+  /// The folder's index, and that of the root if there is no room for it.
   std::uint32_t Need(std::string_view path, std::uint32_t order) {
     if (path == lastPath_) {
       return last_;
@@ -33,6 +38,8 @@ class FolderTable {
     std::uint32_t index = 0;
     if (const auto known = indexes_.find(path); known != indexes_.end()) {
       index = known->second;
+    } else if (!TakeRoom(path)) {
+      return 0;
     } else {
       Folder folder;
       folder.path = path;
@@ -50,7 +57,23 @@ class FolderTable {
   bool Has(std::string_view path) const { return indexes_.contains(path); }
 
  private:
+  // An entry takes at least 46 bytes of the table and its name. These figures leave honest archives
+  // a new folder for every file, and 20,000 in any case.
+  static constexpr std::size_t kRoomPerByte = 2;
+  static constexpr std::size_t kLeastRoom = 2U << 20U;
+
+  bool TakeRoom(std::string_view path) {
+    constexpr std::size_t kFolder = 64;
+    const std::size_t needed = kFolder + path.size();
+    full_ = full_ || needed > room_;
+    room_ -= full_ ? 0 : needed;
+    return !full_;
+  }
+
   std::vector<Folder>& folders_;
+  // In bytes of paths, with something added for each folder.
+  std::size_t room_;
+  bool full_ = false;
   std::unordered_map<std::string_view, std::uint32_t> indexes_;
   // Entries of the same folder usually follow each other.
   std::string_view lastPath_;
@@ -91,9 +114,10 @@ std::vector<const Entry*> Usable(const std::vector<Entry>& entries, std::size_t 
 
 }  // namespace
 
-Plan MakePlan(const std::vector<Entry>& entries, std::size_t longestPath, Faults& faults) {
+Plan MakePlan(const std::vector<Entry>& entries, std::size_t tableSize, std::size_t longestPath,
+              Faults& faults) {
   Plan plan;
-  FolderTable table(plan.folders);
+  FolderTable table(plan.folders, tableSize);
   const std::vector<const Entry*> usable = Usable(entries, longestPath, faults);
   std::unordered_map<std::string_view, const Entry*> last;
   last.reserve(usable.size());
@@ -103,6 +127,12 @@ Plan MakePlan(const std::vector<Entry>& entries, std::size_t longestPath, Faults
     } else {
       (void)table.Need(ParentPath(entry->path), entry->order);
       last[entry->path] = entry;
+    }
+    if (table.Full()) {
+      faults.Add(Faults::kWholeArchive, entry->storedName,
+                 "needs more folders than an archive of this size may have");
+      plan.folders.resize(1);
+      return plan;
     }
   }
   plan.files.reserve(last.size());

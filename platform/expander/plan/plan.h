@@ -44,10 +44,14 @@ struct Plan {
   std::vector<Entry> links;
 };
 
-/// Makes the plan. Refused entries are added to `faults` and left out. Companion files of a Mac's
-/// archive are left out silently. If several entries have the same path, the last one is used.
-/// `longestPath` is the most bytes that a path relative to the root may have.
-Plan MakePlan(const std::vector<Entry>& entries, std::size_t longestPath, Faults& faults);
+/// Makes the plan of a table of `tableSize` bytes. Refused entries are added to `faults` and left
+/// out. Companion files of a Mac's archive are left out silently. If several entries have the same
+/// path, the last one is used. `longestPath` is the most bytes that a path relative to the root may
+/// have. If a few deep names ask for more folders than a table of that size can honestly have, that
+/// is a fault of the archive as a whole, and the plan is empty: memory and time are bounded by the
+/// table's size.
+Plan MakePlan(const std::vector<Entry>& entries, std::size_t tableSize, std::size_t longestPath,
+              Faults& faults);
 
 /// The path of the only item at the top of the tree. Empty if there is none or more than one.
 std::string_view OnlyTopItem(const Plan& plan);

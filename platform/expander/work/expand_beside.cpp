@@ -104,7 +104,7 @@ void Placement::Run(Result& result) {
   // Room for the archive's own name too, and for a number behind a name.
   const std::size_t room = RoomBelow(beside_.folder);
   const std::size_t aside = ownName.size() + 8;
-  plan_ = MakePlan(directory.entries, room - std::min(room, aside), faults_);
+  plan_ = MakePlan(directory.entries, directory.Size(), room - std::min(room, aside), faults_);
   if (plan_.folders.size() == 1 && plan_.files.empty() && plan_.links.empty()) {
     return;
   }

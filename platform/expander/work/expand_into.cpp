@@ -40,7 +40,7 @@ void Expand(const ArchiveFile& file, const std::string& archivePath, int folder,
             const std::string& folderPath, mode_t mask, Result& result, Faults& faults) {
   CentralDirectory directory;
   directory.Read(file, archivePath, faults);
-  Plan plan = MakePlan(directory.entries, RoomBelow(folderPath), faults);
+  Plan plan = MakePlan(directory.entries, directory.Size(), RoomBelow(folderPath), faults);
   if (const std::string why = WhyNoRoom(plan, folder, Existing::Replace); !why.empty()) {
     faults.Add(Faults::kWholeArchive, archivePath, why);
     return;

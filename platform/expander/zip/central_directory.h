@@ -32,6 +32,9 @@ class CentralDirectory {
   /// In the archive's order.
   std::vector<Entry> entries;
 
+  /// Length of the table in bytes.
+  std::size_t Size() const { return bytes_.size(); }
+
  private:
   std::vector<char> bytes_;
   /// Names that had to be decoded or cleaned.

@@ -2,12 +2,10 @@
 // ends on a disk that has no room.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <ctime>
-#include <fstream>
 #include <random>
 
 #include "platform/expander/expander.h"
@@ -351,28 +349,54 @@ TEST(ExpandInto, DiskThatFillsLeavesOnlyWholeFilesAndTells) {
   EXPECT_EQ(Tree(scratch / "t"), (Contents{{"small", "x"}}));
 }
 
-// A stored file larger than the free space, all holes, so that the archive itself needs no room.
-TEST(ExpandInto, WhatCannotFitIsRefusedBeforeTheFirstByte) {
-  const ScratchFolder scratch;
-  struct statvfs disk {};
-  ASSERT_EQ(::statvfs(scratch.Path().c_str(), &disk), 0);
-  const std::uint64_t size = (disk.f_bfree + 1000) * disk.f_frsize;
-  const std::string zip =
-      MakeZip({{.name = "huge", .zip64 = true, .size = size, .packedSize = size}},
-              {.zip64End = true, .gap = size});
-  const std::size_t table = zip.find("PK\1\2");
-  std::ofstream file(scratch / "a.zip", std::ios::binary);
-  file << zip.substr(0, table);
-  file.seekp(static_cast<std::streamoff>(table + size));
-  file << zip.substr(table);
-  file.close();
-  if (!file) {
-    GTEST_SKIP() << "the disk has no room for a file of holes";
+// On a disk with so many free blocks of 4096 bytes and so many free items. What will be replaced
+// counts as free.
+TEST(ExpandInto, WhatDoesNotFitIsRefusedBeforeTheFirstByte) {
+  const std::vector<ZipEntry> entries = {{.name = "a/b/f", .data = std::string(4097, 'x')},
+                                         {.name = "l", .data = "to", .mode = kLink}};
+  struct Case {
+    unsigned long blocks;
+    unsigned long items;
+    const char* existing;
+    const char* why;
+  };
+  for (const Case& row :
+       {Case{5, 4, "", ""},
+        Case{4, 4, "", "needs 20480 bytes, but only 16384 are free on the disk"},
+        Case{5, 3, "", "needs 4 files and folders, but only 3 are free"}, Case{4, 3, "t/a/x", ""},
+        Case{3, 3, "t/a/x", "needs 20480 bytes, but only 12288"}}) {
+    SCOPED_TRACE(std::to_string(row.blocks) + ", " + std::to_string(row.items) + row.existing);
+    const ScratchFolder scratch;
+    if (*row.existing != '\0') {
+      WriteFile(scratch / row.existing, "old");
+    }
+    SystemCalls calls;
+    calls.room = {row.blocks, row.items};
+    const std::string line = Expand(scratch, entries).Line();
+    EXPECT_NE(line.find(row.why), std::string::npos) << line;
+    EXPECT_EQ(line.empty(), *row.why == '\0') << line;
+    EXPECT_EQ(fs::exists(scratch / "t/a/b/f"), *row.why == '\0');
   }
-  const std::string line = ExpandInto(scratch / "a.zip", scratch / "t").Line();
-  const std::string needs = "needs " + std::to_string(size) + " bytes, but only ";
-  EXPECT_NE(line.find(needs), std::string::npos) << line;
+}
+
+TEST(ExpandInto, FewNamesCannotAskForManyFolders) {
+  std::vector<ZipEntry> entries;
+  for (int i = 0; i < 20; ++i) {
+    std::string name = std::to_string(i);
+    while (name.size() < 3000) {
+      name += "/d";
+    }
+    entries.push_back({.name = name});
+  }
+  const ScratchFolder scratch;
+  EXPECT_NE(Expand(scratch, entries).Line().find("more folders than"), std::string::npos);
   EXPECT_EQ(Tree(scratch / "t"), Contents());
+  // The same in many honest names.
+  entries.clear();
+  for (int i = 0; i < 200; ++i) {
+    entries.push_back({.name = "d/e/" + std::to_string(i) + "/folder/of/its/own/f"});
+  }
+  EXPECT_EQ(Expand(scratch, entries).Line(), "");
 }
 
 }  // namespace

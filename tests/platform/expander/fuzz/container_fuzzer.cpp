@@ -47,7 +47,7 @@ void ReadArchive(const std::uint8_t* bytes, std::size_t size) {
   Faults faults;
   CentralDirectory directory;
   directory.Read(file, "archive", faults);
-  const Plan plan = MakePlan(directory.entries, 1000, faults);
+  const Plan plan = MakePlan(directory.entries, directory.Size(), 1000, faults);
   Require(plan.files.size() + plan.links.size() <= directory.entries.size());
   Unpacker unpacker(file);
   for (const Entry& entry : plan.files) {
