@@ -1,10 +1,11 @@
+#include "platform/framework/http_socket.h"
+
 #include <curl/curl.h>
 
 #include <memory>
 #include <string>
 
 #include "platform/framework/application.h"
-#include "platform/framework/http_socket.h"
 #include "platform/framework/net/host_facts.h"
 #include "platform/framework/net/response_body.h"
 
