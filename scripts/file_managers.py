@@ -3,9 +3,9 @@ of a table, with a column for each path.
 
 file_managers.py MANAGER BUNDLE PICTURES
 
-The columns hold the class and the instance of the installer's window, which its entry has to name;
-or "-" if nothing starts. The last one is the button of the manager's question, if it asks. The status
-is 1 if an installer did not start that has started before.
+The columns hold the instance and the class of the installer's window, which its entry has to name;
+or "-" if nothing starts. The last one is the button of the manager's question, if it asks. The
+status is 1 if nothing starts where the manager can start it.
 """
 
 import json
@@ -40,8 +40,8 @@ _COMMANDS = {
 # The folder and the name in which bundle and entry are, each a column of the table.
 _PLACES = (("place", "My Setup"), ("two words é 日本", "Renamed é 日本"),
            ("it's é \"a\"", "Renamed 'it'"))
-# In which of them a manager does not start the entry: GNOME's starts none, LXDE's two pass the path on
-# in a way that gives quotes a meaning.
+# In which of them a manager does not start the entry: GNOME's starts none, LXDE's two pass the path
+# on in a way that gives quotes a meaning.
 _CANNOT = {"nautilus": {0, 1, 2}, "pcmanfm": {2}, "pcmanfm-qt": {2}}
 # What a question about trust has as its button, without the mark of its key.
 _TRUST = ("launch anyway", "mark as secure and launch", "trust and launch", "mark executable",
@@ -52,12 +52,13 @@ _BY_KEY = {"pcmanfm": "Execute", "thunar": "Launch Anyway"}
 
 
 def _new_icon(before, after):
-    """The middle of the highest block of the screen, of an icon's height, that has changed."""
+    """The middle of the highest block of the screen that has changed and is as high as a letter: an
+    icon, or its name where the desktop has no icons."""
     changed = []
     for y, (old, new) in enumerate(zip(before + [b""], after + [b""])):
         if old != new:
             changed.append(y)
-        elif len(changed) >= 16:
+        elif len(changed) >= 8:
             middle = changed[len(changed) // 4]
             points = [x for x in range(len(before[middle]) // 3)
                       if before[middle][3 * x:3 * x + 3] != after[middle][3 * x:3 * x + 3]]
@@ -108,14 +109,15 @@ class Manager:
         self._clicked = 0
 
     def starts(self, bundle, entry, picture):
-        """Whether a double click on the entry opens the installer beside it: the class of its window,
-        or None. The entry is put there once the folder shows."""
+        """Double-clicks the entry, which is put beside its bundle once the folder shows. Returns
+        the instance and the class of the installer's window, or None if there is none."""
         with open(os.path.join(self._folder, "manager.log"), "ab") as log:
             if self._name == "gio":
                 shutil.copy2(bundle.removesuffix(".app") + ".desktop", entry)
             given = entry if self._name == "gio" else os.path.dirname(entry)
             with subprocess.Popen([*_COMMANDS[self._name], given],
-                                  stdin=subprocess.DEVNULL, stdout=log, stderr=log, cwd="/",
+                                  stdin=subprocess.DEVNULL, stdout=log, stderr=log,
+                                  cwd=os.path.dirname(entry) if self._name == "gio" else "/",
                                   preexec_fn=processes.end_with_parent) as manager:
                 try:
                     if self._name != "gio":

@@ -144,8 +144,8 @@ class Session:
 
 class WaylandSession(Session):
     """A desktop of Wayland, which shows windows of X by a server of its own. It has no mouse and no
-    keyboard, and gives no pictures. `ZEPHIN_COMPOSITOR` names another compositor than weston: sway or
-    kwin."""
+    keyboard, and gives no pictures. `ZEPHIN_COMPOSITOR` names another compositor than weston: sway
+    or kwin."""
 
     def _start_window_manager(self):
         pass  # The compositor is that, too.
@@ -188,7 +188,7 @@ class WaylandSession(Session):
         return self._screen_named()
 
     def _script_that_names_the_screen(self):
-        """The paths for a configuration, of a script that the compositor runs, and for a program."""
+        """Three paths: for a configuration, of a script for the compositor to run, for a program."""
         script = os.path.join(self.folder, "name-screen")
         with open(script, "w", encoding="utf-8") as file:
             file.write(f"#!/bin/sh\necho $DISPLAY $WAYLAND_DISPLAY > {self.folder}/part\n"
