@@ -1,3 +1,5 @@
+#include "platform/framework/http_socket.h"
+
 #include <curl/curl.h>
 
 #include <algorithm>
@@ -7,7 +9,6 @@
 
 #include "platform/framework/application.h"
 #include "platform/framework/files/system_paths.h"
-#include "platform/framework/http_socket.h"
 #include "platform/framework/net/host_facts.h"
 #include "platform/framework/net/response_body.h"
 
