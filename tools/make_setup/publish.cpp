@@ -23,8 +23,9 @@ namespace fs = std::filesystem;
 // `Exec` would need quotes and backslashes for that, which desktops pass on in different ways.
 //
 // %k is the path of the entry as one word. LXDE's file managers pass the path of its folder
-// instead, and as it is, which is one word only in quotes. So `find` gets both forms: it takes an
-// entry or its folder, picks the file with this entry's mark, starts it, and leaves out the rest.
+// instead, and as it is, which is one word only in quotes. `gio launch` passes nothing, but is
+// called in the folder. So `find` gets all three: it takes an entry or its folder, picks the file
+// with this entry's mark, starts it, and leaves out the rest.
 constexpr std::string_view kHead =
     R"(#!/bin/sh
 [Desktop Entry]
@@ -34,7 +35,7 @@ Keywords=installer;exec "${0%.desktop}.app/Contents/MacOS/Setup";
 )";
 constexpr std::string_view kExec =
     R"(Comment=Opens the installer
-Exec=find %k "%k" -maxdepth 1 -name "*.desktop" -exec grep -q )";
+Exec=find %k "%k" . -maxdepth 1 -name "*.desktop" -exec grep -q )";
 constexpr std::string_view kTail =
     R"( {} ";" -exec sh {} ";" -quit
 Icon=system-software-install
