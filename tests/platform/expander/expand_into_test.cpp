@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <ctime>
@@ -10,6 +11,7 @@
 #include <random>
 
 #include "platform/expander/expander.h"
+#include "tests/platform/expander/system_calls.h"
 #include "tests/platform/expander/zip_writer.h"
 #include "tests/support/limits.h"
 #include "tests/support/scratch_folder.h"
@@ -172,6 +174,52 @@ TEST(ExpandInto, TimesAreKept) {
   }
 }
 
+// A disk that lets nobody but its owner set modes and times, and disks that fail otherwise.
+TEST(ExpandInto, FileIsKeptUnlessItsDataMayBeLost) {
+  const std::vector<ZipEntry> entries = {{.name = "d/", .mode = 0040700},
+                                         {.name = "d/small", .data = "x", .mode = 0100666},
+                                         {.name = "d/big", .data = Noise(5'000'000)},
+                                         {.name = "l", .data = "d", .mode = kLink}};
+  const Contents all{{"d", "/"}, {"d/small", "x"}, {"d/big", Noise(5'000'000)}, {"l", "-> d"}};
+  const Contents none{{"d", "/"}, {"l", "-> d"}};
+  struct Disk {
+    const char* call;
+    std::string why;
+    const Contents& expected;
+  };
+  for (const Disk& row : {Disk{"fchmod", "d: its mode could not be set", all},
+                          Disk{"futimens", "d: its time could not be set", all},
+                          Disk{"utimensat", "l: its time could not be set", all},
+                          Disk{"close", "d/small: Operation not permitted (and 1 more)", none}}) {
+    SCOPED_TRACE(row.call);
+    const ScratchFolder scratch;
+    SystemCalls calls;
+    calls.failing = {{row.call, EPERM}};
+    const Result result = Expand(scratch, entries);
+    EXPECT_NE(result.Line().find(row.why), std::string::npos) << result.Line();
+    EXPECT_EQ(result.expanded, row.expected.size());
+    EXPECT_EQ(Tree(scratch / "t"), row.expected);
+  }
+}
+
+TEST(ExpandInto, FolderOfAnotherUserKeepsItsMode) {
+  if (::geteuid() != 0) {
+    GTEST_SKIP() << "only root can make a folder of another user";
+  }
+  const ScratchFolder ofRoot;
+  const ScratchFolder scratch;
+  fs::create_directories(ofRoot / "t/d");
+  for (const auto& path : {ofRoot.Path(), ofRoot / "t", ofRoot / "t/d"}) {
+    fs::permissions(path, fs::perms::all);
+  }
+  WriteFile(scratch / "a.zip", MakeZip({{.name = "d/", .mode = 0040750},
+                                        {.name = "d/f", .data = "x", .mode = 0100600}}));
+  const PlainUser user(scratch.Path());
+  EXPECT_EQ(ExpandInto(scratch / "a.zip", ofRoot / "t").Line(), "");
+  EXPECT_EQ(ReadFile(ofRoot / "t/d/f"), "x");
+  EXPECT_EQ(fs::status(ofRoot / "t/d").permissions(), fs::perms::all);
+}
+
 TEST(ExpandInto, FolderIsMadeBeforeTheArchiveIsRead) {
   const ScratchFolder scratch;
   const std::string none = scratch / "none.zip";
@@ -190,7 +238,7 @@ TEST(ExpandInto, WhatStandsIsMergedIntoAndLeadsNowhere) {
     others.insert({{"f", "new"}, {"d", "/"}, {"d/g", "new"}, {"l", "-> f"}});
     return others;
   };
-  const char* const inTheWay = "d/g: a file or link stands where its folder must be";
+  const char* const inTheWay = "d/g: a file or link is in the place of its folder";
   const std::vector<std::tuple<const char*, const char*, const char*, Contents>> rows = {
       {"d/other", "", "", with({{"d/other", "old"}})},
       {"f", "", "", with({})},

@@ -1,0 +1,24 @@
+#include "platform/expander/common/file_id.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace zephin::expander {
+
+FileId FileId::Of(int descriptor) {
+  struct stat status {};
+  return ::fstat(descriptor, &status) == 0 ? From(status) : FileId();
+}
+
+FileId FileId::At(int folder, const char* name) {
+  struct stat status {};
+  return ::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0 ? From(status) : FileId();
+}
+
+void RemoveIfSame(int folder, const char* name, const FileId& id, int flags) {
+  if (id && FileId::At(folder, name) == id) {
+    (void)::unlinkat(folder, name, flags);
+  }
+}
+
+}  // namespace zephin::expander
