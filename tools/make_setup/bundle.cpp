@@ -93,7 +93,7 @@ class Work {
     const std::string topName =
         setup_.record.fTargetFolder.Bytes() + (setup_.record.fInstallationPatch ? "Patch" : "");
     const fs::path payload = resources_ / kPayloadFile;
-    At("payload", [&] { WritePayload(tree, topName, payload, report_); });
+    At("payload", [&] { WritePayload(tree, topName, payload, setup_.compression, report_); });
     // Before the payload is cut: the installer joins the pieces and then looks at the whole length.
     CheckExpansionTime(contents, fs::file_size(payload), warn_);
     if (setup_.pieceSize != 0) {
@@ -105,7 +105,7 @@ class Work {
     for (const ArchiveSource& archive : setup_.archives) {
       const fs::path path = (archive.download ? beside_ : resources_) / archive.name;
       // Without a top-level folder: the installer expands into one of the name in the record.
-      ZipFolder(archive.folder, path, {.report = report_});
+      ZipFolder(archive.folder, path, {.compression = setup_.compression, .report = report_});
       const auto size = static_cast<std::int64_t>(fs::file_size(path));
       if (archive.download && size < kSmallestDownload) {
         throw SetupError("fInstallOptions: " + archive.folder.string() +
