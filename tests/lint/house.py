@@ -29,7 +29,8 @@ ALONE = {"platform/expander": (), "platform/qt": ("platform/framework",),
          "tools/make_setup": ("platform/framework", "util", "setup")}
 
 # Outside platform/, <...> is the standard library, but for these.
-LIBRARIES = {"tools/": ("libdeflate.h", "nlohmann/json.hpp", "png.h", "unistd.h", "zlib.h"),
+LIBRARIES = {"tools/": ("archive.h", "archive_entry.h", "libdeflate.h", "nlohmann/json.hpp", "png.h", "unistd.h", "zlib.h",
+                        "zstd.h"),
              "tests/": None, "bench/": None, "platform/": None}
 
 LONGEST = 400

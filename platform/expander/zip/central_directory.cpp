@@ -114,17 +114,27 @@ const char* CheckData(const Entry& entry) {
   if (entry.kind == EntryKind::Folder) {
     return nullptr;
   }
-  // One byte of deflated data unpacks to at most this many.
-  constexpr std::uint64_t kLargestRatio = 1032;
+  // One byte of packed data unpacks to at most this many. Of zstd a block of 128 KB that repeats
+  // one byte takes four.
+  constexpr std::uint64_t kLargestDeflateRatio = 1032;
+  constexpr std::uint64_t kLargestZstdRatio = (128U << 10U) / 4;
   if ((entry.flags & (kFlagEncrypted | kFlagStrongEncryption | kFlagMaskedHeaders)) != 0) {
     return "is encrypted";
   }
-  if (entry.method != kMethodStored && entry.method != kMethodDeflated) {
-    return "is packed by a method that is not known here";
+  bool possible = false;
+  switch (entry.method) {
+    case kMethodStored:
+      possible = entry.size == entry.packedSize;
+      break;
+    case kMethodDeflated:
+      possible = entry.size / kLargestDeflateRatio <= entry.packedSize;
+      break;
+    case kMethodZstd:
+      possible = entry.size / kLargestZstdRatio <= entry.packedSize;
+      break;
+    default:
+      return "is packed by a method that is not known here";
   }
-  const bool possible = entry.method == kMethodStored
-                            ? entry.size == entry.packedSize
-                            : entry.size / kLargestRatio <= entry.packedSize;
   return possible ? nullptr : "states a size that its data can't have";
 }
 

@@ -63,6 +63,7 @@ constexpr auto kErrors = std::to_array<Mistake>({
     {R"("helpers": ["none"])", R"(helpers: ~/none: no such file or folder)"},
     {R"("helpers": ["payload/../run.sh", "run.sh"])",
      R"(helpers: ~/run.sh: must have another name, which exists in the bundle already)"},
+    {R"("compression": "xz")", R"(compression: "xz": must be "deflate" or "zstd")"},
     {R"("payload": "none")", R"(payload: ~/none: no such folder)"},
     {R"("payload": "old", "patch": {"old": "old", "new": "new"})",
      R"(patch: takes the place of "payload"; remove one of the two)"},

@@ -76,19 +76,23 @@ TEST(ZipFolder, ArchiveOfManyPiecesExpandsToTheFilesAndDoesNotDependOnTheThreads
     test::WriteFile(tree / ("mixed" + std::to_string(size)), Mixed(size));
     test::WriteFile(tree / ("noise" + std::to_string(size)), test::Noise(size));
   }
-  std::uint64_t files = 0;
-  std::uint64_t bytes = 0;
-  ZipFolder(tree, folder / "1.zip", {.topName = "Top", .threads = 1});
-  ZipFolder(tree, folder / "3.zip",
-            {.topName = "Top", .threads = 3, .report = [&](std::uint64_t f, std::uint64_t b) {
-               files += f;
-               bytes += b;
-             }});
-  EXPECT_EQ(files, 12);
-  EXPECT_EQ(bytes, 2 * (6 * kLongestPiece + 18));
-  EXPECT_TRUE(test::ReadFile(folder / "1.zip") == test::ReadFile(folder / "3.zip"));
-  EXPECT_EQ(expander::ExpandBeside(folder / "3.zip").Line(), "");
-  EXPECT_TRUE(test::Tree(folder / "Top") == test::Tree(tree));
+  for (const Compression compression : {Compression::Deflate, Compression::Zstd}) {
+    std::uint64_t files = 0;
+    std::uint64_t bytes = 0;
+    const auto report = [&](std::uint64_t moreFiles, std::uint64_t moreBytes) {
+      files += moreFiles;
+      bytes += moreBytes;
+    };
+    ZipFolder(tree, folder / "1.zip", {.topName = "Top", .compression = compression, .threads = 1});
+    ZipFolder(tree, folder / "3.zip",
+              {.topName = "Top", .compression = compression, .threads = 3, .report = report});
+    EXPECT_EQ(files, 12);
+    EXPECT_EQ(bytes, 2 * (6 * kLongestPiece + 18));
+    EXPECT_TRUE(test::ReadFile(folder / "1.zip") == test::ReadFile(folder / "3.zip"));
+    EXPECT_EQ(expander::ExpandBeside(folder / "3.zip").Line(), "");
+    EXPECT_TRUE(test::Tree(folder / "Top") == test::Tree(tree));
+    fs::remove_all(folder / "Top");
+  }
 }
 
 TEST(ZipFolder, ErrorAndEndedReportLeaveNoArchive) {
@@ -108,7 +112,7 @@ TEST(ZipWriter, MoreThan65535EntriesAreListed) {
   constexpr int kCount = 65537;
   for (int i = 0; i < kCount; ++i) {
     zip.Begin({.name = std::to_string(i) + "/", .mode = 0040755});
-    zip.End(true, 0);
+    zip.End(ZipMethod::Stored, 0);
   }
   zip.Close();
   expander::ArchiveFile file;

@@ -68,6 +68,7 @@ ZipEntry MakeEntry(FuzzedDataProvider& data, const ScratchFolder& root) {
   entry.data = data.ConsumeBool() ? Name(data, root) : data.ConsumeRandomLengthString(64);
   entry.mode = data.PickValueInArray(kModes);
   entry.deflate = data.ConsumeBool();
+  entry.zstd = !entry.deflate && data.ConsumeBool();
   entry.descriptor = data.ConsumeBool();
   entry.zip64 = data.ConsumeBool();
   entry.host = data.ConsumeBool() ? 3 : 0;
