@@ -2,11 +2,11 @@
 
 #include "app/zephin_stub_window.h"
 #include "platform/bundle/bundle_location.h"
-#include "platform/framework/clipboard.h"
-#include "platform/framework/special_folder.h"
+#include "platform/framework/folder_item.h"
+#include "platform/framework/session.h"
 #include "platform/framework/text.h"
 #include "setup/path_tokens.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 namespace zephin {
 namespace {

@@ -4,13 +4,13 @@
 #include "dialogs/conflict.h"
 #include "files/files.h"
 #include "platform/framework/application.h"
-#include "platform/framework/clipboard.h"
+#include "platform/framework/session.h"
 #include "platform/framework/shell.h"
 #include "platform/framework/streams.h"
 #include "platform/framework/text.h"
 #include "setup/bundle_files.h"
 #include "util/paths.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 // A payload too large for one disc is cut into pieces: Data#1 in the bundle, then Data#2, Data#3,
 // ... and last Data#End in the folder from which the user started the bundle, on any number of

@@ -6,7 +6,7 @@
 #include "files/folders.h"
 #include "platform/bundle/bundle_location.h"
 #include "platform/framework/application.h"
-#include "platform/framework/select_folder_dialog.h"
+#include "platform/framework/session.h"
 #include "platform/framework/text.h"
 #include "util/globals.h"
 #include "util/paths.h"

@@ -1,8 +1,10 @@
 #ifndef PLATFORM_FRAMEWORK_APPLICATION_H_
 #define PLATFORM_FRAMEWORK_APPLICATION_H_
 
+#include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "platform/framework/desktop.h"
 #include "platform/framework/folder_item.h"
@@ -11,7 +13,7 @@
 
 namespace zephin {
 
-/// Version data of a program.
+/// Version data of a program. The framework keeps it and does not use it.
 struct ApplicationVersion {
   int major = 0;
   int minor = 0;
@@ -19,29 +21,28 @@ struct ApplicationVersion {
   std::string text = {};
 };
 
-/// The one application object of the process: the desktop and the machine that it runs on, and the
-/// boundary at which handlers are called. It is current from its construction to its destruction.
+/// The application object of the process: it holds the desktop and the facts of the machine, and
+/// calls handlers safely. It is the current application from its construction to its destruction.
 class Application {
  public:
-  /// Both must outlive the application; there must be no other one.
+  /// `desktop` must outlive the application. Throws std::logic_error if an application exists.
   Application(Desktop& desktop, Machine machine);
   virtual ~Application();
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;
 
-  /// The current one. There must be one.
+  /// The current application. Throws std::logic_error if there is none.
   static Application& Current();
-  /// Whether there is one.
   static bool Exists();
 
   Desktop& Session() { return desktop_; }
   const Machine& Facts() const { return machine_; }
 
-  /// The running program's file; nil if the machine doesn't say.
+  /// The file of the running program; nil if the machine does not know it.
   Ref<FolderItem> ExecutableFile() const;
-  /// Lets events run for up to `milliseconds`.
+  /// Processes events for up to `milliseconds`.
   void DoEvents(int milliseconds);
-  /// Over all windows; `MouseCursor::Arrow` is the usual one.
+  /// Sets the cursor for all windows; `MouseCursor::Arrow` is the normal one.
   void SetMouseCursor(MouseCursor cursor);
 
   /// Called once, before the first window is made.
@@ -49,11 +50,12 @@ class Application {
 
   const ApplicationVersion& Version() const { return version_; }
   void SetVersion(ApplicationVersion version) { version_ = std::move(version); }
+  /// The menu bar whose shortcuts work in all windows; nil: none.
   const Ref<MenuBar>& Menus() const { return menuBar_; }
   void SetMenuBar(Ref<MenuBar> menuBar) { menuBar_ = std::move(menuBar); }
 
-  /// Calls a handler from the outside. A Quit in it ends the run at once; anything that it raises
-  /// is reported to the user by its kind and then ends the run with status 0.
+  /// Calls a handler on behalf of the desktop. A Quit in it ends the run with its status. Any other
+  /// exception is reported to the user by its kind and ends the run with status 0.
   void CallHandler(const std::function<void()>& handler);
 
  private:
@@ -63,29 +65,26 @@ class Application {
   Ref<MenuBar> menuBar_;
 };
 
-/// Ends the run with that status from wherever it is called; never returns.
+/// Ends the run with this status, from any depth of calls. Never returns.
 [[noreturn]] void Quit(int status);
 
-/// Shows a plain modal message with one button.
+/// Shows a plain modal message with one button and returns when the user has closed it.
 void MsgBox(const String& text);
 
-/// Opens the address in the user's browser.
+/// Opens the address in the user's browser. Fails silently.
 void ShowURL(const String& address);
 
-/// Sixtieths of a second from any origin.
+/// Time in sixtieths of a second since an arbitrary start; it never goes back.
 std::int64_t Ticks();
 
-/// A loop that works yields here: a look at a coarse clock, and only when the desktop's slice has
-/// passed are events let run. May be called millions of times a second. Without an application
-/// object it does nothing, so that pure functions may yield.
+/// Called by loops that do work. It reads a coarse clock and processes events only if the desktop's
+/// time slice has passed, so that it may be called millions of times a second. Without an
+/// application object it does nothing, so that pure functions may call it.
 void RuntimeBackgroundTask();
 
-/// A loop that only waits yields here: it lets events run and sleeps until one comes or the next
-/// tick is near, so that the machine is left to the processes that are waited for.
+/// Called by loops that only wait. It processes events and sleeps until the next event or for about
+/// one tick, so that the processor is free for the processes that the loop waits for.
 void WaitingBackgroundTask();
-
-/// The next yield lets events run, whatever has passed of the slice. A new application begins so.
-void MakeYieldDue();
 
 }  // namespace zephin
 

@@ -1,6 +1,7 @@
 #ifndef PLATFORM_FRAMEWORK_ARRAY_H_
 #define PLATFORM_FRAMEWORK_ARRAY_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -9,7 +10,8 @@
 
 namespace zephin {
 
-/// A zero-based list whose look-up is checked: reading outside it raises OutOfBoundsException.
+/// A list of values, indexed from 0. Reading outside of it throws OutOfBoundsException; it is never
+/// extended by an assignment.
 template <class T>
 class Array {
  public:
@@ -17,9 +19,10 @@ class Array {
   explicit Array(std::vector<T> entries) : entries_(std::move(entries)) {}
 
   std::int64_t Count() const { return static_cast<std::int64_t>(entries_.size()); }
-  /// Index of the last entry; -1 for an empty list.
+  /// Adds an entry at the end.
   void Append(T entry) { entries_.push_back(std::move(entry)); }
 
+  /// The entry at `index`, 0 to Count() - 1. The reference is valid until the next Append.
   const T& operator()(std::int64_t index) const {
     if (index < 0 || index >= Count()) {
       throw OutOfBoundsException();
@@ -27,6 +30,7 @@ class Array {
     return entries_[static_cast<std::size_t>(index)];
   }
 
+  // For range-based loops.
   auto begin() const { return entries_.begin(); }
   auto end() const { return entries_.end(); }
 

@@ -5,12 +5,13 @@
 
 namespace zephin {
 
-/// What the framework raises. Nothing catches it on its way but the boundary that called the
-/// handler, which reports it to the user by the name of its kind and ends the run.
+/// Base of the framework's exceptions. They are programming errors and out-of-memory conditions,
+/// not expected failures. `Application::CallHandler` catches them, shows the user their kind and
+/// ends the run.
 class FrameworkException : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
-  /// The name of the kind, as in the report.
+  /// The name that the report shows.
   const char* Kind() const { return what(); }
 };
 
@@ -20,23 +21,24 @@ class NilObjectException : public FrameworkException {
   NilObjectException() : FrameworkException("NilObjectException") {}
 };
 
-/// A list was read outside its entries.
+/// An index outside of an Array was read.
 class OutOfBoundsException : public FrameworkException {
  public:
   OutOfBoundsException() : FrameworkException("OutOfBoundsException") {}
 };
 
-/// Memory for an object of the asked size can't be had.
+/// There is not enough memory for an object of the requested size.
 class OutOfMemoryException : public FrameworkException {
  public:
   OutOfMemoryException() : FrameworkException("OutOfMemoryException") {}
 };
 
-/// The unwinding of `Quit`. It is no exception of the framework and has no common base with one, so
-/// that no `catch` for errors takes it.
+/// Unwinds the stack for `Quit`. It has no base class, so that no `catch` for errors, not even one
+/// for std::exception, catches it.
 class QuitUnwinding {
  public:
   explicit QuitUnwinding(int status) : status_(status) {}
+  /// The exit status of the process.
   int Status() const { return status_; }
 
  private:

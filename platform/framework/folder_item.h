@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/framework/ref.h"
@@ -12,100 +13,109 @@ namespace zephin {
 
 class BinaryStream;
 
-/// A handle on a place in the file system, at which something may stand or nothing. It holds the
-/// full path alone and asks the disk anew at each call, but for the list of a folder's items.
+/// A path in the file system, where an item may exist or not. The object holds only the full path
+/// and asks the disk at each call, except for the list of a folder's items. Defined in
+/// files/folder_item.cpp; copying in files/folder_item_copy.cpp, moving and renaming in
+/// files/folder_item_move.cpp, opening in files/streams.cpp.
 ///
-/// A path that holds a byte 0 names no place: nothing exists there and every act fails.
+/// A path that holds a byte 0 names no item: nothing exists there and every operation fails.
 ///
-/// An alias is a symbolic link. `Directory`, `Length`, `Count`, the streams and the source of a
-/// copy mean what a link points to; `Exists` is true for a dangling link too; `Delete`,
-/// `MoveFileTo` and a new name act on the link itself.
+/// An alias is a symbolic link. `Directory`, `Length`, `Count`, the opening of an existing file and
+/// the source of a copy follow it. `Exists` is true for a dangling link. `Delete`, `MoveFileTo` and
+/// `SetName` act on the link itself.
 ///
-/// `Delete`, `CopyFileTo`, `MoveFileTo`, `CreateAsFolder` and `SetName` raise nothing: they leave 0
-/// or a code of the system in `LastErrorCode` of the item that they were called on.
+/// `Delete`, `CopyFileTo`, `MoveFileTo`, `CreateAsFolder` and `SetName` throw nothing. They set
+/// `LastErrorCode` of the item on which they are called.
 class FolderItem {
  public:
-  /// `path` is absolute, of any bytes, and has no trailing slash (but "/" itself).
+  /// `path` is absolute, may hold any bytes, and has no trailing slash except for "/" itself.
   explicit FolderItem(std::string path) : path_(std::move(path)) {}
 
-  /// The item of that name in this folder, whether it exists or not. `followAlias` gives what a
-  /// link of that name points to, under the target's own path; a dangling link gives itself. A name
-  /// may hold slashes. Nil for an empty name.
+  /// The item with this name in this folder, which need not exist. If it is a link and
+  /// `followAlias` is set, the result is the link's target under the target's own path; a dangling
+  /// link is returned itself. The name may contain slashes. Nil for an empty name.
   Ref<FolderItem> Child(const String& name, bool followAlias = true) const;
 
-  /// Number of items in the folder, hidden ones too, "." and ".." not; 0 for a file or a folder
-  /// that can't be read. It takes the list, sorted by the bytes of the names, to which `Item` and
-  /// `TrueItem` refer until the next call.
+  /// Number of items in the folder, including hidden ones; 0 for a file and for a folder that
+  /// cannot be read. It reads the folder into a list, sorted by the bytes of the names, that `Item`
+  /// and `TrueItem` use until the next call.
   std::int64_t Count() const;
-  /// Item `index` (from 1) of the list; nil outside it. An item of `Item` has a link's own name and
-  /// place, with kind and content of its target, and isn't an `Alias`; `TrueItem` gives the link.
+  /// Item `index` (from 1) of the list; nil outside of it. For a link, `Item` gives the link's own
+  /// path with kind and content of its target, and `Alias` is false; `TrueItem` gives the link.
   Ref<FolderItem> Item(std::int64_t index) const;
   Ref<FolderItem> TrueItem(std::int64_t index) const;
 
   bool Exists() const;
   bool Directory() const;
-  /// Whether both are one item on the disk, by whatever paths and links; false where either is not
-  /// there.
+  /// Whether both paths lead to the same item on the disk. False if one of them does not exist.
   bool IsSameAs(const FolderItem& other) const;
-  /// True for a symbolic link (never for an item of `Item`).
+  /// True for a symbolic link, but never for an item returned by `Item`.
   bool Alias() const;
-  /// Size of a file in bytes; 0 for a folder and where nothing stands.
+  /// Size of a file in bytes; 0 for a folder and for an item that does not exist.
   std::int64_t Length() const;
-  /// False for a name that begins with a dot.
+  /// False if the name begins with a dot.
   bool Visible() const;
-  /// Sets the hidden flag where the platform has one; does nothing here.
+  /// Sets the hidden flag where the platform has one. No effect here.
   void SetVisible(bool visible);
-  /// Whether this user can write it: for a folder, make items in it. False where nothing stands.
+  /// Whether this user can write the file, or create items in the folder. False if it does not
+  /// exist.
   bool IsWriteable() const;
-  /// Gives all users all rights on the item, as `chmod ugo+rwx` would, without starting a shell: a
-  /// tree may hold tens of thousands of items. Never acts through a link: for a link, and where
-  /// nothing stands or the user may not, it does nothing.
+  /// Adds all rights for all users, like `chmod ugo+rwx` but without starting a shell for each of
+  /// many thousand items. Never acts through a link. Fails silently: for a link, an item that does
+  /// not exist, and an item of another user.
   void GrantAllRights();
 
   /// The last part of the path; "/" for the root.
   String Name() const;
-  /// Renames the item within its folder, and this handle with it. A name that is taken, or one that
-  /// isn't a plain name, fails and changes nothing. Its own name is no failure.
+  /// Renames the item within its folder, and changes this object's path with it. Fails, and changes
+  /// nothing, if the name exists, is empty, contains a slash, or is "." or "..". The item's present
+  /// name is no error.
   void SetName(const String& name);
-  /// Full path without a trailing slash (but for the root).
+  /// The full path, without a trailing slash except for the root.
   String NativePath() const;
-  /// The path as one word of a POSIX shell, whatever bytes it holds.
+  /// The path as one word for a POSIX shell, whatever bytes it holds.
   String ShellPath() const;
-  /// The folder that holds it; nil for the root.
+  /// The folder above; nil for the root.
   Ref<FolderItem> Parent() const;
 
+  /// 0 if the last operation succeeded, else an error number of the system.
   int LastErrorCode() const { return lastErrorCode_; }
 
-  /// Removes a file, a link or an empty folder.
+  /// Deletes a file, a link or an empty folder.
   void Delete();
-  /// Copies this file, or makes a folder for this folder (without its contents), with its rights
-  /// but for set-id bits; the owner may always read and fill the new folder. A file's copy replaces
-  /// a file or link at the destination, which is lost even if the copy then fails, and a copy onto
-  /// itself does nothing. Errors: a folder at the destination (or a link to one); for a folder
-  /// anything there; a source that is neither file nor folder. When the disk is full or the copy
-  /// fails otherwise on its way, nothing is left at the destination. The destination must not be
-  /// nil. Lets events run while it works; a Quit in them leaves what was written so far.
+  /// Copies this file, or creates an empty folder like this one, with the same permissions except
+  /// for set-id bits; the owner of the new folder always gets all of them. The destination must not
+  /// be nil.
+  ///
+  /// The copy of a file replaces a file or link at the destination, which is lost even if the copy
+  /// then fails; a copy onto itself does nothing. Errors: a folder (or a link to one) at the
+  /// destination; for a folder, anything there; a source that is neither a file nor a folder. If
+  /// the disk is full or the copy fails otherwise, nothing remains at the destination. Events are
+  /// processed meanwhile; a Quit in them leaves what was written so far.
   void CopyFileTo(const Ref<FolderItem>& destination);
-  /// Moves it, with all that it holds, to the destination's path; this handle keeps the old one.
-  /// The user's own folder may be one that can't be written. A folder there (or a link to one) is
-  /// an error; a file or link there is replaced by a file or link, and is an error for a folder.
-  /// The destination must not be nil. Between file systems the item is copied and then removed, and
-  /// events run meanwhile: if the copy fails, what was copied is taken back and the item stays as
-  /// it was; if the item can't be removed, both stand and a code tells it.
+  /// Moves the item with its contents to the destination's path; this object keeps the old path.
+  /// The destination must not be nil. A folder without write permission can be moved by its owner
+  /// and keeps its permissions. Errors: a folder (or a link to one) at the destination; for a
+  /// folder, anything there. A file or link there is replaced by a file or link.
+  ///
+  /// Between file systems the item is copied and then deleted, and events are processed meanwhile.
+  /// If the copy fails, it is deleted again and the item stays as it was. If the item cannot be
+  /// deleted, both remain and the operation fails.
   void MoveFileTo(const Ref<FolderItem>& destination);
-  /// Makes a folder; an error where anything stands or the folder above is missing.
+  /// Creates a folder. Fails if anything exists there or the parent folder does not exist.
   void CreateAsFolder();
 
-  /// Creates a new file in place of any that has this path, and opens it for writing. A link is
-  /// replaced, never written through. A file that can't be removed is emptied instead, unless a
-  /// link leads to it. Nil if that fails, and for a folder, a link to one, or a device. `type` has
-  /// no meaning on this platform.
+  /// Creates a new file and opens it for writing. An existing file or link is replaced, never
+  /// written through; its target and other names of the same file stay as they are. A file that
+  /// cannot be deleted is emptied instead if it has no other name. Nil if that fails, and for a
+  /// folder, a link to one, or a device. `type` has no effect on this platform.
   Ref<BinaryStream> CreateBinaryFile(const String& type);
-  /// Opens an existing file for reading, or for both. Nil if that fails or it isn't a file.
+  /// Opens an existing file for reading, or for reading and writing. Nil if that fails or the item
+  /// is not a plain file.
   Ref<BinaryStream> OpenAsBinaryFile(bool writeable);
 
-  /// Hands the item to the desktop: a ".zip" file is expanded beside itself, a program or bundle is
-  /// started, anything else opens in its default program. Returns at once, without a result.
+  /// Opens the item like a double-click: expands a ".zip" file beside itself, starts a program or
+  /// bundle, opens anything else with its default program. Returns at once; errors are ignored.
   void Launch(bool activate) const;
 
  private:
@@ -120,15 +130,29 @@ class FolderItem {
   mutable bool listed_ = false;
 };
 
-/// The item of a full path (mode 1: a plain slash path, no unescaping). An empty name gives the
-/// folder that holds the bundle, and a relative one (mode 0 alone) is looked up in that folder: the
-/// folder above the text before the first "/Contents" (in any letter case) of the executable's
-/// path, or the executable's own folder if it isn't in a bundle. Nil for a relative path in mode 1,
-/// and where the machine doesn't know its executable. Trailing slashes are dropped.
+/// The item with this path; trailing slashes are dropped. Mode 1 takes absolute paths only. Mode 0
+/// also takes paths relative to the folder that contains the bundle: the folder above the first
+/// "/Contents" (in any letter case) of the executable's path, or the executable's own folder if it
+/// is not in a bundle. An empty path means that folder in both modes. Nil for a relative path in
+/// mode 1 and if the machine does not know the executable.
 Ref<FolderItem> GetFolderItem(const String& path, int mode = 0);
 
-/// An unused path in the temporary folder; nothing is made there. Nil if there is no such folder.
+/// An unused path in the temporary folder; nothing is created. Nil if there is no such folder.
 Ref<FolderItem> GetTemporaryFolderItem();
+
+/// Well-known folders of the machine and the user, taken from the application's `Machine`. Each is
+/// nil if the machine does not know it.
+namespace SpecialFolder {
+
+/// Its parent is the root of the system volume.
+Ref<FolderItem> System();
+Ref<FolderItem> UserHome();
+/// It need not exist.
+Ref<FolderItem> Desktop();
+/// A private folder of the user.
+Ref<FolderItem> Temporary();
+
+}  // namespace SpecialFolder
 
 }  // namespace zephin
 

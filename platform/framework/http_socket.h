@@ -5,16 +5,18 @@
 
 namespace zephin {
 
-/// A client for one plain HTTP request. No header of its own, no redirect is followed.
+/// A client for single HTTP requests. It sends no headers of its own and follows no redirects.
 class HTTPSocket {
  public:
   virtual ~HTTPSocket() = default;
 
-  /// Sends a GET request and returns the body, as bytes without encoding: all that has arrived when
-  /// the response was complete, the connection failed, or nothing has happened for `timeoutSeconds`
-  /// (a limit on silence, not on the whole). Empty when nothing was received. Events run meanwhile.
-  /// The status of the response is not looked at. Out of memory: as if the connection had failed,
-  /// with an empty body.
+  /// Sends a GET request and returns the body as bytes without encoding. Events are processed
+  /// meanwhile. The status of the response is ignored.
+  ///
+  /// The request ends when the response is complete, when the connection fails, or after
+  /// `timeoutSeconds` in which nothing has arrived (this limits silence, not the whole transfer).
+  /// In each case the result is what has been received so far, possibly nothing. When memory runs
+  /// short, the result is empty. Errors are not reported.
   String Get(const String& url, int timeoutSeconds);
 
  protected:
@@ -22,8 +24,8 @@ class HTTPSocket {
   virtual Security Kind() const { return Security::Plain; }
 };
 
-/// The same over TLS. Certificates are checked against the system's trust store, and a failed check
-/// is a failed connection.
+/// The same over TLS. Certificates are verified against the system's trust store; a certificate
+/// that is not trusted counts as a failed connection.
 class HTTPSecureSocket : public HTTPSocket {
  protected:
   Security Kind() const override { return Security::TLS; }

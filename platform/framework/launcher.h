@@ -6,21 +6,23 @@
 
 namespace zephin {
 
-/// The command line that opens an item as a double-click would: the expander of `helpersFolder`
-/// (which may be empty: none) for a ".zip" file, the program itself for an executable file, the
-/// program in `Contents/MacOS` for an ".app" bundle (named by its Info.plist, else the only one
-/// there), the desktop's opener for anything else. `path` is a full one; links are followed. Empty
-/// if nothing stands there.
+/// The command line that opens an item like a double-click: for a ".zip" file the expander in
+/// `helpersFolder` (empty: none), for an executable file the file itself, for an ".app" bundle its
+/// program in `Contents/MacOS` (the one that Info.plist names, else the only one), for anything
+/// else the desktop's opener. `path` is absolute; links are followed. Empty if the item does not
+/// exist. Defined in processes/launcher_linux.cpp.
 ///
-/// A file with the right to be executed is a program if its bytes say so ("#!" or a binary's mark);
-/// a text without such a mark is run by the shell if its name has no ending or one of a script, and
-/// is a document else: a setup may give all users all rights on a plain document.
+/// An executable permission alone does not make a program, since a setup may give all users all
+/// rights on a document. A file is a program if it begins with "#!" or the mark of a binary. A text
+/// without "#!" is run by the shell if its name has no extension or one of scripts (".sh",
+/// ".command", ".run"), and is opened as a document otherwise.
 std::vector<std::string> CommandToOpen(const std::string& path, const std::string& helpersFolder);
 
-/// Starts a program that lives on by itself: it inherits no descriptor (its standard ones lead
-/// nowhere) and no signal settings, begins in "/", doesn't die with this process and leaves no
-/// zombie under it. `command` must not be empty; its first word is a full path, or a name that is
-/// looked for in the search path. Returns when it has started; false if it can't be.
+/// Starts a program that outlives this process. It inherits no descriptors (its standard streams
+/// are /dev/null) and no signal settings, runs in a session of its own with "/" as its working
+/// directory, and leaves no zombie process. `command` must not be empty; its first word is an
+/// absolute path or a name that is searched for in PATH. Returns as soon as the program has
+/// started; false if it cannot be started. Defined in processes/detached_process_linux.cpp.
 [[nodiscard]] bool StartDetached(const std::vector<std::string>& command);
 
 }  // namespace zephin

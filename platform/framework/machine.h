@@ -7,30 +7,31 @@
 
 namespace zephin {
 
-/// What the program knows of the machine and the user that it runs for. `main` fills it once and
-/// hands it to the application; a test says with it what machine it is. All paths are absolute,
-/// without a trailing slash, links resolved where the system would resolve them.
+/// What the program knows about the machine and its user. `main` fills it once and passes it to the
+/// application; a test fills it as the case needs. All paths are absolute and have no trailing
+/// slash. An empty path means that the place is unknown.
 struct Machine {
-  std::string executable;              ///< The running program's file. Empty: unknown.
-  std::string systemFolder;            ///< `SpecialFolder.System`; "Applications" is its sibling.
+  std::string executable;              ///< File of the running program.
+  std::string systemFolder;            ///< `SpecialFolder::System`; "Applications" is its sibling.
   std::string userHome;                ///< The user's home folder.
-  std::string desktopFolder;           ///< The user's desktop folder.
-  std::string temporaryFolder;         ///< A folder of the user's own, made already.
-  std::string helpersFolder;           ///< Holds `ditto` and the expander. Empty: none.
+  std::string desktopFolder;           ///< The user's desktop folder; it need not exist.
+  std::string temporaryFolder;         ///< A private folder of the user; it exists.
+  std::string helpersFolder;           ///< Holds `ditto` and the expander of ".zip" files.
   std::optional<std::int64_t> memory;  ///< "ramm": physical memory in units of 1,000,000 bytes.
-  std::optional<std::int64_t> systemMajor;  ///< "sys1"; nothing if the query fails.
+  std::optional<std::int64_t> systemMajor;  ///< "sys1".
   std::optional<std::int64_t> systemMinor;  ///< "sys2".
 };
 
-/// The machine that this process runs on. Makes the temporary folder (mode 0700) if need be. If its
-/// usual name belongs to somebody else, it has a second name that is the same for all processes of
-/// the user; if that is taken, too, a random one. What can't be found out stays empty.
+/// The machine that this process runs on. Makes the temporary folder (mode 0700) if necessary. If
+/// its usual name belongs to another user, a second name is used, the same for all processes of the
+/// user; if that is taken as well, a random one. Defined in processes/machine_linux.cpp.
 Machine DetectMachine();
 
-/// Answers of the system by selector.
+/// Queries of the system by selector.
 namespace System {
-/// True if `selector` ("ramm", "sys1", "sys2") has a value, which goes to `value`; else `value`
-/// stays as it is.
+/// Stores the value for `selector` ("ramm", "sys1", "sys2") in `value` and returns true. Returns
+/// false and leaves `value` unchanged if the selector has no value. Defined in
+/// processes/machine.cpp.
 bool Gestalt(const char* selector, std::int64_t& value);
 }  // namespace System
 

@@ -4,18 +4,19 @@
 #include <string>
 #include <vector>
 
-#include "platform/framework/ref.h"
 #include "platform/framework/string.h"
 
 namespace zephin {
 
-/// What the framework does of itself when an item is chosen.
+/// What the desktop does when an item is chosen: ends the program, or edits the text field that has
+/// the focus.
 enum class MenuCommand { None, Quit, Undo, Cut, Copy, Paste, Clear, SelectAll };
 
+/// One line of a menu.
 struct MenuItem {
   std::string name;
-  String text;      ///< "&" stands before the letter of the key; "-" is a separator.
-  String shortcut;  ///< Such as "Cmd+Q", where Cmd is the platform's command key; may be empty.
+  String text;      ///< "&" precedes the access key; "-" alone is a separator.
+  String shortcut;  ///< For example "Cmd+Q", where Cmd is the platform's command key. May be empty.
   MenuCommand command = MenuCommand::None;
 };
 
@@ -25,8 +26,8 @@ struct Menu {
   std::vector<MenuItem> items;
 };
 
-/// The menus of a program or a window. They are not shown in the windows of this program; their
-/// shortcuts act all the same.
+/// The menus of a program or window. The windows of this program do not show them; only their
+/// shortcuts work.
 struct MenuBar {
   std::vector<Menu> menus;
 };

@@ -6,11 +6,13 @@
 
 namespace zephin {
 
-/// A generator of random numbers, seeded anew in each run.
+/// A generator of random numbers, seeded by the system in each run. Its numbers are good enough for
+/// names of temporary files, not for secrets.
 class Random {
  public:
   Random() : engine_(std::random_device{}()) {}
-  /// A uniform number from `least` to `greatest`, both included; `least` must not be the greater.
+  /// A uniformly distributed number from `least` to `greatest`, both included. `least` must not be
+  /// greater than `greatest`.
   std::int64_t InRange(std::int64_t least, std::int64_t greatest) {
     return std::uniform_int_distribution<std::int64_t>(least, greatest)(engine_);
   }

@@ -8,20 +8,19 @@ namespace zephin {
 /// Runs command lines in the system's POSIX shell.
 class Shell {
  public:
-  /// 0, the only mode: `Execute` returns when the command has ended.
-  void SetMode(int mode) { mode_ = mode; }
+  /// Has no effect: 0 is the only mode, in which `Execute` returns when the command has ended.
+  void SetMode(int /*mode*/) {}
 
-  /// Runs the command and waits for it, without letting events run. `ditto` in it is the program of
-  /// that name in the machine's helpers folder. Its output goes nowhere; what the command leaves
-  /// running behind is not waited for.
+  /// Runs the command and waits for its end; no events are processed meanwhile. In the command,
+  /// `ditto` means the program of that name in the machine's helpers folder. Standard input and
+  /// output are /dev/null. Processes that the command leaves in the background are not waited for.
   void Execute(const String& command);
 
-  /// Exit status of the last command: 0 for success; 127 if the shell can't be started, 128 and the
-  /// signal's number if it was killed.
+  /// Exit status of the last command: 0 for success, 127 if the shell could not be started or the
+  /// command holds a byte 0, 128 plus the signal's number if the shell was killed.
   int ErrorCode() const { return errorCode_; }
 
  private:
-  int mode_ = 0;
   int errorCode_ = 0;
 };
 

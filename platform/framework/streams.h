@@ -1,11 +1,12 @@
 #ifndef PLATFORM_FRAMEWORK_STREAMS_H_
 #define PLATFORM_FRAMEWORK_STREAMS_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <utility>
 
-#include "platform/framework/descriptor.h"
+#include "platform/framework/files/file_descriptor.h"
 #include "platform/framework/ref.h"
 #include "platform/framework/string.h"
 
@@ -13,50 +14,53 @@ namespace zephin {
 
 class FolderItem;
 
-/// An open file of bytes, from its beginning. It is closed with its last reference, or by hand, and
-/// goes on to read and write its bytes if the file is deleted or replaced meanwhile. Errors are not
-/// raised: a short result or `Failed` tells them.
+/// An open file of bytes; the position is at its beginning after opening. The file is closed with
+/// the last handle or by `Close`. If the file is deleted or replaced, the stream continues on the
+/// old bytes. Errors throw nothing: they show as a short result or in `Failed`.
 class BinaryStream {
  public:
-  /// Opens the file of an existing item, which must not be nil. Nil if that fails.
+  /// Opens an existing file for reading, or for reading and writing. `item` must not be nil. Nil if
+  /// that fails or the item is not a plain file.
   static Ref<BinaryStream> Open(const Ref<FolderItem>& item, bool writeable);
 
   /// Takes over the descriptor.
-  explicit BinaryStream(Descriptor descriptor) : descriptor_(std::move(descriptor)) {}
+  explicit BinaryStream(FileDescriptor descriptor) : descriptor_(std::move(descriptor)) {}
 
-  /// Size of the file in bytes, now.
+  /// Current size of the file in bytes.
   std::int64_t Length() const;
-  /// Up to `count` bytes from the present position, without encoding; fewer at the end of the file
-  /// or after an error. Memory is taken for what is there, not for `count`; too much for it raises.
+  /// Reads up to `count` bytes from the current position, without encoding: fewer at the end of the
+  /// file or after an error. Memory is allocated for the bytes that exist, not for `count`; throws
+  /// if that fails.
   String Read(std::int64_t count);
-  /// The same into a block of the caller's; the number of bytes read.
+  /// Reads into the caller's block and returns the number of bytes read.
   std::size_t ReadInto(std::span<char> block);
-  /// What has been read will not be read again: if the file has been deleted since it was opened to
-  /// be written, and the system can do so, the disk gets its room back. Silent.
+  /// Promises that the bytes before the current position will not be read again. If the file has
+  /// been deleted and is open for writing, their disk space is freed where the file system can do
+  /// so. Fails silently.
   void ForgetWhatWasRead();
-  /// Writes all bytes, or sets `Failed`. `WriteFrom` writes a block of the caller's.
+  /// Writes all bytes, or sets `Failed`. `WriteFrom` writes the caller's block.
   void Write(const String& bytes);
   void WriteFrom(std::span<const char> block);
-  /// Hands all that was written to the system. Each write has done so already: there is no buffer.
+  /// Has no effect: each write has passed its bytes to the system, and there is no buffer.
   void Flush();
-  /// Closes the file; a write that the system reports only now sets `Failed`.
+  /// Closes the file. Sets `Failed` if the system reports a write error only now.
   void Close();
-  /// Whether a read, write, flush or close has failed so far.
+  /// Whether any read, write or close has failed so far.
   bool Failed() const { return failed_; }
 
  private:
-  Descriptor descriptor_;
-  std::int64_t forgotten_ = 0;  ///< Bytes from the file's beginning.
+  FileDescriptor descriptor_;
+  std::int64_t forgotten_ = 0;  ///< Bytes at the beginning of the file whose space is freed.
   bool failed_ = false;
 };
 
 /// A file that is read as text.
 class TextInputStream {
  public:
-  /// Nil if the item is nil or its file can't be opened.
+  /// Nil if the item is nil, is not a plain file, or cannot be opened.
   static Ref<TextInputStream> Open(const Ref<FolderItem>& item);
   explicit TextInputStream(Ref<BinaryStream> file) : file_(std::move(file)) {}
-  /// All that is left, with every byte kept and no encoding declared.
+  /// The rest of the file, byte for byte, without a declared encoding.
   String ReadAll();
 
  private:
@@ -66,11 +70,11 @@ class TextInputStream {
 /// A file that is written as text.
 class TextOutputStream {
  public:
-  /// Opens the item's file for writing at its end and makes it if need be. Nil if that fails or the
-  /// item is nil.
+  /// Opens the file for writing at its end and creates it if necessary. A link is followed: the
+  /// existing text stays. Nil if that fails or the item is nil.
   static Ref<TextOutputStream> Append(const Ref<FolderItem>& item);
   explicit TextOutputStream(Ref<BinaryStream> file) : file_(std::move(file)) {}
-  /// Writes the text and a line feed.
+  /// Writes the text and a line feed. Errors are ignored.
   void WriteLine(const String& text);
   void Close();
 

@@ -6,14 +6,16 @@
 #include "platform/framework/array.h"
 #include "platform/framework/string.h"
 
-// The framework's string library. Positions count characters of the searched text's encoding from
-// 1 (the B forms: bytes), and 0 means "not found". Parts of a text keep its encoding.
+// The framework's string functions, defined in text/text.cpp unless a heading says otherwise.
+// Positions count characters of the searched text's encoding from 1 (in the B forms: bytes); 0
+// means "not found". Parts of a text keep its encoding.
 //
-// Unless said otherwise letter case is ignored, separators of fields included, by simple folding of
-// one character to one, so that positions are those of the original text. Characters are compared
-// across encodings; an invalid byte equals only the same invalid byte. A text without encoding is
-// compared as if it had the other's, but one that is searched is bytes, and so is then the needle.
-// Letter case of bytes without encoding is that of ASCII.
+// Letter case is ignored where nothing else is said, also in the separators of fields. Each
+// character is folded to one character, so that positions refer to the original text. Characters
+// are compared across encodings; an invalid byte equals only the same invalid byte. A text without
+// encoding is compared as if it had the other text's encoding, except that a searched text without
+// encoding is searched as bytes, and the needle too. In bytes without encoding only ASCII letters
+// have letter case.
 
 namespace zephin {
 
@@ -22,58 +24,65 @@ std::int64_t Len(const String& text);
 /// Number of bytes.
 std::int64_t LenB(const String& text);
 
-/// The first / last `count` characters; all of a shorter text, none for a count of 0 or less.
+/// The first or last `count` characters: all if the text is shorter, none if the count is 0 or
+/// less.
 String Left(const String& text, std::int64_t count);
 String Right(const String& text, std::int64_t count);
-/// `count` characters from `start` on (values below 1 count as 1). Empty for a count of 0 or less
-/// or a start behind the end. The form without a count goes to the end.
+/// `count` characters from position `start` (below 1: from 1). Empty if the count is 0 or less or
+/// the text ends before `start`. Without a count: to the end of the text.
 String Mid(const String& text, std::int64_t start, std::int64_t count);
 String Mid(const String& text, std::int64_t start);
 
-/// Position of the first `needle` at or after `start`. An empty needle gives 0, everywhere.
+/// Position of the first `needle` at or after `start`; 0 if there is none or the needle is empty.
 std::int64_t InStr(std::int64_t start, const String& haystack, const String& needle);
 std::int64_t InStr(const String& haystack, const String& needle);
-/// The same with positions in bytes; exact, letter case counts.
+/// The same by bytes: positions count bytes, and letter case matters.
 std::int64_t InStrB(std::int64_t start, const String& haystack, const String& needle);
 
-/// Field `index` (from 1) of a text cut at each `separator`; empty past the end or for an index
-/// below 1. With an empty separator the whole text is field 1, here and in the two below.
+// Fields: text/text_fields.cpp.
+
+/// Field `index` (from 1) of a text that is divided by `separator`; empty if there is no such
+/// field. An empty separator makes the whole text one field, also in the next two functions.
 String NthField(const String& text, const String& separator, std::int64_t index);
-/// Number of fields: one more than there are separators, 1 for the empty text.
+/// Number of fields: one more than separators, so 1 for the empty text.
 std::int64_t CountFields(const String& text, const String& separator);
-/// All fields in one pass. The empty text has no entries at all.
+/// All fields in one pass. Unlike CountFields, the empty text has no fields here.
 Array<String> Split(const String& text, const String& separator);
 
-/// The number that the text begins with: blanks and line ends are skipped, then a plain decimal
-/// number with sign, fraction and exponent. 0 where there is none. No hexadecimal forms, "inf" or
-/// locale. Always finite: what is too large for the result becomes its largest number.
+// Numbers: text/text_numbers.cpp.
+
+/// The decimal number at the beginning of the text, after white space: sign, digits, fraction and
+/// exponent. 0 if there is none. Hexadecimal forms, "inf" and the locale have no effect. The result
+/// is finite: a number that is too large becomes the largest double.
 double Val(const String& text);
-/// `Val`, clamped to the range of the result and truncated towards 0.
+/// `Val`, truncated towards 0 and limited to the range of the result.
 std::int64_t ValInteger(const String& text);
 /// The number in decimal.
 String Str(std::int64_t number);
 
-/// Code of the first character: its code point, but its byte in an encoding of one byte or in none,
-/// or where it is invalid. 0 for an empty text.
+/// Code of the first character: its code point; for Mac Roman, for a text without encoding, and for
+/// an invalid byte the value of the byte. 0 for the empty text.
 std::int64_t Asc(const String& text);
-/// The text of one character of that code point, as UTF-8; empty for a number that is none.
+/// The character with this code point, as UTF-8; empty if the number is not a code point.
 String Chr(std::uint32_t code);
 
-/// One character becomes one character; a letter whose other form the encoding lacks stays.
+// Letter case: text/text_case.cpp.
+
+/// Maps each character to one character. A letter stays if the encoding lacks its other form.
 String Uppercase(const String& text);
 String Lowercase(const String& text);
 
-/// Mode 0: compares bytes. Mode 1: compares characters and ignores letter case. Negative, 0 or
-/// positive, like memcmp.
+/// Negative, 0 or positive, like memcmp. Mode 0 compares bytes; mode 1 compares characters and
+/// ignores letter case.
 int StrComp(const String& a, const String& b, int mode);
-/// The system's `=` on texts: equal when letter case is ignored.
+/// Whether the texts are equal when letter case is ignored.
 bool TextEquals(const String& a, const String& b);
 
-/// Labels the bytes and changes none of them.
+/// The same bytes with another declared encoding.
 String DefineEncoding(const String& text, Encoding encoding);
-/// Transcodes a text that has a declared encoding, and only labels one that has none. A text that
-/// the encoding can't hold, or that is invalid in its own, comes back unchanged in its own. With
-/// `None` it only loses its label.
+/// Converts the bytes of a text with a declared encoding; only labels the bytes of a text without
+/// one. A text that is invalid in its encoding, or that the new encoding cannot represent, is
+/// returned unchanged with its own encoding. With `None` the text only loses its label.
 String ConvertEncoding(const String& text, Encoding encoding);
 
 }  // namespace zephin

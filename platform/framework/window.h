@@ -3,21 +3,24 @@
 
 #include <cstdint>
 #include <string_view>
+#include <utility>
 #include <vector>
 
-#include "platform/framework/control.h"
+#include "platform/framework/controls.h"
 #include "platform/framework/menu.h"
 #include "platform/framework/picture.h"
 #include "platform/framework/string.h"
 
 namespace zephin {
 
-/// The frame of a window.
+/// The kind of window frame. The values are those of the setups' platform.
 enum class WindowType { Document = 0, MovableModal = 1 };
 
-/// A window as a model: its properties and controls. A class of windows sets the former in `Layout`
-/// and makes the latter in `CreateControls`; both run in `Open`, which is called once for each new
-/// window before it is used (see MakeWindow).
+/// A window as a model: its properties and controls, without any drawing. A derived class sets the
+/// properties in `Layout` and adds the controls in `CreateControls`; `Open` calls both once, before
+/// the window is used (see MakeWindow). Like a control, an open window reports each change to the
+/// desktop. Its few virtual functions are the ones that derived windows override; all others are
+/// fixed.
 class Window {
  public:
   Window() = default;
@@ -25,80 +28,91 @@ class Window {
   Window& operator=(const Window&) = delete;
   virtual ~Window();
 
-  /// Runs Layout and CreateControls, shows the window if `Visible` says so, and runs Event_Open.
+  /// Calls Layout and CreateControls, shows the window if `Visible` is set, calls Event_Open.
   void Open();
 
+  // Properties. Sizes are those of the content, in points.
   const String& Title() const { return title_; }
   void SetTitle(String title) { Set(title_, std::move(title)); }
   int Width() const { return width_; }
   void SetWidth(int width) { Resize(width, height_); }
   int Height() const { return height_; }
   void SetHeight(int height) { Resize(width_, height); }
+  // Limits for resizing by the user.
   int MinimumWidth() const { return minimumWidth_; }
   int MinimumHeight() const { return minimumHeight_; }
   int MaximumWidth() const { return maximumWidth_; }
   int MaximumHeight() const { return maximumHeight_; }
   void SetMinimumSize(int width, int height);
   void SetMaximumSize(int width, int height);
+  /// Kept, but has no effect: the desktop draws one frame for all windows.
   WindowType Type() const { return type_; }
   void SetType(WindowType type) { Set(type_, type); }
+  /// Whether the user can resize the window.
   bool Resizeable() const { return resizeable_; }
   void SetResizeable(bool resizeable) { Set(resizeable_, resizeable); }
-  /// None of this program's windows has a close, minimise, maximise or full-screen button, so that
-  /// the window manager can't close them either. See `ClosesAsQuit` for the one exception.
-  bool HasCloseButton() const { return hasCloseButton_; }
-  void SetHasCloseButton(bool has) { Set(hasCloseButton_, has); }
-  /// Whether a request of the window manager to close it is the Quit menu item (the main window).
+  /// No window of this program has buttons to close, minimise, maximise or fill the screen. The
+  /// window manager cannot close them either, except for the one that `ClosesAsQuit` names.
+  bool HasCloseButton() const { return false; }
+  /// Whether a request of the window manager to close the window acts as the menu item Quit. True
+  /// for the main window only.
   bool ClosesAsQuit() const { return closesAsQuit_; }
   void SetClosesAsQuit(bool closes) { Set(closesAsQuit_, closes); }
-  /// Placement code of the platform: 0 and 1 the default place, 4 the centre of the screen.
+  /// Where the desktop places the window: 0 and 1 leave it to the desktop, 4 is the centre of the
+  /// screen.
   int DefaultLocation() const { return defaultLocation_; }
   void SetDefaultLocation(int code) { Set(defaultLocation_, code); }
-  /// Where the program has put it on the screen; only if it has been moved there.
+  /// Position on the screen, in points. It counts once SetPosition has been called.
   bool HasPosition() const { return hasPosition_; }
   int Left() const { return left_; }
   int Top() const { return top_; }
   void SetPosition(int left, int top);
-  /// Whether `BackgroundColor` (0xRRGGBB) is drawn instead of the platform's colour for windows.
+  /// Whether `BackgroundColor` (0xRRGGBB) replaces the desktop's colour for windows.
   bool HasBackgroundColor() const { return hasBackgroundColor_; }
   std::uint32_t BackgroundColor() const { return backgroundColor_; }
   void SetBackgroundColor(std::uint32_t color);
-  /// Drawn behind the controls from the top left corner; nil: none.
+  /// Picture behind the controls, drawn from the top left corner; nil: none.
   const Ref<Picture>& Backdrop() const { return backdrop_; }
   void SetBackdrop(Ref<Picture> picture) { Set(backdrop_, std::move(picture)); }
+  /// Kept, but has no effect: the desktop uses the shortcuts of the application's menu bar.
   const Ref<MenuBar>& Menus() const { return menuBar_; }
   void SetMenuBar(Ref<MenuBar> menuBar) { Set(menuBar_, std::move(menuBar)); }
-  void SetMenuBarVisible(bool visible) { Set(menuBarVisible_, visible); }
+  /// Has no effect: no window shows its menus.
+  void SetMenuBarVisible(bool /*visible*/) {}
 
   bool Visible() const { return visible_; }
-  /// Shows or hides it. Set in `Layout`, it has the window shown as soon as its controls are made;
-  /// a window that is only run modally leaves it out.
+  /// Shows or hides the window. If set to true in `Layout`, `Open` shows the window; a window that
+  /// is only shown by `ShowModal` leaves it unset.
   void SetVisible(bool visible);
   void Show() { SetVisible(true); }
   void Hide() { SetVisible(false); }
-  /// Shows it modally and returns when it has been hidden.
+  /// Shows the window modally and returns when it has been hidden.
   void ShowModal();
-  /// Repaints it; true: before the call returns.
+  /// Repaints the window: before the call returns if `now`, else with the next events.
   void Refresh(bool now);
+  /// Gives the window the keyboard focus.
   void SetFocus();
 
+  /// All controls in the order in which they were added.
   const std::vector<Ref<Control>>& Controls() const { return controls_; }
-  /// Nil if there is none of that name (and, in a control array, index).
+  /// The control with this name (and index, in a control array); nil if there is none.
   Ref<Control> ControlByName(std::string_view name, int index = Control::kNoIndex) const;
 
-  /// The user's or the desktop's new size: moves the controls by their locked edges. Sizes set by
-  /// the program (`SetWidth`, `SetHeight`) move none.
+  /// Called by the desktop when the user has resized the window: moves the controls by their locked
+  /// edges. `SetWidth` and `SetHeight` move no controls.
   void ResizedByUser(int width, int height);
 
+  /// Called at the end of `Open`.
   virtual void Event_Open() {}
-  /// True refuses the close.
+  /// Called before the window is closed, or before the program quits if `appQuitting`. True
+  /// refuses.
   virtual bool Event_CancelClose(bool appQuitting);
 
  protected:
   virtual void Layout() = 0;
   virtual void CreateControls() = 0;
 
-  /// Adds a new control of that name and place, and gives it.
+  /// Adds a new control with this name and place and returns it.
   template <class T>
   Ref<T> Add(const char* name, const Bounds& place, int index = Control::kNoIndex) {
     Ref<T> control = MakeRef<T>(name, index);
@@ -108,7 +122,7 @@ class Window {
   }
   void AddControl(const Ref<Control>& control);
 
-  /// The control of that name, nil if there is none or it is of another class.
+  /// The control with this name; nil if there is none or it is of another class.
   template <class T>
   Ref<T> Named(std::string_view name, int index = Control::kNoIndex) const {
     return RefCast<T>(ControlByName(name, index));
@@ -134,7 +148,6 @@ class Window {
   int maximumHeight_ = 32000;
   WindowType type_ = WindowType::MovableModal;
   bool resizeable_ = false;
-  bool hasCloseButton_ = false;
   bool closesAsQuit_ = false;
   int defaultLocation_ = 0;
   bool hasPosition_ = false;
@@ -144,13 +157,12 @@ class Window {
   std::uint32_t backgroundColor_ = 0xFFFFFF;
   Ref<Picture> backdrop_;
   Ref<MenuBar> menuBar_;
-  bool menuBarVisible_ = true;
   bool visible_ = false;
   bool opened_ = false;
   std::vector<Ref<Control>> controls_;
 };
 
-/// A new window, opened.
+/// A new window, already open. The arguments are those of T's constructor.
 template <class T, class... Args>
 Ref<T> MakeWindow(Args&&... args) {
   Ref<T> window = MakeRef<T>(std::forward<Args>(args)...);

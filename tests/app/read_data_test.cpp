@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "setup/scrambling.h"
+#include "setup/bundle_files.h"
 #include "tests/support/limits.h"
 #include "tests/support/stub_run.h"
 

@@ -6,7 +6,6 @@
 #include <utility>
 #include <vector>
 
-#include "files/access_rights.h"
 #include "files/files.h"
 #include "files/folders.h"
 #include "platform/framework/text.h"

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/framework/mac_roman.h"
 #include "platform/framework/string.h"
+#include "platform/framework/text/mac_roman.h"
 
 /// The encodings once more, as plainly as they can be written: what the fuzzers hold the string
 /// library to. No attention is paid to speed.

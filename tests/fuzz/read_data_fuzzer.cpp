@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/framework/text.h"
-#include "setup/scrambling.h"
+#include "setup/bundle_files.h"
 #include "tests/fuzz/bare_stub.h"
 #include "tests/fuzz/fuzzing.h"
 

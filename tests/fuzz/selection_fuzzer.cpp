@@ -10,10 +10,10 @@
 #include "platform/framework/text.h"
 #include "selection/placement.h"
 #include "selection/selection_dialogs.h"
-#include "setup/selection_list.h"
+#include "setup/lists.h"
 #include "tests/fuzz/bare_stub.h"
 #include "tests/fuzz/fuzzing.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 namespace zephin::test {
 namespace {

@@ -10,14 +10,14 @@
 #include <vector>
 
 #include "platform/framework/application.h"
-#include "platform/framework/case_folding.h"
-#include "platform/framework/mac_roman.h"
 #include "platform/framework/text.h"
+#include "platform/framework/text/case_folding.h"
+#include "platform/framework/text/mac_roman.h"
 #include "tests/fuzz/any_text.h"
 #include "tests/fuzz/fuzzing.h"
 #include "tests/fuzz/plain_text.h"
 #include "tests/support/quiet_desktop.h"
-#include "util/text_building.h"
+#include "util/texts.h"
 
 namespace zephin::test {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/framework/case_folding.h"
 #include "platform/framework/text.h"
+#include "platform/framework/text/case_folding.h"
 #include "tests/fuzz/any_text.h"
 #include "tests/fuzz/fuzzing.h"
 #include "tests/fuzz/plain_text.h"

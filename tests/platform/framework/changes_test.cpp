@@ -11,20 +11,20 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::string_literals;
 
-/// More than two of the blocks in which a file is copied.
+/// Larger than two of the blocks in which a file is copied.
 constexpr std::size_t kLong = 9'000'000;
 
-/// Acts on the first of two names, and what they change.
+/// Operation, its two names, and the changes on the disk.
 const std::vector<std::tuple<const char*, const char*, const char*, const char*>> kDone = {
     {"copy", "new", "none", " +none=new"},
     {"copy", "new", "file", " +file=new"},
     {"copy", "to new", "none", " +none=new"},
-    // A link is replaced: what it points to isn't touched.
+    // A link is replaced; its target is unchanged.
     {"copy", "new", "to file", " +to file=new"},
     {"copy", "new", "dangling", " +dangling=new"},
     {"copy", "new", "to new", ""},
     {"copy", "to new", "new", ""},
-    // Of a folder, only the folder.
+    // Only the folder itself is copied, not its contents.
     {"copy", "tree", "none", " +none=/"},
     {"move", "new", "none", " +none=new -new"},
     {"move", "new", "file", " +file=new -new"},
@@ -41,7 +41,7 @@ const std::vector<std::tuple<const char*, const char*, const char*, const char*>
     {"make", "none", "", " +none=/"},
 };
 
-/// Acts that fail and change nothing.
+/// Operations that fail and change nothing.
 const std::vector<std::tuple<const char*, const char*, std::string>> kRefused = {
     {"copy", "new", "empty"},     {"copy", "new", "to tree"},  {"copy", "new", "pipe"},
     {"copy", "new", "none/new"},  {"copy", "new", "new\0x"s},  {"copy", "dangling", "file"},
@@ -73,11 +73,11 @@ class Changes : public OnDisk {
     fs::create_symlink("tree", base / "to tree");
     fs::create_symlink("none", base / "dangling");
   }
-  /// The pipe stands apart: who looks at all files would wait for it.
+  /// The pipe is in another folder, as reading all files here would block on it.
   fs::path Place(const fs::path& name) const {
     return (name == "pipe" ? apart.Path() : base) / name;
   }
-  /// The code that the act leaves.
+  /// Returns the error code of the operation.
   int Do(const std::string& act, const std::string& from, const std::string& to) const {
     const Ref<FolderItem> item = At(Place(from));
     if (act == "copy") {
@@ -98,7 +98,7 @@ class Changes : public OnDisk {
   const ScratchFolder apart;
 };
 
-TEST_F(Changes, MeetWhatStandsInTheirWay) {
+TEST_F(Changes, OverwriteFilesAndLinksOnly) {
   for (const auto& [act, from, to, expected] : kDone) {
     SCOPED_TRACE(std::string(act) + " " + from + " to " + to);
     Reset();
@@ -118,7 +118,7 @@ TEST_F(Changes, MeetWhatStandsInTheirWay) {
   }
 }
 
-TEST_F(Changes, ThatAreRefusedChangeNothing) {
+TEST_F(Changes, ChangeNothingWhenTheyFail) {
   const auto before = Tree(base);
   for (const auto& [act, from, to] : kRefused) {
     EXPECT_NE(Do(act, from, to), 0) << act << " " << from << " to " << to;
@@ -126,7 +126,7 @@ TEST_F(Changes, ThatAreRefusedChangeNothing) {
   }
 }
 
-TEST_F(Changes, FolderThatCantBeWrittenMovesAndKeepsItsMode) {
+TEST_F(Changes, FolderWithoutWritePermissionMovesAndKeepsItsMode) {
   WriteFile(base / "full/old", "");
   SetRights("tree", 0555);
   const PlainUser user(base);
@@ -138,7 +138,7 @@ TEST_F(Changes, FolderThatCantBeWrittenMovesAndKeepsItsMode) {
   EXPECT_FALSE(At("tree")->Exists());
 }
 
-TEST_F(Changes, CopyHasTheRightsButNoSetIdBits) {
+TEST_F(Changes, CopyKeepsPermissionsWithoutSetIdBits) {
   const std::vector<std::tuple<const char*, unsigned, unsigned>> rows = {
       {"new", 06755, 0755},   {"new", 0666, 0666},
       {"new", 0400, 0400},    {"tree", 0555, 0755},  // It is going to be filled.
@@ -152,7 +152,7 @@ TEST_F(Changes, CopyHasTheRightsButNoSetIdBits) {
   }
 }
 
-TEST_F(Changes, LongFileIsCopiedWithAYieldForEachBlockAndAfterItsDeletion) {
+TEST_F(Changes, LargeFileIsCopiedInBlocksAlsoWhenDeletedMeanwhile) {
   WriteFile(base / "long", Noise(kLong));
   int yields = 0;
   desktop.atYield = [this, &yields] {
@@ -162,12 +162,12 @@ TEST_F(Changes, LongFileIsCopiedWithAYieldForEachBlockAndAfterItsDeletion) {
   EXPECT_EQ(Do("copy", "long", "copy"), 0);
   EXPECT_EQ(yields, 3);
   EXPECT_TRUE(ReadFile(base / "copy") == Noise(kLong));
-  // The system says that this one has no length.
+  // The system reports a length of 0 for this file.
   EXPECT_EQ(Do("copy", "/proc/version", "version"), 0);
   EXPECT_EQ(ReadFile(base / "version"), ReadFile("/proc/version"));
 }
 
-TEST_F(Changes, FullDiskLeavesNoPartOfACopy) {
+TEST_F(Changes, FullDiskLeavesNoPartialCopy) {
   WriteFile(base / "long", std::string(kLong, 'x'));
   const FullDisk full(5'000'000);
   EXPECT_EQ(Do("copy", "long", "copy"), EFBIG);
@@ -196,7 +196,7 @@ class FileSystems : public Changes {
   fs::path other;
 };
 
-TEST_F(FileSystems, MoveMeetsWhatStandsAtTheDestination) {
+TEST_F(FileSystems, MoveReplacesFilesAndLinksOnly) {
   WriteFile(other / "file", "old");
   WriteFile(other / "full/old", "");
   fs::create_symlink(base / "file", other / "to file");
@@ -214,7 +214,7 @@ TEST_F(FileSystems, MoveMeetsWhatStandsAtTheDestination) {
   EXPECT_EQ(Tree(other), expected);
 }
 
-TEST_F(FileSystems, MovedTreeKeepsLinksRightsAndTimes) {
+TEST_F(FileSystems, MovedTreeKeepsLinksPermissionsAndTimes) {
   const fs::file_time_type time{std::chrono::hours(24)};
   const auto before = Tree(base / "tree");
   for (const char* name : {"a/deep", "a"}) {
@@ -230,14 +230,14 @@ TEST_F(FileSystems, MovedTreeKeepsLinksRightsAndTimes) {
   }
 }
 
-TEST_F(FileSystems, FailedMoveTakesBackItsCopy) {
+TEST_F(FileSystems, FailedMoveDeletesItsCopy) {
   mkfifo((base / "tree/pipe").c_str(), 0600);
   EXPECT_NE(Move("tree", "moved"), 0);
   EXPECT_TRUE(fs::is_empty(other));
   EXPECT_EQ(Tree(base / "tree/a").size(), 2U);
 }
 
-TEST_F(FileSystems, WhatIsAddedDuringAMoveIsNotLost) {
+TEST_F(FileSystems, FileAddedDuringAMoveIsKept) {
   desktop.atYield = [this] {
     if (fs::is_symlink(fs::symlink_status(other / "moved/a/link"))) {
       WriteFile(base / "tree/a/late", "late");

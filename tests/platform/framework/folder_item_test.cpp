@@ -27,14 +27,14 @@ std::string PathOrNil(const Ref<FolderItem>& item) {
   return item.IsNil() ? "nil" : item->NativePath().Bytes();
 }
 
-TEST(FolderItemLookup, TakesFullPathsAndNamesBesideTheBundle) {
+TEST(FolderItemLookup, AcceptsAbsolutePathsAndPathsRelativeToTheBundle) {
   const std::vector<std::tuple<const char*, const char*, int, const char*>> rows = {
       {"/d/S.app/Contents/MacOS/x", "", 1, "/d"},
       {"/d/S.app/Contents/MacOS/x", "n/m//", 0, "/d/n/m"},
       {"/d/S.app/Contents/MacOS/x", "n", 1, "nil"},
       {"/d/S.app/Contents/MacOS/x", "/a/b/", 1, "/a/b"},
       {"/d/S.app/Contents/MacOS/x", "//", 0, "/"},
-      // The first place decides, in any letter case, and letters of several bytes count once.
+      // The first match counts, in any letter case; multi-byte characters count once.
       {"/\u00e9/a/cONTENTS 2/S.app/Contents/MacOS/x", "", 0, "/\u00e9"},
       {"/Contents/MacOS/x", "", 0, "/"},
       {"/d/e/x", "", 0, "/d/e"},
@@ -49,9 +49,9 @@ TEST(FolderItemLookup, TakesFullPathsAndNamesBesideTheBundle) {
   }
 }
 
-TEST_F(FolderItems, AnswerForWhatALinkPointsTo) {
+TEST_F(FolderItems, DescribeTheTargetOfALink) {
   const std::vector<std::pair<const char*, std::string>> rows = {
-      // name, and whether it exists, whether it is a folder, length, count, whether it is an alias
+      // name; exists, is a folder, length, count, is an alias
       {"file", "1 0 4 0 0"},      {"full", "1 1 0 1 0"},     {"to file", "1 0 4 0 1"},
       {"to folder", "1 1 0 1 1"}, {"dangling", "1 0 0 0 1"}, {"none", "0 0 0 0 0"},
   };
@@ -64,7 +64,7 @@ TEST_F(FolderItems, AnswerForWhatALinkPointsTo) {
   }
 }
 
-TEST_F(FolderItems, ListIsOneSnapshotInTheOrderOfTheBytes) {
+TEST_F(FolderItems, ListIsASnapshotSortedByBytes) {
   for (const char* name : {"\xff", "B", ".a", "a"}) {
     WriteFile(base / "full" / name, "");
   }
@@ -94,7 +94,7 @@ TEST_F(FolderItems, ChildIsTheTargetOfALinkOrTheLinkItself) {
   EXPECT_TRUE(folder->Child(String("caf\x8e", Encoding::MacRoman))->Exists());
 }
 
-TEST_F(FolderItems, ShellPathIsOneWordWhateverTheNameHolds) {
+TEST_F(FolderItems, ShellPathIsOneWordForAnyName) {
   std::string every;
   for (int c = 1; c < 256; ++c) {
     every += c == '/' ? "" : std::string(1, static_cast<char>(c));
@@ -107,7 +107,7 @@ TEST_F(FolderItems, ShellPathIsOneWordWhateverTheNameHolds) {
   }
 }
 
-TEST_F(FolderItems, AllRightsAreAddedToTheItemButNeverThroughALink) {
+TEST_F(FolderItems, GrantAllRightsDoesNotFollowLinks) {
   SetRights("file", 04640);
   for (const char* name : {"to file", "dangling", "none"}) {
     At(name)->GrantAllRights();
@@ -117,7 +117,7 @@ TEST_F(FolderItems, AllRightsAreAddedToTheItemButNeverThroughALink) {
   EXPECT_EQ(Rights("file"), 04777U);
 }
 
-TEST_F(FolderItems, AreWriteableAsFarAsTheUserMay) {
+TEST_F(FolderItems, AreWriteableIfTheUserHasPermission) {
   const PlainUser user(base);
   const std::vector<std::tuple<const char*, unsigned, bool>> rows = {
       {"file", 0400, false}, {"file", 0200, true}, {"full", 0500, false},

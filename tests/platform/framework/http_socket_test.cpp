@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/framework/application.h"
-#include "platform/framework/response_body.h"
+#include "platform/framework/net/response_body.h"
 #include "tests/support/loopback_server.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/scripted_desktop.h"
@@ -29,7 +29,7 @@ class HTTPSocketTest : public testing::Test {
   Application application_{desktop_, Machine()};
 };
 
-TEST_F(HTTPSocketTest, AsksOnceAndGivesTheBodyThatArrivesWhateverTheStatusAndTheEnd) {
+TEST_F(HTTPSocketTest, SendsOneRequestAndReturnsTheBodyForAnyStatus) {
   const std::string chunked =
       "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\nfirst\r\n7\r\n, then ";
   const std::vector<std::pair<std::string, std::string>> rows{
@@ -45,24 +45,24 @@ TEST_F(HTTPSocketTest, AsksOnceAndGivesTheBodyThatArrivesWhateverTheStatusAndThe
     const LoopbackServer server(answer);
     const std::string host = server.Address("").substr(std::string("http://").size());
     EXPECT_EQ(Get(server.Address("/a/b.zip?c=d")), body) << answer;
-    // No header that gives the user's system away.
+    // No header identifies the user's system.
     EXPECT_EQ(server.Requests(), std::vector{"GET /a/b.zip?c=d HTTP/1.1\r\nHost: " + host +
                                              "\r\nAccept: */*\r\n\r\n"});
   }
 }
 
-TEST_F(HTTPSocketTest, NobodyThereIsAnEmptyBody) {
+TEST_F(HTTPSocketTest, RefusedConnectionGivesAnEmptyBody) {
   for (const char* url : {"https", "file:///etc/hostname", "http://"}) {
     EXPECT_EQ(Get(url), "") << url;
   }
   EXPECT_EQ(Get("http://127.0.0.1:" + std::to_string(UnusedPort()) + "/"), "");
 }
 
-TEST_F(HTTPSocketTest, OnlySilenceBeyondTheLimitEndsItAndGivesWhatHasArrived) {
+TEST_F(HTTPSocketTest, OnlySilenceBeyondTheLimitEndsTheTransfer) {
   const LoopbackServer server("HTTP/1.1 200 OK\r\n", LoopbackServer::Then::KeepOpen);
   constexpr std::int64_t kAlmost = 1000 * kSilenceSeconds - 500;
-  // So many milliseconds pass, then these bytes come, once the server has given its answer. Those
-  // of a header are a sign of life too.
+  // Delay in milliseconds before each part of the response. Bytes of a header also count as
+  // activity.
   std::deque<std::pair<std::int64_t, const char*>> steps{
       {kAlmost, "Content-"}, {kAlmost, "Length: 9\r\n\r\n"},
       {kAlmost, "pa"},       {kAlmost, "rt"},
@@ -83,10 +83,10 @@ TEST_F(HTTPSocketTest, OnlySilenceBeyondTheLimitEndsItAndGivesWhatHasArrived) {
   EXPECT_LT(desktop_.milliseconds, 5 * kAlmost + 2000);
 }
 
-TEST(ResponseBody, IsKeptWholeOrDroppedWhenMemoryRunsShort) {
+TEST(ResponseBody, IsDroppedAsAWholeWhenMemoryRunsShort) {
   static std::int64_t budget = 0;
   constexpr std::int64_t kMegabyte = std::int64_t{1} << 20U;
-  // The first 64 kB need 16 MB beside them; the block behind the first megabyte is as large.
+  // The first 64 kB need 16 MB of free memory, and so does the block after the first megabyte.
   const std::vector<std::pair<std::int64_t, bool>> rows{
       {INT64_MAX, true}, {20 * kMegabyte, true}, {17 * kMegabyte, false}, {0, false}};
   for (const auto& [most, kept] : rows) {
@@ -96,7 +96,7 @@ TEST(ResponseBody, IsKeptWholeOrDroppedWhenMemoryRunsShort) {
     for (std::size_t at = 0; at < sent.size(); at += 997) {
       EXPECT_TRUE(body.Add(std::string_view(sent).substr(at, 997)) || !kept);
     }
-    // What has gone by can't be had back when memory is there again.
+    // Dropped bytes do not come back when memory is free again.
     budget = INT64_MAX;
     EXPECT_EQ(body.Add(std::string("end")), kept) << most;
     EXPECT_EQ(body.Join() == sent + "end", kept) << most;

@@ -24,7 +24,7 @@ class Launcher : public testing::Test {
     WriteFile(scratch / name, content);
     fs::permissions(scratch / name, fs::perms(0777));
   }
-  /// The words that open an item, which stands in them as "@".
+  /// The command that opens an item; "@" stands for the item's path.
   std::string Opening(const std::string& name, const std::string& helpers = "/h") const {
     const std::string path = scratch / name;
     std::string words;
@@ -37,8 +37,8 @@ class Launcher : public testing::Test {
   const ScratchFolder scratch;
 };
 
-TEST_F(Launcher, OpensEachKindOfFileAsADoubleClickWould) {
-  // All of them may be executed: a setup may have opened them to all users.
+TEST_F(Launcher, OpensEachKindOfFileLikeADoubleClick) {
+  // All are executable, as a setup may have granted all rights on them.
   const std::vector<std::tuple<const char*, std::string, const char*>> rows = {
       {"B.ZIP", "", " /h/expand_beside @"},    {"script.txt", "#!/bin/sh\n", " @"},
       {"binary", "\177ELF\0"s, " @"},          {"plain", "echo\n", " /bin/sh @"},
@@ -60,7 +60,7 @@ TEST_F(Launcher, OpensEachKindOfFileAsADoubleClickWould) {
   EXPECT_EQ(Opening("dangling"), "");
 }
 
-TEST_F(Launcher, OpensABundleByTheProgramThatItNamesOrHasAlone) {
+TEST_F(Launcher, StartsTheProgramThatABundleNamesOrItsOnlyOne) {
   const auto name = [this](const std::string& program) {
     WriteFile(scratch / "a.APP/Contents/Info.plist",
               "<dict><key>CFBundleExecutable</key>\n\t<string>" + program + "</string></dict>");
@@ -77,7 +77,7 @@ TEST_F(Launcher, OpensABundleByTheProgramThatItNamesOrHasAlone) {
   EXPECT_EQ(Opening("a.APP"), " xdg-open @");
 }
 
-TEST_F(Launcher, StartedProgramIsNoChildAndInheritsNothing) {
+TEST_F(Launcher, StartedProgramIsDetachedAndInheritsNothing) {
   const std::string name = "a 'b\"\n\xff$(c)";
   MakeProgram(name,
               "#!/bin/sh\n"
@@ -101,7 +101,7 @@ TEST_F(Launcher, StartedProgramIsNoChildAndInheritsNothing) {
   std::signal(SIGUSR2, ignored);
   sigprocmask(SIG_SETMASK, &before, nullptr);
   close(leak);
-  // Descriptor 10 is the script, 3 the folder that "fd/*" is read from.
+  // Descriptor 10 is the script, 3 the folder that the shell reads for "fd/*".
   EXPECT_EQ(ReadFile(scratch / "pipe"), "<" + name +
                                             ">\nfd/0 fd/1 fd/10 fd/2 fd/3\n"
                                             "/dev/null\n/dev/null\n/dev/null\n/\n2\napart\n");

@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <vector>
 
-#include "platform/framework/user_folders_linux.h"
 #include "tests/platform/framework/variable.h"
 #include "tests/support/scratch_folder.h"
 
@@ -15,9 +14,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(TemporaryFolders, BelongToTheUserAloneWhoeverWasHereFirst) {
+TEST(MachineFacts, TemporaryFolderIsPrivateToTheUser) {
   const std::string name = "zephin-" + std::to_string(geteuid());
-  // What stands at the usual name already, and whether that is taken all the same.
+  // The item at the usual name, and whether it is used nevertheless.
   const std::vector<std::pair<std::string, bool>> rows = {
       {"open folder", true}, {"link", false}, {"file", false}, {"another user's", geteuid() != 0}};
   for (const auto& [what, taken] : rows) {
@@ -37,43 +36,49 @@ TEST(TemporaryFolders, BelongToTheUserAloneWhoeverWasHereFirst) {
       EXPECT_TRUE(chown(place.c_str(), 65534, 65534) == 0 || geteuid() != 0);
     }
     const Variable base("TMPDIR", scratch / "link/");
-    const fs::path folder = TemporaryFolder();
+    const fs::path folder = DetectMachine().temporaryFolder;
     EXPECT_EQ(folder.parent_path(), scratch / "tmp") << what;
     EXPECT_EQ(folder.filename(), taken ? name : name + "-2") << what;
-    EXPECT_EQ(TemporaryFolder(), folder) << what;
+    EXPECT_EQ(DetectMachine().temporaryFolder, folder) << what;
     EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all) << what;
     EXPECT_EQ(fs::exists(folder / "kept"), taken) << what;
   }
 }
 
-TEST(DesktopFolders, AreNamedInTheListOfUserFolders) {
-  const std::vector<std::pair<const char*, const char*>> rows = {
-      {"# made\nXDG_DESKTOP_DIR=\"$HOME/Bureau\"\nXDG_MUSIC_DIR=\"$HOME/M\"\n", "/h/Bureau"},
+TEST(MachineFacts, DesktopFolderIsReadFromTheListOfUserFolders) {
+  const ScratchFolder scratch;
+  const std::string homePath = scratch.Path().string();
+  // The contents of the list, and the desktop folder, where "~" is the home folder.
+  const std::vector<std::pair<const char*, std::string>> rows = {
+      {"# made\nXDG_DESKTOP_DIR=\"$HOME/Bureau\"\nXDG_MUSIC_DIR=\"$HOME/M\"\n", "~/Bureau"},
       {"  XDG_DESKTOP_DIR=\"/else/where/\"", "/else/where"},
-      {"XDG_DESKTOP_DIR=\"$HOME/a \\\"b\\\" \\$c\"\r\n", "/h/a \"b\" $c"},
-      {"XDG_DESKTOP_DIR=\"$HOME/\"", "/h"},
+      {"XDG_DESKTOP_DIR=\"$HOME/a \\\"b\\\" \\$c\"\r\n", "~/a \"b\" $c"},
+      {"XDG_DESKTOP_DIR=\"$HOME/\"", "~"},
       {"XDG_DESKTOP_DIR=\"/a\"\nXDG_DESKTOP_DIR=\"/b\"", "/b"},
-      {"XDG_DESKTOP_DIR=\"Desktop\"", ""},
-      {"XDG_DESKTOP_DIR=\"", ""},
-      {"#XDG_DESKTOP_DIR=\"/a\"", ""},
+      {"XDG_DESKTOP_DIR=\"Desktop\"", "~/Desktop"},
+      {"XDG_DESKTOP_DIR=\"", "~/Desktop"},
+      {"#XDG_DESKTOP_DIR=\"/a\"", "~/Desktop"},
   };
+  const Variable home("HOME", homePath + "/");
+  const Variable temporary("TMPDIR", homePath);
+  const Variable settings("XDG_CONFIG_HOME", scratch / "set");
   for (const auto& [list, expected] : rows) {
-    EXPECT_EQ(DesktopFolderInList(list, "/h"), expected) << list;
+    WriteFile(scratch / "set/user-dirs.dirs", list);
+    EXPECT_EQ(DetectMachine().desktopFolder,
+              expected.front() == '~' ? homePath + expected.substr(1) : expected)
+        << list;
   }
 }
 
-TEST(MachineFacts, FollowTheUsersSettings) {
+TEST(MachineFacts, VariablesWithRelativePathsAreIgnored) {
   const ScratchFolder scratch;
-  WriteFile(scratch / "set/user-dirs.dirs", "XDG_DESKTOP_DIR=\"$HOME/Bureau\"\n");
-  const Variable home("HOME", scratch / "");
   const Variable temporary("TMPDIR", scratch.Path());
-  {
-    const Variable settings("XDG_CONFIG_HOME", scratch / "set");
-    EXPECT_EQ(DetectMachine().userHome, scratch.Path());
-    EXPECT_EQ(DetectMachine().desktopFolder, scratch / "Bureau");
-  }
   const Variable settings("XDG_CONFIG_HOME", "relative");
-  EXPECT_EQ(DetectMachine().desktopFolder, scratch / "Desktop");
+  {
+    const Variable home("HOME", scratch / "");
+    EXPECT_EQ(DetectMachine().userHome, scratch.Path());
+    EXPECT_EQ(DetectMachine().desktopFolder, scratch / "Desktop");
+  }
   const Variable noHome("HOME", "relative");
   EXPECT_NE(DetectMachine().userHome, "relative");
 }

@@ -11,7 +11,7 @@
 
 namespace zephin::test {
 
-/// A test on real files in a folder of its own, under an application without a user.
+/// A test with real files in a scratch folder, and an application without a user.
 class OnDisk : public testing::Test {
  protected:
   Ref<FolderItem> At(const std::string& name) const { return GetFolderItem(Utf8(base / name), 1); }

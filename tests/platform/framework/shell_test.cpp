@@ -1,6 +1,5 @@
 #include "platform/framework/shell.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -22,37 +21,37 @@ int StatusOf(const String& command) {
   return shell.ErrorCode();
 }
 
-TEST_F(Shells, GiveTheStatusOfTheCommand) {
+TEST_F(Shells, ReturnTheStatusOfTheCommand) {
   const std::vector<std::pair<const char*, int>> rows = {
       {"false; true", 0},
       {"kill -9 $$", 137},
       {"none-of-these", 127},
       {"test ! -t 0 && ! read x", 0},
-      // Without a folder of helpers.
+      // No folder of helpers.
       {"ditto -xk a b", 127},
   };
   for (const auto& [command, status] : rows) {
     EXPECT_EQ(StatusOf(command), status) << command;
   }
   EXPECT_NE(StatusOf("echo 'no end"), 0);
-  // Half a command is never run.
+  // A command is never run in part.
   EXPECT_EQ(StatusOf(Utf8(std::string("true\0x", 6))), 127);
 }
 
-TEST_F(Shells, StatusIsKnownWhereTheEndOfChildrenIsIgnored) {
+TEST_F(Shells, StatusIsKnownEvenIfSigchldIsIgnored) {
   const auto before = std::signal(SIGCHLD, SIG_IGN);
   EXPECT_EQ(StatusOf("exit 3"), 3);
   EXPECT_EQ(std::signal(SIGCHLD, before), SIG_IGN) << "left as it was";
 }
 
-TEST_F(Shells, WaitForTheCommandAndNotForWhatItLeavesBehind) {
+TEST_F(Shells, WaitForTheCommandButNotForItsBackgroundJobs) {
   mkfifo((base / "pipe").c_str(), 0600);
-  // What is left behind keeps all standard descriptors until the pipe is written.
+  // The background job keeps the standard descriptors open until the pipe is written.
   EXPECT_EQ(StatusOf("read x <" + At("pipe")->ShellPath() + " & exit 4"), 4);
   WriteFile(base / "pipe", "go on\n");
 }
 
-TEST_F(Shells, HandDownNoDescriptorAndNoBlockedSignal) {
+TEST_F(Shells, PassOnNoDescriptorsAndNoBlockedSignals) {
   const int leak = dup(STDERR_FILENO);
   sigset_t all;
   sigset_t before;
@@ -65,7 +64,7 @@ TEST_F(Shells, HandDownNoDescriptorAndNoBlockedSignal) {
   EXPECT_EQ(status, 0);
 }
 
-TEST(ShellHelpers, DittoIsThatOfTheHelpersFolderWhateverItsName) {
+TEST(ShellHelpers, DittoIsFoundInTheHelpersFolderWithAnyName) {
   const ScratchFolder scratch;
   const fs::path helpers = scratch / "a:b 'c\n$(d)";
   WriteFile(helpers / "ditto", "#!/bin/sh\nprintf '<%s>' \"$@\" >\"$2\"\nexit 5\n");

@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 using Streams = OnDisk;
 
-TEST_F(Streams, ReadWhatIsThereAndNoMore) {
+TEST_F(Streams, ReadUpToTheEndOfTheFile) {
   const std::string content = std::string(200'000, 'x') + std::string("\0\xff", 2);
   WriteFile(base / "file", content);
   const Ref<BinaryStream> stream = BinaryStream::Open(At("file"), false);
@@ -23,7 +23,7 @@ TEST_F(Streams, ReadWhatIsThereAndNoMore) {
   EXPECT_EQ(rest.Bytes(), std::string("x\0\xff", 3));
   EXPECT_EQ(rest.DeclaredEncoding(), Encoding::None);
   EXPECT_FALSE(stream->Failed());
-  // The system says that this one has no length.
+  // The system reports a length of 0 for this file.
   EXPECT_EQ(At("/proc/version")->OpenAsBinaryFile(false)->Read(INT64_MAX).Bytes(),
             ReadFile("/proc/version"));
 }
@@ -59,7 +59,7 @@ TEST_F(Streams, NewFileReplacesLinksAndNeverWritesThroughThem) {
   EXPECT_EQ(Tree(base), expected);
 }
 
-TEST_F(Streams, FileThatCantBeRemovedIsEmptiedUnlessALinkLeadsToIt) {
+TEST_F(Streams, FileThatCannotBeDeletedIsEmptiedUnlessItHasOtherNames) {
   WriteFile(base / "folder/file", "old");
   WriteFile(base / "users", "precious");
   fs::create_symlink("../users", base / "folder/link");
@@ -74,7 +74,7 @@ TEST_F(Streams, FileThatCantBeRemovedIsEmptiedUnlessALinkLeadsToIt) {
   EXPECT_EQ(ReadFile(base / "users"), "precious");
 }
 
-TEST_F(Streams, AreNilForAllThatIsNoFile) {
+TEST_F(Streams, AreNilForAnythingButPlainFiles) {
   fs::create_directory(base / "folder");
   fs::create_symlink("folder", base / "link");
   mkfifo((base / "pipe").c_str(), 0600);
@@ -90,7 +90,7 @@ TEST_F(Streams, AreNilForAllThatIsNoFile) {
   EXPECT_FALSE(At("none")->Exists()) << "only to be opened";
 }
 
-TEST_F(Streams, TellThatTheDiskIsFull) {
+TEST_F(Streams, ReportAFullDisk) {
   const FullDisk full(100'000);
   const Ref<BinaryStream> stream = At("file")->CreateBinaryFile("");
   stream->Write(Utf8(std::string(100'000, 'x')));
@@ -100,7 +100,7 @@ TEST_F(Streams, TellThatTheDiskIsFull) {
   EXPECT_EQ(At("file")->Length(), 100'000);
 }
 
-TEST_F(Streams, TextIsAppendedInLinesAndReadWithEveryByte) {
+TEST_F(Streams, TextIsAppendedInLinesAndReadUnchanged) {
   for (const char* line : {"one", "", "two\xff"}) {
     TextOutputStream::Append(At("log"))->WriteLine(line);
   }

@@ -14,7 +14,7 @@ namespace {
 using namespace std::string_literals;
 using enum Encoding;
 
-TEST(String, JoinedTextsAreLabelledByWhatNeedsALabel) {
+TEST(String, JoinedTextHasTheEncodingOfItsNonAsciiPart) {
   const std::vector<std::tuple<String, String, String>> rows = {
       {{"a", MacRoman}, {"b", UTF8}, {"ab", MacRoman}},
       {{"\x8E", MacRoman}, {"b", UTF8}, {"\x8E"s + "b", MacRoman}},
@@ -35,19 +35,19 @@ TEST(String, JoinedTextsAreLabelledByWhatNeedsALabel) {
   }
 }
 
-// What it does to any bytes is shown by a fuzzer, which takes the letters of Mac Roman as given.
-TEST(ConvertEncoding, TextsAreTranscodedOrComeBackUnchanged) {
+// A fuzzer tests arbitrary bytes, but does not check the table of Mac Roman.
+TEST(ConvertEncoding, ConvertsOrReturnsTheTextUnchanged) {
   const std::vector<std::tuple<String, Encoding, String>> rows = {
       {{"\xD2\x8E\xD3", MacRoman}, UTF8, "\u201C\u00E9\u201D"},
       {"\u20AC\u2206\uF8FF", MacRoman, {"\xDB\xC6\xF0", MacRoman}},
-      // A capital delta isn't the increment.
+      // A capital delta is not the increment sign.
       {"\u0394", MacRoman, "\u0394"},
       {"\u00E9\u6F22", MacRoman, "\u00E9\u6F22"},
       {{"\xC3\xA9\xC3", UTF8}, MacRoman, {"\xC3\xA9\xC3", UTF8}},
       {"abc", UTF16, {"a\0b\0c\0"s, UTF16}},
       {{"\0\0\x3D\xD8\x00\xDE"s, UTF16}, UTF8, {"\0\U0001F600"s, UTF8}},
       {{"\x3D\xD8"s, UTF16}, UTF8, {"\x3D\xD8"s, UTF16}},
-      // The mark of the byte order is a character.
+      // A byte order mark is kept as a character.
       {{"\xFF\xFE\x41\0"s, UTF16}, UTF8, "\uFEFFA"},
       {{"\xFF\x8E", None}, UTF8, {"\xFF\x8E", UTF8}},
   };

@@ -8,8 +8,8 @@
 #include <tuple>
 #include <vector>
 
-// The fuzzers of the string library search, cut and convert any texts. Here is what they leave out:
-// numbers far outside a text, letter cases, and one row for each rule that is easily broken.
+// The fuzzers search, split and convert arbitrary texts. These tests cover the rest: numbers far
+// outside of a text, letter cases, and one row for each rule that is easily broken.
 
 namespace zephin {
 namespace {
@@ -21,7 +21,7 @@ constexpr double kLargest = std::numeric_limits<double>::max();
 constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
 
-TEST(Mid, EveryStartAndCountIsClippedToTheText) {
+TEST(Mid, ClipsStartAndCountToTheText) {
   const String text("a\u00E9\u6F22z");
   const std::vector<std::tuple<std::int64_t, std::int64_t, const char*>> rows = {
       {2, 2, "\u00E9\u6F22"}, {4, 9, "z"},   {5, 1, ""},       {0, 1, "a"},
@@ -35,7 +35,7 @@ TEST(Mid, EveryStartAndCountIsClippedToTheText) {
   EXPECT_EQ(Right(text, 2), "\u6F22z");
 }
 
-TEST(InStr, PositionsAreThoseOfTheOriginalText) {
+TEST(InStr, ReturnsPositionsInTheOriginalText) {
   const std::vector<std::tuple<std::int64_t, String, String, std::int64_t>> rows = {
       // start, haystack, needle, position
       {kMax, "abab", "ab", 0},
@@ -51,7 +51,7 @@ TEST(InStr, PositionsAreThoseOfTheOriginalText) {
   }
 }
 
-TEST(InStr, FindsAMatchWhereverABlockOfTheTextEnds) {
+TEST(InStr, FindsMatchesAcrossBlockBoundaries) {
   for (std::int64_t i = 0; i < 1100; ++i) {
     const String filler(std::string(static_cast<std::size_t>(i), 'x'), UTF8);
     EXPECT_EQ(InStr(filler + "Needle", "needle"), i + 1);
@@ -60,9 +60,9 @@ TEST(InStr, FindsAMatchWhereverABlockOfTheTextEnds) {
   }
 }
 
-TEST(Fields, AreCutAtEachSeparatorFromTheLeft) {
+TEST(Fields, AreSplitAtEachSeparatorFromTheLeft) {
   const std::vector<std::tuple<String, String, const char*>> rows = {
-      // Each field with a slash behind it.
+      // The fields, each followed by a slash.
       {"", ",", "/"},
       {"a,b,", ",", "a/b//"},
       {"a,b", "", "a,b/"},
@@ -84,12 +84,12 @@ TEST(Fields, AreCutAtEachSeparatorFromTheLeft) {
     for (const String& field : Split(text, separator)) {
       split += field.Bytes() + "/";
     }
-    // Cut in one go, the empty text has no field.
+    // Split returns no field for an empty text.
     EXPECT_EQ(split, text.IsEmpty() ? "" : expected);
   }
 }
 
-TEST(Asc, IsTheByteWhereACharacterIsOne) {
+TEST(Asc, ReturnsTheByteOfASingleByteCharacter) {
   EXPECT_EQ(Asc(""), 0);
   EXPECT_EQ(Asc("\u6F22x"), 0x6F22);
   EXPECT_EQ(Asc({"\xFF", UTF8}), 0xFF);
@@ -97,7 +97,7 @@ TEST(Asc, IsTheByteWhereACharacterIsOne) {
   EXPECT_EQ(Asc({"\x8E", None}), 0x8E);
 }
 
-TEST(LetterCase, MapsWhatTheEncodingHolds) {
+TEST(LetterCase, ChangesOnlyToLettersOfTheEncoding) {
   EXPECT_EQ(Uppercase({"a\u00E9\xFF", UTF8}), (String("A\u00C9\xFF", UTF8)));
   EXPECT_EQ(Lowercase("A\u00C9\u212A"), "a\u00E9k");
   EXPECT_EQ(Uppercase({"a\x8E\xB5\xD8", MacRoman}).Bytes(), "A\x83\xB5\xD9");
@@ -116,7 +116,7 @@ TEST(StrComp, Mode0ComparesBytesAndMode1Characters) {
   EXPECT_FALSE(TextEquals({"\xC3\xA9", None}, {"\xC3\x89", None}));
 }
 
-TEST(Val, ReadsThePlainDecimalNumberThatTheTextBeginsWith) {
+TEST(Val, ReadsTheDecimalNumberAtTheStart) {
   const std::vector<std::pair<String, double>> rows = {
       {" \t\r\n-12.75x", -12.75},
       {"+.5", 0.5},
@@ -134,7 +134,7 @@ TEST(Val, ReadsThePlainDecimalNumberThatTheTextBeginsWith) {
   }
 }
 
-TEST(Val, WhatTheResultCannotHoldBecomesItsLargestNumberOrZero) {
+TEST(Val, ClipsNumbersThatAreTooLarge) {
   const std::string zeros(400, '0');
   const std::vector<std::tuple<std::string, double, std::int64_t>> rows = {
       {"9223372036854775807", 9223372036854775808.0, kMax},

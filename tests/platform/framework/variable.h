@@ -6,7 +6,7 @@
 
 namespace zephin::test {
 
-/// Sets an environment variable for the time of a test.
+/// Sets an environment variable during a test.
 class Variable {
  public:
   Variable(const char* name, const std::string& value) : name_(name) {

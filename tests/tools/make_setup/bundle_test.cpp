@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "setup/scrambling.h"
+#include "setup/bundle_files.h"
 #include "tests/support/limits.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/tools/make_setup/trees.h"
