@@ -9,10 +9,6 @@ namespace {
 
 constexpr std::uint32_t kAllBits = 0xFFFFFFFF;
 
-std::uint32_t Crc(const std::string& data) {
-  return libdeflate_crc32(0, data.data(), data.size());
-}
-
 std::string Deflate(const std::string& data) {
   const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> compressor(
       libdeflate_alloc_compressor(1), &libdeflate_free_compressor);
@@ -73,6 +69,10 @@ std::string EndRecords(const ZipLayout& layout, std::uint64_t count, std::uint64
 }
 
 }  // namespace
+
+std::uint32_t Crc(const std::string& data) {
+  return libdeflate_crc32(0, data.data(), data.size());
+}
 
 std::string Bytes(std::initializer_list<std::pair<std::uint64_t, int>> numbers) {
   std::string bytes;

@@ -68,6 +68,8 @@ std::string ExtraField(std::uint16_t tag, const std::string& body);
 // The field that replaces a name, made for `storedName`.
 std::string UnicodeNameField(const std::string& storedName, const std::string& name);
 
+std::uint32_t Crc(const std::string& data);
+
 // Numbers, each in so many bytes, low byte first.
 std::string Bytes(std::initializer_list<std::pair<std::uint64_t, int>> numbers);
 

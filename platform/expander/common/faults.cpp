@@ -1,0 +1,57 @@
+#include "platform/expander/common/faults.h"
+
+#include <array>
+#include <system_error>
+
+namespace zephin::expander {
+
+std::string Cause::Text() const {
+  std::string text = text_ == nullptr ? "" : text_;
+  if (code_ != 0) {
+    text += text.empty() ? "" : ": ";
+    text += std::generic_category().message(code_);
+  }
+  return text;
+}
+
+void Faults::Add(std::uint32_t order, std::string_view name, std::string_view why) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  if (count_ == 0 || order < firstOrder_) {
+    firstOrder_ = order;
+    first_ = OneLine(name) + ": " + std::string(why);
+  }
+  ++count_;
+}
+
+void Faults::Add(std::uint32_t order, std::string_view name, const Cause& cause) {
+  Add(order, name, cause.Text());
+}
+
+std::uint64_t Faults::Count() const {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  return count_;
+}
+
+std::string Faults::First() const {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  return first_;
+}
+
+std::string OneLine(std::string_view name) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  constexpr std::size_t kLongest = 1024;
+  std::string line;
+  for (const char character : name.substr(0, kLongest)) {
+    const auto code = static_cast<unsigned char>(character);
+    if (code < 0x20 || code == 0x7F) {
+      line += "\\x";
+      line += kDigits[code >> 4U];
+      line += kDigits[code & 0xFU];
+    } else {
+      line += character;
+    }
+  }
+  return name.size() > kLongest ? line + "..." : line;
+}
+
+}  // namespace zephin::expander
