@@ -77,6 +77,19 @@ class Report {
   std::string detail_;
 };
 
+/// Forgets the report's name before the texts that it points into are destroyed. Is to be declared
+/// after their owner.
+class NameLease {
+ public:
+  explicit NameLease(Report& report) : report_(report) {}
+  NameLease(const NameLease&) = delete;
+  NameLease& operator=(const NameLease&) = delete;
+  ~NameLease() { report_.ForgetName(); }
+
+ private:
+  Report& report_;
+};
+
 }  // namespace zephin::expander
 
 #endif  // PLATFORM_EXPANDER_REPORT_REPORT_H_

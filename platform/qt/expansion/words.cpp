@@ -9,6 +9,9 @@ namespace {
 
 enum Language : std::size_t { kEnglish, kGerman, kFrench, kSpanish, kJapanese, kArabic };
 
+/// From one unit of sizes to the next.
+constexpr std::uint64_t kStep = 1000;
+
 /// Arabic has forms for zero, one, two, a few, many, and all other numbers.
 std::size_t ArabicForm(std::uint64_t number) {
   const std::uint64_t rest = number % 100;
@@ -29,7 +32,10 @@ qint64 AsSize(std::uint64_t bytes) {
 /// A name or number in a text of the other direction must not change the order of what is beside
 /// it.
 QString Isolated(const QString& text) {
-  return text.isEmpty() ? text : QChar(0x2068) + text + QChar(0x2069);
+  constexpr QChar kFirstStrong(0x2068);
+  constexpr QChar kEnd(0x2069);
+  // A list of names has isolated names, and the direction of the text.
+  return text.isEmpty() || text.contains(kEnd) ? text : kFirstStrong + text + kEnd;
 }
 
 }  // namespace
@@ -91,16 +97,24 @@ QString Words::Count(Word word, std::uint64_t number, const QString& second) con
 }
 
 QString Words::Size(std::uint64_t bytes) const {
-  return locale_.formattedDataSize(AsSize(bytes), 1, QLocale::DataSizeSIFormat);
+  // Three digits are enough: "1.3 GB", "131 MB".
+  std::uint64_t figure = bytes;
+  while (figure >= kStep) {
+    figure /= kStep;
+  }
+  const int digits = figure >= 100 ? 0 : 1;
+  QString size = locale_.formattedDataSize(AsSize(bytes), digits, QLocale::DataSizeSIFormat);
+  constexpr QChar kNoBreakSpace(0xA0);
+  return size.replace(u' ', kNoBreakSpace);
 }
 
 QString Words::SizeAtLeast(std::uint64_t bytes) const {
   // One more in the last digit that is shown.
   std::uint64_t step = 1;
-  while (bytes / step >= 1000) {
-    step *= 1000;
+  while (bytes / step >= kStep) {
+    step *= kStep;
   }
-  step = std::max<std::uint64_t>(step / 10, 1);
+  step = bytes / step >= 100 ? step : std::max<std::uint64_t>(step / 10, 1);
   return Size(bytes % step == 0 ? bytes : bytes - bytes % step + step);
 }
 
