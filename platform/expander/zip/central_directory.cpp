@@ -262,11 +262,12 @@ void CentralDirectory::Read(const ArchiveFile& file, const std::string& archiveN
                             Faults& faults) {
   DirectoryEnd end;
   if (const std::string why = FindDirectoryEnd(file, end); !why.empty()) {
-    faults.Add(Faults::kWholeArchive, archiveName, why);
+    faults.Add(Faults::kWholeArchive, archiveName, why, Reason::NoArchive);
     return;
   }
   if (end.size > kLargestTable) {
-    faults.Add(Faults::kWholeArchive, archiveName, "has a table of contents too large to be real");
+    faults.Add(Faults::kWholeArchive, archiveName, "has a table of contents too large to be real",
+               Reason::NoArchive);
     return;
   }
   bytes_.resize(end.size);
@@ -289,7 +290,8 @@ void CentralDirectory::Read(const ArchiveFile& file, const std::string& archiveN
   if ((entries.size() & mask) != (end.count & mask)) {
     faults.Add(Faults::kWholeArchive, archiveName,
                "its table of contents breaks off after " + std::to_string(entries.size()) + " of " +
-                   std::to_string(end.count) + " entries");
+                   std::to_string(end.count) + " entries",
+               Reason::NoArchive);
   }
   RefuseOverlaps(entries, end.offset);
 }
