@@ -1,6 +1,6 @@
-# What scripts/demo and scripts/test share. Sourced by bash, in the folder of the project.
+# Shared by the scripts in this folder. Sourced by bash in the root of the project.
 
-# Runs a command with the rights of the system's administrator.
+# Runs a command as root.
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then
     "$@"
@@ -12,7 +12,7 @@ as_root() {
   fi
 }
 
-# install_missing SET...: installs the packages of these sets that are not there.
+# install_missing SET...: installs the missing packages of these sets.
 install_missing() {
   local set package missing=()
   for package in $(for set in "$@"; do awk -v set="$set" '$1 == set { print $2 }' scripts/packages; done); do
@@ -29,12 +29,12 @@ install_missing() {
     install --no-install-recommends "${missing[@]}"
 }
 
-# The installer takes whoever may write to /Applications for an administrator. Linux has no such
-# folder: it is made once, and belongs to the user who runs this.
+# The installer treats every user who can write to /Applications as an administrator. Linux has no
+# such folder, so it is created once for the user who runs this.
 make_applications() {
   if [ ! -d /Applications ]; then
     as_root install -d -m 755 -o "$(id -u)" -g "$(id -g)" /Applications
-    echo "Made /Applications, which belongs to $(id -un)."
+    echo "Created /Applications for $(id -un)."
   fi
   if [ ! -w /Applications ]; then
     echo "You can't write to /Applications, so the installer would refuse to run." >&2
@@ -43,7 +43,7 @@ make_applications() {
   fi
 }
 
-# build PRESET: configures and builds. The words of a configuration that went well are left out.
+# build PRESET: configures and builds. Prints the output of the configuration only if it fails.
 build() {
   local said
   if ! said=$(cmake --preset "$1" 2>&1); then
@@ -53,5 +53,5 @@ build() {
   cmake --build --preset "$1"
 }
 
-# Starts a Python program that uses the driver of desktops in tests/desk.
+# Runs a Python program with the desktop driver in tests/desk.
 with_driver=(env "PYTHONPATH=$PWD/tests/desk" /usr/bin/python3 -B)

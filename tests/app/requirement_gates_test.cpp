@@ -24,7 +24,7 @@ bool Meets(Number memory, Number major, Number minor, const std::string& system,
   return run.BareWindow().CheckMinOSorRAM();
 }
 
-TEST(RequirementGates, EachKeywordRefusesWhatIsStrictlyBelow) {
+TEST(RequirementGates, EachKeywordRefusesSmallerValues) {
   for (std::int64_t least = 7; least <= 13; ++least) {
     const std::string name = "10." + std::to_string(least);
     const std::string word = (least == 8 ? "macos" : "MacOS") + name;
@@ -62,7 +62,7 @@ TEST(RequirementGates, ProbeLeavesTheUsersFileBehindALinkOfItsName) {
   }
 }
 
-TEST(RequirementGates, AdministratorIsWhoCanWriteToApplications) {
+TEST(RequirementGates, UserWhoCanWriteToApplicationsIsAnAdministrator) {
   StubRun run;
   ZephinStubWindow& window = run.BareWindow();
   WriteFile(run.Applications() / "X.txt", "left over");
