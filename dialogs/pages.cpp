@@ -9,6 +9,7 @@ namespace {
 
 constexpr Locks kAllEdges{true, true, true, true};
 constexpr Locks kBottomRight{false, false, true, true};
+/// The desktop chooses a place.
 constexpr int kDefaultPlace = 1;
 
 void SetUpButton(const Ref<PushButton>& button, const char* caption, int tabIndex) {
@@ -46,6 +47,7 @@ void LicenseAgreementWindow::Layout() {
   SetWidth(690);
   SetHeight(410);
   SetResizeable(true);
+  // The design size: below it the buttons would cover the text.
   SetMinimumSize(690, 410);
 }
 
@@ -78,12 +80,14 @@ bool Run(const Ref<Dialog>& dialog, const Ref<PushButton>& accept, const Page& p
   accept->SetCaption(acceptCaption);
   setContent();
   dialog->ShowModal();
+  // A window that was closed in any other way has no answer, which counts as a refusal.
   return TextEquals(dialog->fBtnName, Utf8(accept->Name()));
 }
 
 }  // namespace
 
 bool ShowPage(const Page& page) {
+  // The publisher marks HTML in the text itself; there is no field for it in the record.
   if (ViewConst::Pos("<HTML>", page.text) > 0) {
     const Ref<THtmlMessageDlg> dialog = MakeWindow<THtmlMessageDlg>();
     return Run(dialog, dialog->ContinueBtn(), page, page.acceptCaptionInHtml,

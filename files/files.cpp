@@ -28,6 +28,7 @@ bool CopyItem(const String& source, const String& destination, Strictness strict
   from->CopyFileTo(to);
   bool ok = from->LastErrorCode() == 0;
   if (!ok && strictness == Strictness::Tolerant) {
+    // Some disks report an error for attributes that they cannot hold, after a complete copy.
     ok = to->Exists() && to->Length() == from->Length();
   }
   // Also for a plain file, which holds nothing to copy: for a folder or a bundle this is the step
@@ -44,13 +45,23 @@ bool FileExists(const String& path) {
 
 bool DirectoryExists(const String& path) {
   String folder = path;
+  // Publishers write folders both ways.
   DropTrailingPathSeparator(folder);
   const Ref<FolderItem> item = MyGetFolderItem(folder);
   return !item.IsNil() && item->Directory() && item->Exists();
 }
 
 Ref<FolderItem> GetApplicationFolder() {
-  return SpecialFolder::System()->Parent()->Child("Applications", true);
+  return SpecialFolder::Applications();
+}
+
+String GetApplicationFolderPath() {
+  String path = MyAbsolutePath(GetApplicationFolder());
+  // A folder that could not be made has none, and names would be joined to its own.
+  if (Right(path, 1) != GetPathSeparator()) {
+    path += GetPathSeparator();
+  }
+  return path;
 }
 
 void DeleteFile(const String& path) {
@@ -61,6 +72,7 @@ void DeleteFile(const String& path) {
 }
 
 bool RenameFile(const String& oldPath, const String& newPath) {
+  // On a disk that ignores letter case both are one file, and the deletion below would lose it.
   if (TextEquals(Lowercase(oldPath), Lowercase(newPath))) {
     return false;
   }
@@ -107,6 +119,7 @@ void AllUsersFullAccessInTree(const Ref<FolderItem>& item) {
 }
 
 void SetInvisible(const String& path) {
+  // Mode 1 takes absolute paths only, so a publisher's relative name hides nothing by accident.
   const Ref<FolderItem> item = GetFolderItem(path, 1);
   if (!item.IsNil() && item->Exists()) {
     item->SetVisible(false);

@@ -29,20 +29,6 @@ install_missing() {
     install --no-install-recommends "${missing[@]}"
 }
 
-# The installer treats every user who can write to /Applications as an administrator. Linux has no
-# such folder, so it is created once for the user who runs this.
-make_applications() {
-  if [ ! -d /Applications ]; then
-    as_root install -d -m 755 -o "$(id -u)" -g "$(id -g)" /Applications
-    echo "Created /Applications for $(id -un)."
-  fi
-  if [ ! -w /Applications ]; then
-    echo "You can't write to /Applications, so the installer would refuse to run." >&2
-    echo "Make it yours: sudo chown $(id -un) /Applications" >&2
-    return 1
-  fi
-}
-
 # build PRESET: configures and builds. Prints the output of the configuration only if it fails.
 build() {
   local said

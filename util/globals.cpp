@@ -23,6 +23,7 @@ String gDebugStr;
 void DebugConsole(const String& text) {
   if (gDebugConsole) {
     const Ref<FolderItem> log = SpecialFolder::Desktop()->Child("marrowrt.log", true);
+    // Closed after each line, so that the log is complete if the program crashes next.
     const Ref<TextOutputStream> stream = TextOutputStream::Append(log);
     stream->WriteLine(text);
     stream->Close();

@@ -36,6 +36,7 @@ bool StrSame(const String& a, const String& b) {
 }
 
 bool NonCaseMatch(const String& a, const String& b) {
+  // Capitals first: some letters have one capital but two small forms, such as the Greek sigma.
   return StrComp(Uppercase(a), Uppercase(b), 1) == 0;
 }
 
@@ -47,6 +48,7 @@ constexpr std::size_t kBlock = 1 << 20;
 std::array<bool, 256> BytesEqualTo(const String& ch1, Encoding encoding) {
   std::array<bool, 256> equal{};
   const String character = ConvertEncoding(ch1, Encoding::MacRoman);
+  // A text that stayed in another encoding shares only ASCII with the character to be found.
   const int characters = encoding == Encoding::MacRoman ? 256 : 128;
   for (int code = 0; code < characters && character.Size() == 1; ++code) {
     const String one(std::string(1, static_cast<char>(code)), Encoding::MacRoman);
@@ -66,6 +68,7 @@ String ReplaceCh1WithCh2(const String& text, const String& ch1, const String& ch
   std::string bytes = roman.Bytes();
   if (!ch1.IsEmpty() && !ch2.IsEmpty()) {
     const std::array<bool, 256> equal = BytesEqualTo(ch1, encoding);
+    // One byte for one byte, so that positions in the text stay as they are.
     const char replacement = ch2.Bytes().front();
     for (std::size_t i = 0; i < bytes.size(); ++i) {
       bytes[i] = equal[static_cast<unsigned char>(bytes[i])] ? replacement : bytes[i];

@@ -1,5 +1,5 @@
-// ditto -xk ARCHIVE FOLDER: expands a zip archive into a folder. Exit status 0 only if every byte
-// of every entry is on disk.
+// ditto -xk ARCHIVE FOLDER: expands a zip archive into a folder. The exit status is 0 only if every
+// byte of every entry is on disk.
 
 #include <span>
 #include <string_view>

@@ -1,6 +1,6 @@
-// expand_beside ARCHIVE: the handler of zip archives that an installer or a desktop starts and
-// forgets. Expands the archive beside it, goes on when the archive is deleted or its caller ends,
-// and says nothing but one line on standard error when something is missing at the end.
+// expand_beside ARCHIVE: the handler of zip archives. It expands the archive beside itself, and
+// continues if the archive is deleted or its parent process ends. Its only output is one line on
+// standard error if something is missing at the end.
 
 #include <csignal>
 #include <span>

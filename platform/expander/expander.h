@@ -1,6 +1,7 @@
-// The zip expander: puts the contents of an archive on disk, straight into a folder or beside the
-// archive. Nothing in an archive can reach outside its folder, and nothing passes for expanded that
-// isn't. It makes no archives and lists none.
+// The zip expander: writes the contents of an archive into a folder or beside the archive. An
+// archive can't write outside of the target folder, and every entry that is not on disk whole is
+// reported. It doesn't make or list archives. ExpandInto is defined in work/expand_into.cpp,
+// ExpandBeside in work/expand_beside.cpp.
 #ifndef PLATFORM_EXPANDER_EXPANDER_H_
 #define PLATFORM_EXPANDER_EXPANDER_H_
 
@@ -9,42 +10,44 @@
 
 namespace zephin::expander {
 
-/// What came of an expansion.
+/// The result of an expansion.
 struct Result {
-  /// Entries of the archive that stand on disk whole: files, links and folders that it names.
+  /// Number of entries that are on disk whole: files, links, and folders with an entry of their
+  /// own.
   std::uint64_t expanded = 0;
-  /// Entries that were refused or lost, and faults of the archive as a whole.
+  /// Number of entries that were refused or failed, and of faults of the archive as a whole.
   std::uint64_t faults = 0;
-  /// The first of them in the archive's order, "NAME: why" on one line without a line feed,
-  /// whatever bytes the name holds; empty when there is none.
+  /// The first of them in the archive's order: "NAME: why", one line without a line feed whatever
+  /// bytes the name has. Empty if there is none.
   std::string firstFault;
-  /// What the contents stand under, for an expansion beside the archive: a name, no path. Empty
-  /// when nothing was made, and for an expansion into a folder.
+  /// For an expansion beside the archive the name (not the path) of the item that it made. Empty if
+  /// nothing was made, and for an expansion into a folder.
   std::string placedAs;
 
-  /// True if every byte of every entry is on disk (companion files of a Mac's archive aside, which
-  /// are dropped).
+  /// True if every byte of every entry is on disk, except for companion files of a Mac's archive,
+  /// which are ignored.
   bool Complete() const { return faults == 0; }
-  /// The line for standard error, without a line feed: the first fault and how many more there are.
-  /// Empty when there is none.
-  std::string Line() const;
+  /// The message for standard error, without a line feed: the first fault and the number of others.
+  /// Empty if there is none.
+  std::string Line() const {
+    return faults > 1 ? firstFault + " (and " + std::to_string(faults - 1) + " more)" : firstFault;
+  }
 };
 
-/// Both functions read and change the process's file creation mask for a moment at their start, use
-/// two threads while they run, and may be called again, one after the other. Paths are bytes as the
-/// system takes them; a relative one counts from the working folder. No exception leaves them but
-/// std::bad_alloc and std::system_error (no thread to be had).
+/// Both functions change the process's file creation mask for a moment at their start, use two
+/// threads, and must not run at the same time. Paths are bytes for the system; relative ones start
+/// at the working folder. The only exceptions are std::bad_alloc and std::system_error (a thread
+/// could not be started).
 
-/// Expands the archive's contents straight into the folder, which is made with all above it before
-/// the archive is read. Merges into what stands there and replaces files and links of the same
-/// name. An entry that is refused leaves nothing of its own; what stood under its name before may
-/// be gone.
+/// Expands the archive's contents into the folder, which is made with all folders above it before
+/// the archive is read. Existing folders are kept; files and links of the same name are replaced.
+/// An entry that fails leaves nothing of its own, but a file of its name may have been deleted.
 [[nodiscard]] Result ExpandInto(const std::string& archivePath, const std::string& folderPath);
 
 /// Expands beside the archive: one top-level item under its own name, several into a new folder
-/// named after the archive, under "Name 2", "Name 3", ... where the name is taken; never into what
-/// stands. The archive is opened once at the start and may be deleted from then on. Ends early,
-/// with a fault, when the folders that it made are taken away; they are not made again.
+/// named after the archive; as "Name 2", "Name 3", ... if the name exists. Nothing that exists is
+/// changed. The archive is opened once at the start and may be deleted from then on. Ends early
+/// with a fault if the folder that it made is deleted or moved; it is not made again.
 [[nodiscard]] Result ExpandBeside(const std::string& archivePath);
 
 }  // namespace zephin::expander

@@ -9,10 +9,6 @@
 
 namespace zephin::expander {
 
-std::string Result::Line() const {
-  return faults > 1 ? firstFault + " (and " + std::to_string(faults - 1) + " more)" : firstFault;
-}
-
 void PrepareProcess() {
   int number = 0;
   do {

@@ -1,4 +1,4 @@
-// What the expander's small programs share around the call that does the work.
+// What the main functions of the expander's programs share.
 #ifndef PLATFORM_EXPANDER_PROGRAM_H_
 #define PLATFORM_EXPANDER_PROGRAM_H_
 
@@ -8,17 +8,16 @@
 
 namespace zephin::expander {
 
-/// Readies the process: standard streams that were closed lead nowhere, so that no expanded file
-/// gets their numbers and a message is never written into it; a write past a limit is an error and
-/// no signal; a closed reader of messages ends nothing.
+/// Prepares the process. Closed standard streams are opened on /dev/null, so that no expanded file
+/// gets the number of standard error and messages in its data. SIGXFSZ and SIGPIPE are ignored, so
+/// that writing fails with an error code.
 void PrepareProcess();
 
-/// Runs the expansion, writes its line to standard error after the program's name if there is one,
-/// and gives the exit status: 0 only for a complete expansion. Running out of memory or threads is
-/// a line and a status too.
+/// Runs the expansion and returns the exit status: 0 only if it is complete. Otherwise writes
+/// "NAME: " and the first fault to standard error; exceptions are reported in the same way.
 int RunProgram(const char* name, const std::function<Result()>& expand);
 
-/// Writes one line to standard error; a failure to do so is nobody's to hear.
+/// Writes "NAME: LINE" to standard error. Errors are ignored.
 void WriteLine(const char* name, const std::string& line);
 
 }  // namespace zephin::expander

@@ -2,9 +2,11 @@
 // folder are taken away under it.
 #include <gtest/gtest.h>
 
-#include <future>
+#include <algorithm>
+#include <thread>
 
 #include "platform/expander/expander.h"
+#include "tests/platform/expander/system_calls.h"
 #include "tests/platform/expander/zip_writer.h"
 #include "tests/support/scratch_folder.h"
 
@@ -65,57 +67,106 @@ TEST(ExpandBeside, PlacesContentsBesideAndNeverIntoWhatStands) {
   }
 }
 
-// Expands a folder "Tool" with many small files in so many folders, and calls `meanwhile` as soon
-// as `item` is there. Whether it was a complete expansion.
-template <typename Act>
-bool IsCompleteAlthough(const ScratchFolder& scratch, int folders, int files, const char* item,
-                        const Act& meanwhile) {
+// An archive "a.zip" of a folder "Tool" with so many files "0", "1", ... in so many folders "d0",
+// "d1", ...
+std::string ZipOfTool(int folders, int files) {
   std::vector<ZipEntry> entries;
   for (int i = 0; i < files; ++i) {
     const std::string folder = "Tool/d" + std::to_string(i % folders) + "/";
-    entries.push_back({.name = folder + std::to_string(i), .data = "x"});
+    entries.push_back({.name = folder + std::to_string(i), .data = std::to_string(i)});
   }
-  WriteFile(scratch / "a.zip", MakeZip(entries));
-  auto expansion = std::async(std::launch::async, ExpandBeside, (scratch / "a.zip").string());
-  while (!fs::exists(scratch / item)) {
-    if (expansion.wait_for(std::chrono::seconds(0)) == std::future_status::ready) {
-      ADD_FAILURE() << "ended without the item";
-      return false;
+  return MakeZip(entries);
+}
+
+TEST(ExpandBeside, ContentsOfManyFoldersAreRight) {
+  const ScratchFolder scratch;
+  WriteFile(scratch / "a.zip", ZipOfTool(400, 800));
+  Contents expected;
+  for (int i = 0; i < 800; ++i) {
+    const std::string folder = "d" + std::to_string(i % 400);
+    expected[folder] = "/";
+    expected[folder + "/" + std::to_string(i)] = std::to_string(i);
+  }
+  EXPECT_EQ(ExpandBeside(scratch / "a.zip").Line(), "");
+  EXPECT_EQ(Tree(scratch / "Tool"), expected);
+}
+
+TEST(ExpandBeside, ContinuesWhenTheArchiveOrSomethingInTheTreeIsDeleted) {
+  constexpr int kFiles = 1000;
+  struct Deletion {
+    const char* deleted;
+    std::size_t left;
+    bool complete;
+  };
+  for (const Deletion& row : {Deletion{"a.zip", 1 + 5 + kFiles, true},
+                              Deletion{"Tool/d0/0", 1 + 1 + 5 + kFiles - 1, true},
+                              Deletion{"Tool/d0", 1 + 1 + 4 + kFiles / 5 * 4, false}}) {
+    SCOPED_TRACE(row.deleted);
+    const ScratchFolder scratch;
+    WriteFile(scratch / "a.zip", ZipOfTool(5, kFiles));
+    SystemCalls calls;
+    calls.before["995"] = [path = scratch / row.deleted] {
+      // The other thread may make files meanwhile.
+      for (std::error_code notEmpty; fs::exists(path);) {
+        fs::remove_all(path, notEmpty);
+      }
+    };
+    EXPECT_EQ(ExpandBeside(scratch / "a.zip").Complete(), row.complete);
+    EXPECT_EQ(Tree(scratch.Path()).size(), row.left);
+  }
+}
+
+// The deletion lists the tree before the last files are made, and fails because of these. What the
+// user has put there in the meantime is not the expander's, also under a name of its own.
+TEST(ExpandBeside, EndsEarlyAndDeletesItsOwnWhenTheTreeIsDeleted) {
+  const ScratchFolder scratch;
+  const fs::path tool = scratch / "Tool";
+  WriteFile(scratch / "a.zip", ZipOfTool(40, 4000));
+  SystemCalls calls;
+  calls.before["2000"] = [&] {
+    std::vector<fs::path> listed;
+    for (const auto& item : fs::recursive_directory_iterator(tool)) {
+      listed.push_back(item.path());
+    }
+    std::reverse(listed.begin(), listed.end());
+    // The other thread goes on.
+    for (const int before = calls.made; calls.made < before + 100;) {
+      std::this_thread::yield();
+    }
+    std::error_code notEmpty;
+    for (const fs::path& path : listed) {
+      fs::remove(path, notEmpty);
+    }
+    WriteFile(tool / "d0/0", "of the user");
+  };
+  EXPECT_FALSE(ExpandBeside(scratch / "a.zip").Complete());
+  EXPECT_EQ(Tree(tool), (Contents{{"d0", "/"}, {"d0/0", "of the user"}}));
+  EXPECT_LT(calls.made, 4000);
+}
+
+TEST(ExpandBeside, EndsEarlyWhenItsFolderIsDeletedOrMoved) {
+  for (const char* const moment : {".zephin-expanding", "d0", "0", "100"}) {
+    for (const bool deleted : {true, false}) {
+      SCOPED_TRACE(std::string(moment) + (deleted ? ", deleted" : ", moved"));
+      const ScratchFolder scratch;
+      WriteFile(scratch / "a.zip", ZipOfTool(40, 4000));
+      SystemCalls calls;
+      calls.before[moment] = [&] {
+        if (deleted) {
+          std::error_code notEmpty;
+          fs::remove_all(scratch / "Tool", notEmpty);
+        } else {
+          fs::rename(scratch / "Tool", scratch / "Moved");
+        }
+      };
+      const expander::Result result = ExpandBeside(scratch / "a.zip");
+      EXPECT_NE(result.Line().find("was deleted or moved"), std::string::npos) << result.Line();
+      EXPECT_FALSE(fs::exists(scratch / "Tool"));
+      EXPECT_EQ(fs::exists(scratch / "Moved"), !deleted);
+      EXPECT_FALSE(fs::exists(scratch / "Moved/.zephin-expanding"));
+      EXPECT_LT(calls.made, 4000);
     }
   }
-  meanwhile();
-  return expansion.get().Complete();
-}
-
-TEST(ExpandBeside, GoesOnWhenTheArchiveOrOneFileIsDeleted) {
-  for (const auto& [item, deleted] :
-       {std::pair("Tool", "a.zip"), std::pair("Tool/d0/100", "Tool/d0/100")}) {
-    const ScratchFolder scratch;
-    EXPECT_TRUE(IsCompleteAlthough(scratch, 5, 2000, item,
-                                   [path = scratch / deleted] { fs::remove(path); }));
-    EXPECT_EQ(Tree(scratch.Path()).size(), 1 + 5 + 2000);
-  }
-}
-
-// The next installer deletes the half-made folder once, and looks a little later whether it is
-// gone. Before there is a file, a deletion may find nothing to delete, and nobody can notice it.
-TEST(ExpandBeside, EndsAndLeavesNothingWhenItsFolderIsTakenAway) {
-  for (const int folders : {1, 400}) {
-    const ScratchFolder scratch;
-    EXPECT_FALSE(IsCompleteAlthough(scratch, folders, 4000, "Tool/d0/0", [&] {
-      std::error_code ignored;
-      fs::remove_all(scratch / "Tool", ignored);
-    }));
-    EXPECT_FALSE(fs::exists(scratch / "Tool")) << folders;
-  }
-}
-
-TEST(ExpandBeside, LeavesAFolderThatWasMovedAsItIs) {
-  const ScratchFolder scratch;
-  EXPECT_FALSE(IsCompleteAlthough(scratch, 400, 4000, "Tool",
-                                  [&] { fs::rename(scratch / "Tool", scratch / "Moved"); }));
-  EXPECT_FALSE(fs::exists(scratch / "Tool"));
-  EXPECT_TRUE(fs::exists(scratch / "Moved"));
 }
 
 }  // namespace

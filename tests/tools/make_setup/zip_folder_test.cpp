@@ -6,9 +6,9 @@
 #include <chrono>
 #include <string>
 
-#include "platform/expander/archive_file.h"
-#include "platform/expander/central_directory.h"
 #include "platform/expander/expander.h"
+#include "platform/expander/zip/archive_file.h"
+#include "platform/expander/zip/central_directory.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/tools/make_setup/trees.h"
 #include "tools/make_setup/packed_pieces.h"

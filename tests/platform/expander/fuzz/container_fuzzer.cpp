@@ -6,13 +6,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <utility>
 #include <vector>
 
-#include "platform/expander/central_directory.h"
-#include "platform/expander/entry_stream.h"
-#include "platform/expander/file_jobs.h"
-#include "platform/expander/plan.h"
+#include "platform/expander/plan/file_jobs.h"
+#include "platform/expander/plan/plan.h"
+#include "platform/expander/zip/central_directory.h"
+#include "platform/expander/zip/entry_data.h"
 #include "tests/fuzz/fuzzing.h"
 
 namespace zephin::expander {
@@ -21,14 +22,15 @@ namespace {
 using test::Require;
 
 void ReadData(const Entry& entry, Unpacker& unpacker) {
-  std::vector<char> block(EntryStream::kSmall);
-  unpacker.reader.SetEnd(entry.limit);
-  EntryStream stream(entry, unpacker);
-  if (stream.Small()) {
-    const auto data = stream.Whole(block.data());
-    Require(!data || data->size() == entry.size);
+  std::vector<char> block(kSmallEntry);
+  unpacker.reader.SetEnd(entry.end);
+  if (IsSmall(entry)) {
+    std::string_view small;
+    const Cause cause = ReadSmallEntry(entry, unpacker, block.data(), small);
+    Require(cause || small.size() == entry.size);
     return;
   }
+  EntryStream stream(entry, unpacker);
   std::uint64_t total = 0;
   for (auto size = stream.Next(block.data(), block.size()); size && *size > 0;
        size = stream.Next(block.data(), block.size())) {
@@ -45,11 +47,11 @@ void ReadArchive(const std::uint8_t* bytes, std::size_t size) {
   Faults faults;
   CentralDirectory directory;
   directory.Read(file, "archive", faults);
-  const Plan plan = MakePlan(directory.entries, 1000, faults);
+  const Plan plan = MakePlan(directory.entries, directory.Size(), 1000, faults);
   Require(plan.files.size() + plan.links.size() <= directory.entries.size());
   Unpacker unpacker(file);
   for (const Entry& entry : plan.files) {
-    Require(entry.limit <= size && !entry.path.empty() && entry.path.front() != '/');
+    Require(entry.end <= size && !entry.path.empty() && entry.path.front() != '/');
     ReadData(entry, unpacker);
   }
   std::size_t shared = 0;

@@ -1,0 +1,214 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <string>
+#include <string_view>
+
+#include "platform/expander/disk/free_space.h"
+#include "platform/expander/expander.h"
+#include "platform/expander/work/expansion.h"
+#include "platform/expander/work/root_watch.h"
+#include "platform/expander/zip/central_directory.h"
+
+namespace zephin::expander {
+namespace {
+
+/// The number of names that are tried.
+constexpr int kMostNames = 10'000;
+
+struct ArchivePath {
+  explicit ArchivePath(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
+    name = path.substr(slash + 1);
+  }
+
+  std::string folder;
+  std::string name;
+};
+
+bool EndsInZip(std::string_view name) {
+  if (name.size() < 4) {
+    return false;
+  }
+  std::string end(name.substr(name.size() - 4));
+  std::transform(end.begin(), end.end(), end.begin(), [](char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+  });
+  return end == ".zip";
+}
+
+std::string NameWithoutZip(const std::string& name) {
+  const std::string stem = EndsInZip(name) ? name.substr(0, name.size() - 4) : name;
+  return stem.empty() ? "Archive" : stem;
+}
+
+enum class ItemKind { File, Folder };
+
+/// "Name" for 1, "Name 2" for 2. Extensions are kept: "page 2.html", "Tool 2.app".
+std::string NumberedName(const std::string& name, int number, ItemKind kind) {
+  if (number == 1) {
+    return name;
+  }
+  const std::size_t dot = name.rfind('.');
+  const bool hasEnding =
+      dot != std::string::npos && dot > 0 && (kind == ItemKind::File || name.substr(dot) == ".app");
+  const std::size_t stem = hasEnding ? dot : name.size();
+  return name.substr(0, stem) + " " + std::to_string(number) + name.substr(stem);
+}
+
+/// One expansion beside an archive that is already open.
+class Placement {
+ public:
+  Placement(const ArchiveFile& file, const std::string& archivePath, mode_t mask, Faults& faults)
+      : file_(file),
+        archivePath_(archivePath),
+        beside_(archivePath),
+        mask_(mask),
+        faults_(faults) {}
+
+  void Run(Result& result);
+
+ private:
+  void PlaceFolder(std::uint32_t folder, const std::string& wanted, Result& result);
+  void PlaceFile(Entry& entry, Result& result);
+  // Makes a new folder under the first free name and stores the name. Not open on a fault, which is
+  // added.
+  Descriptor NewFolder(const std::string& wanted, std::string& name);
+  // `watch` is nil if the contents have no folder of their own.
+  void RunSteps(Site& site, RootWatch* watch, Result& result);
+  void Fail(int code) { faults_.Add(Faults::kWholeArchive, archivePath_, Cause::System(code)); }
+
+  const ArchiveFile& file_;
+  const std::string& archivePath_;
+  ArchivePath beside_;
+  mode_t mask_;
+  Faults& faults_;
+  Descriptor parent_;
+  Plan plan_;
+  Replacing replacing_{Existing::Keep, {}};
+};
+
+void Placement::Run(Result& result) {
+  parent_ = Descriptor(::open(beside_.folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!parent_.IsOpen()) {
+    Fail(errno);
+    return;
+  }
+  CentralDirectory directory;
+  directory.Read(file_, archivePath_, faults_);
+  const std::string ownName = NameWithoutZip(beside_.name);
+  // Room for the archive's own name too, and for a number behind a name.
+  const std::size_t room = RoomBelow(beside_.folder);
+  const std::size_t aside = ownName.size() + 8;
+  plan_ = MakePlan(directory.entries, directory.Size(), room - std::min(room, aside), faults_);
+  if (plan_.folders.size() == 1 && plan_.files.empty() && plan_.links.empty()) {
+    return;
+  }
+  if (const std::string why = WhyNoRoom(plan_, parent_.Number(), Existing::Keep); !why.empty()) {
+    faults_.Add(Faults::kWholeArchive, archivePath_, why);
+    return;
+  }
+  const std::string only(OnlyTopItem(plan_));
+  if (only.empty()) {
+    PlaceFolder(0, ownName, result);
+  } else if (plan_.folders.size() > 1) {
+    // The first folder after the root contains everything else.
+    PlaceFolder(1, only, result);
+  } else {
+    PlaceFile(plan_.files.empty() ? plan_.links.front() : plan_.files.front(), result);
+  }
+}
+
+Descriptor Placement::NewFolder(const std::string& wanted, std::string& name) {
+  constexpr mode_t kPlainMode = 0777;
+  int code = EEXIST;
+  for (int number = 1; code == EEXIST && number <= kMostNames; ++number) {
+    name = NumberedName(wanted, number, ItemKind::Folder);
+    code = ::mkdirat(parent_.Number(), name.c_str(), kPlainMode) == 0 ? 0 : errno;
+  }
+  Descriptor folder;
+  if (code == 0) {
+    folder = Descriptor(
+        ::openat(parent_.Number(), name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    code = folder.IsOpen() ? 0 : errno;
+  }
+  if (code != 0) {
+    faults_.Add(Faults::kWholeArchive, wanted, Cause::System(code));
+  }
+  return folder;
+}
+
+void Placement::PlaceFolder(std::uint32_t folder, const std::string& wanted, Result& result) {
+  const Descriptor root = NewFolder(wanted, result.placedAs);
+  if (!root.IsOpen()) {
+    result.placedAs.clear();
+    return;
+  }
+  WorkControl control;
+  Site site{file_, plan_, Root{root.Number(), folder}, faults_, control, replacing_, mask_};
+  RootWatch watch(parent_.Number(), result.placedAs, root.Number(), control);
+  RunSteps(site, &watch, result);
+  if (watch.End() == RootState::Vanishing) {
+    // The deletion missed what was made in a folder after it had listed it.
+    RemoveRemains(site);
+    RemoveIfSame(parent_.Number(), result.placedAs.c_str(), FileId::Of(root.Number()),
+                 AT_REMOVEDIR);
+  }
+}
+
+void Placement::PlaceFile(Entry& entry, Result& result) {
+  const std::string wanted(entry.path);
+  struct stat status {};
+  int number = 1;
+  do {
+    result.placedAs = NumberedName(wanted, number, ItemKind::File);
+  } while (::fstatat(parent_.Number(), result.placedAs.c_str(), &status, AT_SYMLINK_NOFOLLOW) ==
+               0 &&
+           ++number <= kMostNames);
+  entry.path = result.placedAs;
+  WorkControl control;
+  Site site{file_, plan_, Root{parent_.Number(), 0}, faults_, control, replacing_, mask_};
+  RunSteps(site, nullptr, result);
+  if (result.expanded == 0) {
+    result.placedAs.clear();
+  }
+}
+
+void Placement::RunSteps(Site& site, RootWatch* watch, Result& result) {
+  MakeFolders(site);
+  WriteFiles(site);
+  MakeLinks(site);
+  if (watch != nullptr) {
+    // Before the last step: deleting the watch's marker changes the root's time.
+    (void)watch->End();
+  }
+  FinishFolders(site);
+  if (site.control.Stopped()) {
+    faults_.Add(Faults::kWholeArchive, result.placedAs,
+                "was deleted or moved during the expansion");
+  }
+  result.expanded = CountExpanded(site);
+}
+
+}  // namespace
+
+Result ExpandBeside(const std::string& archivePath) {
+  Result result;
+  Faults faults;
+  ArchiveFile file;
+  // Opened first: the archive may be deleted at any time.
+  if (const int code = file.Open(archivePath); code != 0) {
+    faults.Add(Faults::kWholeArchive, archivePath, Cause::System(code));
+  } else {
+    Placement(file, archivePath, CreationMask(), faults).Run(result);
+  }
+  result.faults = faults.Count();
+  result.firstFault = faults.First();
+  return result;
+}
+
+}  // namespace zephin::expander
