@@ -46,7 +46,7 @@ constexpr const char* kWhole = R"({
     {"preInstallDelete": "/y"}, {"preInstallCopy": "/y", "to": "/z"}]
 })";
 
-/// Collects the warnings, and ends the run after a number of reports if that is asked for.
+/// Collects warnings. Ends the run after `endAt` reports unless that is 0.
 class Collector : public Observer {
  public:
   void Warn(const std::string& warning) override { warnings.push_back(warning); }
@@ -90,7 +90,7 @@ class MakeBundleTest : public testing::Test {
   Collector collector_;
 };
 
-TEST_F(MakeBundleTest, BundleHasTheStubTheRecordAndWhatItNames) {
+TEST_F(MakeBundleTest, BundleContainsTheStubTheRecordAndTheNamedFiles) {
   Make(kWhole, {{"HOST", "example"}});
   const fs::path resources = made_ / "My.app/Contents/Resources";
   std::string outer = test::ReadFile(resources / "Data");

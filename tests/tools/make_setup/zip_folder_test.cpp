@@ -43,14 +43,14 @@ TEST(ZipFolder, ItemThatCannotBePackedIsRefusedAndNoArchiveIsLeft) {
   const test::ScratchFolder folder;
   MakeTree(folder.Path(), "pipe/in/ latin/\xFC= companions/__MACOSX/x= empty/");
   ASSERT_EQ(mkfifo((folder / "pipe/in/it").c_str(), 0600), 0);
-  for (const auto& [name, told] : {std::pair{"pipe", "pipe/in/it"},
+  for (const auto& [name, item] : {std::pair{"pipe", "pipe/in/it"},
                                    {"latin", "\xFC"},
                                    {"companions", "__MACOSX"},
                                    {"empty", "empty"},
                                    {"none", "none"}}) {
     const fs::path from = folder / name;
     const std::string refusal = Refusal([&] { ZipFolder(from, folder / "a.zip"); });
-    EXPECT_NE(refusal.find(told), std::string::npos) << refusal;
+    EXPECT_NE(refusal.find(item), std::string::npos) << refusal;
     EXPECT_FALSE(fs::exists(folder / "a.zip")) << refusal;
   }
 }
