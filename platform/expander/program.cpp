@@ -47,7 +47,10 @@ int RunProgram(const char* name, const Job& job, const std::function<Result(Repo
 Job MakeJob(const std::string& archivePath, const std::string& folderPath) {
   std::error_code failure;
   const auto whole = [&failure](const std::string& path) {
-    const std::string absolute = std::filesystem::absolute(path, failure);
+    std::string absolute = std::filesystem::absolute(path, failure).lexically_normal();
+    while (absolute.size() > 1 && absolute.ends_with('/')) {
+      absolute.pop_back();
+    }
     return failure ? path : absolute;
   };
   return {whole(archivePath), whole(folderPath), NameOfContents(archivePath)};

@@ -3,8 +3,11 @@
 #include <system_error>
 
 #include "platform/expander/common/text.h"
+#include "platform/expander/report/report.h"
 
 namespace zephin::expander {
+
+static_assert(Faults::kWholeArchive == Report::kWholeArchive);
 
 std::string Cause::Text() const {
   std::string text = text_ == nullptr ? "" : text_;

@@ -8,9 +8,11 @@
 #include <string>
 #include <string_view>
 
-#include "platform/expander/report/report.h"
+#include "platform/expander/report/reason.h"
 
 namespace zephin::expander {
+
+class Report;
 
 /// Why one thing failed: a fixed text of ours, an error code of the system, or both. False if
 /// nothing failed.
@@ -47,7 +49,7 @@ class Cause {
 class Faults {
  public:
   /// The order of a fault of the archive as a whole, which is reported before those of entries.
-  static constexpr std::uint32_t kWholeArchive = Report::kWholeArchive;
+  static constexpr std::uint32_t kWholeArchive = 0;
 
   Faults() = default;
   /// Faults are added to the report too, which must outlive this object.

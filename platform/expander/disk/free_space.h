@@ -8,6 +8,7 @@
 
 #include "platform/expander/disk/output_file.h"
 #include "platform/expander/plan/plan.h"
+#include "platform/expander/report/reason.h"
 
 namespace zephin::expander {
 

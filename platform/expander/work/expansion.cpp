@@ -15,6 +15,7 @@
 #include <string_view>
 
 #include "platform/expander/disk/free_space.h"
+#include "platform/expander/report/report.h"
 #include "platform/expander/zip/entry_data.h"
 
 namespace zephin::expander {

@@ -20,6 +20,8 @@
 
 namespace zephin::expander {
 
+class Report;
+
 /// What all steps work on. The caller owns what it refers to.
 struct Site {
   const ArchiveFile& file;

@@ -115,7 +115,9 @@ QString Words::SizeAtLeast(std::uint64_t bytes) const {
     step *= kStep;
   }
   step = bytes / step >= 100 ? step : std::max<std::uint64_t>(step / 10, 1);
-  return Size(bytes % step == 0 ? bytes : bytes - bytes % step + step);
+  const std::uint64_t rest = bytes % step;
+  const bool fits = bytes <= std::numeric_limits<std::uint64_t>::max() - step;
+  return Size(rest == 0 || !fits ? bytes : bytes - rest + step);
 }
 
 QString Words::Number(std::uint64_t number) const {
