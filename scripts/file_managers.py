@@ -21,11 +21,11 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi  # noqa: E402
 
-import processes
-from accessible import Node
-from processes import Failure, wait_until
-from screen import Screen
-from session import Session
+import processes  # noqa: E402
+from accessible import Node  # noqa: E402
+from processes import Failure, wait_until  # noqa: E402
+from screen import Screen  # noqa: E402
+from session import Session  # noqa: E402
 
 _COMMANDS = {
     "thunar": ["thunar"],

@@ -34,7 +34,8 @@ def library():
         with open(__file__, "rb") as file:
             recipe = hashlib.sha256(file.read()).hexdigest()[:8]
         cache = os.environ.get("XDG_CACHE_HOME") or os.path.expanduser("~/.cache")
-        built = os.path.join(cache, "zephin-bundle", f"curl-{version}-{os.uname().machine}-{recipe}")
+        built = os.path.join(cache, "zephin-bundle",
+                             f"curl-{version}-{os.uname().machine}-{recipe}")
         path = os.path.join(built, NAME)
         if not os.path.exists(path):
             print(f"Building {NAME} {version} with HTTP alone, which takes some minutes")
@@ -67,7 +68,8 @@ def _build(version, scratch):
 def _unpacked_source(version, scratch):
     """The folder with the package's source. Package lists of its own, so that those of the system
     stay as they are and no right to change them is needed."""
-    parts, lists, archives = (os.path.join(scratch, name) for name in ("parts", "lists", "archives"))
+    parts, lists, archives = (os.path.join(scratch, name)
+                              for name in ("parts", "lists", "archives"))
     for folder in (parts, os.path.join(lists, "partial"), os.path.join(archives, "partial")):
         os.makedirs(folder)
     for path in glob.glob("/etc/apt/sources.list") + glob.glob("/etc/apt/sources.list.d/*"):

@@ -2,9 +2,9 @@
 
 Usage: gather.py BUNDLE QT_PLUGINS QT_TRANSLATIONS QT_TOOLS
 
-The libraries come into Contents/Frameworks, plug-ins into a folder in it. They and the programs find
-each other from where they lie, before whatever the user's own settings name. From the user's system
-come the C library, which fits the system's kernel, names and users, and the libraries of the
+The libraries come into Contents/Frameworks, plug-ins into a folder in it. They and the programs
+find each other from where they lie, before whatever the user's own settings name. From the user's
+system come the C library, which fits the system's kernel, names and users, and the libraries of the
 compiler, which every desktop has: these only ever grow, while a copy of them could be older than
 what a library of the system wants that is loaded beside it.
 """

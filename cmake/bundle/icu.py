@@ -22,11 +22,13 @@ def is_data(name):
 
 
 def make(original, to, scratch):
-    """Writes the library of data `original`, with less in it, to `to`. `scratch`: an empty folder."""
+    """Writes the library of data `original`, with less in it, to `to`. `scratch`: an empty folder.
+    """
     version = original.rpartition(".so.")[2].partition(".")[0]
     symbol = f"icudt{version}_dat"
     # The package's name is a part of each entry's, and "l" says that the low byte comes first.
-    whole, cut = (os.path.join(scratch, folder, f"icudt{version}l.dat") for folder in ("whole", "cut"))
+    whole, cut = (os.path.join(scratch, folder, f"icudt{version}l.dat")
+                  for folder in ("whole", "cut"))
     for path in (whole, cut):
         os.mkdir(os.path.dirname(path))
     with open(whole, "wb") as file:

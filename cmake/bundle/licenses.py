@@ -42,7 +42,8 @@ def write(origins, folder):
     os.makedirs(os.path.join(folder, "common"))
     packages, lines = {}, []
     for place, path in [*sorted(origins.items()),
-                        *((f"{LINKED_IN}: {name}", elf.run("cc", f"-print-file-name={name}").strip())
+                        *((f"{LINKED_IN}: {name}",
+                           elf.run("cc", f"-print-file-name={name}").strip())
                           for name in _ARCHIVES)]:
         package = Package(path)
         packages[package.name] = package
@@ -63,6 +64,6 @@ def _copy_licence(package, folder):
     shutil.copyfile(text, os.path.join(folder, f"{package.plain_name()}.txt"))
     with open(text, encoding="utf-8", errors="replace") as file:
         # A sentence may end behind the name.
-        for name in set(re.findall(re.escape(_COMMON) + r"([A-Za-z0-9.+-]+[A-Za-z0-9+])", file.read())):
+        for name in set(re.findall(_COMMON + r"([A-Za-z0-9.+-]+[A-Za-z0-9+])", file.read())):
             if os.path.exists(_COMMON + name):
                 shutil.copyfile(_COMMON + name, os.path.join(folder, "common", name))

@@ -68,8 +68,8 @@ class Libraries(unittest.TestCase):
             self.assertLessEqual(version, NEWEST[family], family)
 
     def test_nothing_is_asked_for_that_nobody_offers(self):
-        # A symbol that is missing in a library that was built here would end the program at its first
-        # use.
+        # A symbol that is missing in a library that was built here would end the program when it is
+        # first used.
         for path in programs_and_libraries():
             report = subprocess.run(["ldd", "-r", path], check=True, encoding="utf-8",
                                     env={**os.environ, "LD_LIBRARY_PATH": FRAMEWORKS},
