@@ -1,11 +1,10 @@
 #include "actions/path_tokens.h"
 #include "app/zephin_stub_window.h"
-#include "files/access_rights.h"
 #include "files/files.h"
 #include "files/folders.h"
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"
-#include "setup/copy_list.h"
+#include "setup/lists.h"
 #include "util/globals.h"
 #include "util/paths.h"
 

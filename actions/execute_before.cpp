@@ -1,10 +1,10 @@
 #include "app/zephin_stub_window.h"
 #include "payload/bundle_resources.h"
 #include "platform/framework/application.h"
-#include "platform/framework/clipboard.h"
+#include "platform/framework/session.h"
 #include "platform/framework/text.h"
 #include "util/process.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 // The before-program answers over the clipboard: "ZephinInstallWait" while it works, then
 // "ZephinInstallDone:" or "ZephinInstallAbort:", each with an optional message after the colon.

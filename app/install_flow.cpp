@@ -1,5 +1,5 @@
 #include "app/zephin_stub_window.h"
-#include "dialogs/page_run.h"
+#include "dialogs/pages.h"
 #include "platform/framework/application.h"
 
 namespace zephin {

@@ -3,7 +3,6 @@
 #include "platform/framework/streams.h"
 #include "platform/framework/text.h"
 #include "setup/bundle_files.h"
-#include "setup/scrambling.h"
 #include "util/paths.h"
 
 namespace zephin {

@@ -1,7 +1,7 @@
 #include "app/zephin_stub_window.h"
 
 #include "platform/framework/application.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 namespace zephin {
 namespace {

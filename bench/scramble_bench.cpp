@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/framework/application.h"
-#include "setup/scrambling.h"
+#include "setup/bundle_files.h"
 #include "tests/support/quiet_desktop.h"
 
 namespace zephin {

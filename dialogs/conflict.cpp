@@ -3,8 +3,7 @@
 #include "dialogs/message_modal.h"
 #include "platform/framework/text.h"
 #include "util/globals.h"
-#include "util/text_building.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 namespace zephin::GlobalsVk {
 
@@ -43,9 +42,11 @@ String MyGetString(std::int64_t code) {
 }
 
 bool YesNoDlg(const String& text) {
+  // The question travels in the globals, since YesNoDialog takes a code only.
   gErrorString = text;
   gConflictType = kConflictTextGiven;
   const bool yes = ViewConst::YesNoDialog(kConflictTextGiven);
+  // Not pending any more: a later PoseConflictDialog must not show the question as an error.
   gConflictType = 0;
   return yes;
 }
@@ -54,6 +55,7 @@ void PoseConflictDialog() {
   if (gConflictType == 0) {
     return;
   }
+  // The shared window keeps what an earlier message has left, such as the buttons that it showed.
   const Ref<MessageModal> dialog = ImplicitMessageModal();
   dialog->MessageText()->SetText(TextOfCode(gConflictType));
   dialog->fIsInfoDialog = false;
@@ -62,6 +64,7 @@ void PoseConflictDialog() {
   dialog->Btn3()->SetCaption("OK");
   dialog->Btn3()->SetDefault(true);
   dialog->Btn3()->SetVisible(true);
+  // At the design size: MessageModalStartSize is for questions only.
   ViewConst::DoShowModal(*dialog);
   gConflictType = 0;
 }
@@ -89,6 +92,7 @@ bool YesNoDialog(std::int64_t code) {
   dialog->Btn3()->SetVisible(true);
   MessageModalStartSize(*dialog, text);
   ModalScriptShow(*dialog);
+  // Has no visible effect, as the window is not shown again, but the sizes stay symmetrical.
   MessageModalEndSize(*dialog, text);
   return TextEquals(dialog->fBtnName, "Yes");
 }
@@ -99,6 +103,7 @@ void ModalScriptShow(Window& window) {
 
 void DoShowModal(Window& window) {
   if (gPresentTopLeft) {
+    // Below the menu bar of the system that the installer was designed for.
     window.SetPosition(5, 40);
   }
   window.ShowModal();

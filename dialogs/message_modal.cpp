@@ -2,13 +2,15 @@
 
 #include "platform/framework/text.h"
 #include "util/globals.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 namespace zephin {
 namespace {
 
 constexpr int kCentreOfMainScreen = 4;
 
+/// One window serves all errors of a run. It must go before the application does, so it is not a
+/// plain static object: see CloseImplicitMessageModal.
 Ref<MessageModal>& Implicit() {
   static Ref<MessageModal> instance;
   return instance;
@@ -28,8 +30,10 @@ void MessageModal::CreateControls() {
     const Ref<PushButton> button = Add<PushButton>(name, {left, 203, 80, 20});
     button->SetCaption(name);
     button->SetTabIndex(tabIndex);
+    // Each caller renames the buttons and compares the answer with its own words.
     button->Action = [this](PushButton& pressed) { Answer(pressed.Caption()); };
   };
+  // Created in the order of the Tab key, which begins with the button that stands for "Yes".
   addButton("Btn2", 380, 0);
   const Ref<Label> text = Add<Label>("MessageText", {20, 14, 532, 177});
   text->SetMultiline(true);
@@ -62,12 +66,14 @@ struct SizeChange {
   int width;
 };
 
+/// For a text of one short line.
 constexpr SizeChange kTiny{-150, -250};
 
 SizeChange ClassOfLongerText(std::int64_t length) {
   if (length < 200) {
     return {-50, -60};
   }
+  // Long texts are wrapped, so they need height, not width.
   if (length > 600) {
     return {200, 0};
   }
@@ -80,6 +86,7 @@ void Resize(MessageModal& dialog, const SizeChange& change) {
   const Ref<Label> text = dialog.MessageText();
   text->SetHeight(text->Height() + change.height);
   text->SetWidth(text->Width() + change.width);
+  // Moved by hand: edges are locked for the user's resizing only.
   for (const Ref<PushButton>& button : {dialog.Btn1(), dialog.Btn2(), dialog.Btn3()}) {
     button->SetTop(button->Top() + change.height);
     button->SetLeft(button->Left() + change.width);
@@ -95,6 +102,7 @@ void MessageModalStartSize(MessageModal& dialog, const String& text) {
   const Ref<PushButton> btn1 = dialog.Btn1();
   const Ref<PushButton> btn2 = dialog.Btn2();
   const Ref<PushButton> btn3 = dialog.Btn3();
+  // The visible buttons move up to the right edge.
   if (!btn3->Visible()) {
     btn2->SetLeft(btn3->Left());
     btn1->SetLeft(btn2->Left());

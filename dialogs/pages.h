@@ -2,6 +2,7 @@
 #define DIALOGS_PAGES_H_
 
 #include "dialogs/answer_window.h"
+#include "platform/framework/string.h"
 
 /// The two windows that show a publisher's long text: one page, a button to go on and one to quit,
 /// which may be hidden. Neither checks anything; their buttons bear different names, so that what
@@ -31,6 +32,22 @@ class LicenseAgreementWindow : public AnswerWindow {
   void Layout() override;
   void CreateControls() override;
 };
+
+enum class QuitButton { Shown, Hidden };
+
+/// A publisher's page and the words around it. It is shown as HTML if "<HTML>" stands anywhere in
+/// the text, in any letter case, else as plain text.
+struct Page {
+  String text;
+  String title;
+  QuitButton quitButton = QuitButton::Shown;
+  String quitCaption = {};  ///< Empty: the button's own.
+  String acceptCaptionInHtml;
+  String acceptCaptionInPlain;
+};
+
+/// Shows the page modally. True if its accept button closed it.
+bool ShowPage(const Page& page);
 
 }  // namespace zephin
 

@@ -44,6 +44,7 @@ class PixelWriter {
     }
     const std::int64_t whole = WholePixels(count);
     const std::array<char, 2> pair{digit, digit};
+    // All pixels within a run are equal, and all three colours of each: the same two digits.
     next_ = std::fill_n(next_, whole, kOpaque | HexByte(bytes_, pair.data()) * 0x010101U);
     for (count -= whole * kDigitsPerPixel; count > 0 && next_ != end_; --count) {
       Digit(digit);
@@ -80,6 +81,7 @@ void Fill(Picture& picture, const String& pixelString) {
   ForEachRun(pixelString.View(), [&](std::string_view plain, char digit, std::int64_t count) {
     writer.Plain(plain.data(), std::ssize(plain));
     writer.Run(digit, count);
+    // A run of a few bytes can stand for millions of digits: count what it stands for.
     sinceYield += std::ssize(plain) + count;
     if (sinceYield > std::int64_t{kBlock}) {
       sinceYield = 0;
@@ -124,6 +126,7 @@ Ref<Picture> PixelStringToPicture(std::int64_t width, std::int64_t height,
 }
 
 void PixelStringExpand(String& text) {
+  // Texts without runs are common and may hold anything: they are neither checked nor copied.
   if (text.View().find('[') == std::string_view::npos) {
     return;
   }

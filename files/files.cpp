@@ -1,7 +1,8 @@
 #include "files/files.h"
 
 #include "files/folders.h"
-#include "platform/framework/special_folder.h"
+#include "platform/framework/folder_item.h"
+#include "platform/framework/shell.h"
 #include "platform/framework/text.h"
 #include "util/paths.h"
 
@@ -27,6 +28,7 @@ bool CopyItem(const String& source, const String& destination, Strictness strict
   from->CopyFileTo(to);
   bool ok = from->LastErrorCode() == 0;
   if (!ok && strictness == Strictness::Tolerant) {
+    // Some disks report an error for attributes that they cannot hold, after a complete copy.
     ok = to->Exists() && to->Length() == from->Length();
   }
   // Also for a plain file, which holds nothing to copy: for a folder or a bundle this is the step
@@ -43,13 +45,23 @@ bool FileExists(const String& path) {
 
 bool DirectoryExists(const String& path) {
   String folder = path;
+  // Publishers write folders both ways.
   DropTrailingPathSeparator(folder);
   const Ref<FolderItem> item = MyGetFolderItem(folder);
   return !item.IsNil() && item->Directory() && item->Exists();
 }
 
 Ref<FolderItem> GetApplicationFolder() {
-  return SpecialFolder::System()->Parent()->Child("Applications", true);
+  return SpecialFolder::Applications();
+}
+
+String GetApplicationFolderPath() {
+  String path = MyAbsolutePath(GetApplicationFolder());
+  // A folder that could not be made has none, and names would be joined to its own.
+  if (Right(path, 1) != GetPathSeparator()) {
+    path += GetPathSeparator();
+  }
+  return path;
 }
 
 void DeleteFile(const String& path) {
@@ -60,6 +72,7 @@ void DeleteFile(const String& path) {
 }
 
 bool RenameFile(const String& oldPath, const String& newPath) {
+  // On a disk that ignores letter case both are one file, and the deletion below would lose it.
   if (TextEquals(Lowercase(oldPath), Lowercase(newPath))) {
     return false;
   }
@@ -82,6 +95,35 @@ bool CopyFile(const String& source, const String& destination) {
 
 bool CopyFileB(const String& source, const String& destination) {
   return CopyItem(source, destination, Strictness::Strict);
+}
+
+void AllUsersFullAccess(const String& path) {
+  Shell shell;
+  const Ref<FolderItem> item = GlobalsVk::MyGetFolderItem(path);
+  if (item.IsNil()) {
+    return;
+  }
+  const String command = item->Directory() ? "chmod 777 " : "chmod 666 ";
+  shell.Execute(command + item->ShellPath());
+}
+
+void AllUsersFullAccessOnMac(const Ref<FolderItem>& item) {
+  Shell shell;
+  if (!item.IsNil()) {
+    shell.Execute("chmod ugo+rwx " + item->ShellPath());
+  }
+}
+
+void AllUsersFullAccessInTree(const Ref<FolderItem>& item) {
+  item->GrantAllRights();
+}
+
+void SetInvisible(const String& path) {
+  // Mode 1 takes absolute paths only, so a publisher's relative name hides nothing by accident.
+  const Ref<FolderItem> item = GetFolderItem(path, 1);
+  if (!item.IsNil() && item->Exists()) {
+    item->SetVisible(false);
+  }
 }
 
 }  // namespace zephin::ViewConst

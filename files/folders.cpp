@@ -4,10 +4,8 @@
 #include <vector>
 
 #include "dialogs/conflict.h"
-#include "files/access_rights.h"
 #include "files/files.h"
 #include "platform/framework/application.h"
-#include "util/debug_console.h"
 #include "util/globals.h"
 #include "util/paths.h"
 

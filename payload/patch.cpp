@@ -1,5 +1,4 @@
 #include "app/zephin_stub_window.h"
-#include "files/access_rights.h"
 #include "files/files.h"
 #include "files/folders.h"
 #include "platform/framework/application.h"
@@ -7,7 +6,7 @@
 #include "util/globals.h"
 #include "util/paths.h"
 #include "util/process.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 // A patch is a tree laid out like the installed one, in a folder beside it. A file of the patch
 // replaces the installed file at the same place, or is added. The marker "*Delete*" in a name means

@@ -3,12 +3,12 @@
 #include "files/folders.h"
 #include "platform/bundle/bundle_location.h"
 #include "platform/framework/application.h"
-#include "platform/framework/clipboard.h"
-#include "platform/framework/special_folder.h"
+#include "platform/framework/folder_item.h"
+#include "platform/framework/session.h"
 #include "platform/framework/text.h"
 #include "util/globals.h"
 #include "util/paths.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 namespace zephin {
 namespace {

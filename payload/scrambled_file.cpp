@@ -6,7 +6,7 @@
 
 #include "platform/framework/application.h"
 #include "platform/framework/streams.h"
-#include "setup/scrambling.h"
+#include "setup/bundle_files.h"
 #include "util/paths.h"
 
 namespace zephin::ViewConst {

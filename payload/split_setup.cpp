@@ -4,13 +4,13 @@
 #include "dialogs/conflict.h"
 #include "files/files.h"
 #include "platform/framework/application.h"
-#include "platform/framework/clipboard.h"
+#include "platform/framework/session.h"
 #include "platform/framework/shell.h"
 #include "platform/framework/streams.h"
 #include "platform/framework/text.h"
 #include "setup/bundle_files.h"
 #include "util/paths.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 // A payload too large for one disc is cut into pieces: Data#1 in the bundle, then Data#2, Data#3,
 // ... and last Data#End in the folder from which the user started the bundle, on any number of
@@ -119,7 +119,7 @@ void ZephinStubWindow::CombineSplitSetupX(const String& firstPartPath, const Str
 }
 
 bool ZephinStubWindow::SourceFolderIsCD(const String& folder) const {
-  const String applications = ViewConst::MyAbsolutePath(ViewConst::GetApplicationFolder());
+  const String applications = ViewConst::GetApplicationFolderPath();
   const std::int64_t position = ViewConst::Pos(ViewConst::GetPathSeparator(), applications);
   const String volume = position == 0 ? "" : zephin::Left(applications, position - 1);
   // Paths begin with the separator, so the volume is empty and is never found: every folder counts

@@ -6,7 +6,7 @@
 #include "files/folders.h"
 #include "platform/bundle/bundle_location.h"
 #include "platform/framework/application.h"
-#include "platform/framework/select_folder_dialog.h"
+#include "platform/framework/session.h"
 #include "platform/framework/text.h"
 #include "util/globals.h"
 #include "util/paths.h"
@@ -57,7 +57,7 @@ bool LiesBelowItsParent(const String& targetName) {
 
 String PlaceOfTarget(ZephinStubWindow& window) {
   if (window.fApplicationFolder) {
-    return ViewConst::MyAbsolutePath(ViewConst::GetApplicationFolder()) + window.fTargetFolder;
+    return ViewConst::GetApplicationFolderPath() + window.fTargetFolder;
   }
   const String parent = window.SelectTargetFolder(ViewConst::GetApplicationPath(), true);
   return parent.IsEmpty() ? "" : parent + ViewConst::GetPathSeparator() + window.fTargetFolder;

@@ -1,7 +1,6 @@
 #include "payload/zip_file.h"
 
 #include "app/zephin_stub_window.h"
-#include "files/access_rights.h"
 #include "files/files.h"
 #include "files/folders.h"
 #include "platform/framework/application.h"

@@ -1,7 +1,6 @@
 #include <memory>
 
 #include "app/zephin_stub_window.h"
-#include "files/access_rights.h"
 #include "files/files.h"
 #include "payload/zip_file.h"
 #include "platform/framework/application.h"

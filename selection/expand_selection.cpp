@@ -1,14 +1,14 @@
 #include "app/zephin_stub_window.h"
-#include "dialogs/page_run.h"
+#include "dialogs/pages.h"
 #include "payload/zip_file.h"
 #include "platform/bundle/bundle_location.h"
 #include "platform/framework/application.h"
 #include "platform/framework/text.h"
 #include "selection/placement.h"
-#include "setup/selection_list.h"
+#include "setup/lists.h"
 #include "util/paths.h"
 #include "util/process.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 namespace zephin {
 namespace {

@@ -1,7 +1,7 @@
 #include "app/zephin_stub_window.h"
 #include "platform/framework/text.h"
 #include "selection/selection_dialogs.h"
-#include "setup/selection_list.h"
+#include "setup/lists.h"
 
 namespace zephin {
 namespace {

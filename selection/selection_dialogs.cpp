@@ -9,6 +9,7 @@ constexpr Locks kTopLeft{.left = true, .top = true};
 constexpr Bounds kQuitPlace{148, 343, 80, 20};
 constexpr Bounds kContinuePlace{240, 343, 80, 20};
 
+/// All ten rows exist in the design; the flow hides those without an entry.
 Bounds RowPlace(int row) {
   constexpr int kFirstTop = 14;
   constexpr int kRowHeight = 32;
@@ -50,6 +51,7 @@ void TChoiceDlg::CreateControls() {
 
 void TChoiceDlg::_CreateControls0() {
   for (int i = 0; i < kSelectionRows; ++i) {
+    // Created before the buttons: the Tab key goes through the rows first.
     const auto row = Add<zephin::ChoiceRadio>(kChoiceRow, RowPlace(i), i);
     row->SetCaption("Untitled");
     row->SetTabIndex(i);
@@ -80,6 +82,7 @@ void TOptionsDlg::CreateControls() {
 }
 
 void TOptionsDlg::_CreateControls0() {
+  // Here the buttons come first, also for the Tab key.
   SetUpButtons(*this, 0, Add<PushButton>("QuitBtn", kQuitPlace),
                Add<PushButton>("ContinueBtn", kContinuePlace));
   for (int i = 0; i < kSelectionRows; ++i) {

@@ -2,8 +2,7 @@
 
 #include "platform/framework/text.h"
 #include "util/hex_text.h"
-#include "util/text_building.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 namespace zephin {
 namespace {

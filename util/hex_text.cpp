@@ -36,6 +36,7 @@ void MemoryBlockHexToByte(std::span<const char> hexBlock, std::span<char> byteBl
   const std::uint8_t* const pairs = HexPairs().data();
   for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
     byteBlock[i] = static_cast<char>(HexByte(pairs, &hexBlock[2 * i]));
+    // An installer with a long text must stay responsive while it decodes it.
     if (i % kBlock == 0) {
       RuntimeBackgroundTask();
     }
@@ -48,9 +49,11 @@ String UnicodeFromHex(const String& text, bool flag) {
   if (!flag) {
     return text;
   }
+  // In bytes: the digits are ASCII, but a damaged record may hold anything.
   const std::int64_t count = LenB(text) / 2;
   std::string bytes(static_cast<std::size_t>(count), '\0');
   MemoryBlockHexToByte(text.View(), bytes, count);
+  // The digits are always of the low byte first.
   MemoryBlockByteSwitchPPC(bytes, count);
   RepairUnits(bytes);
   return ConvertEncoding(String(std::move(bytes), Encoding::UTF16), Encoding::UTF8);

@@ -3,12 +3,13 @@
 #include <string>
 
 #include "platform/framework/text.h"
-#include "util/debug_console.h"
-#include "util/text_search.h"
+#include "util/globals.h"
+#include "util/texts.h"
 
 namespace zephin::ViewConst {
 namespace {
 
+/// A single byte in every encoding that a path can have, so paths are split by bytes.
 constexpr char kSeparator = '/';
 
 /// `count` bytes of the text from the zero-based `start` on, in its encoding.
@@ -43,6 +44,7 @@ String MyAbsolutePath(const Ref<FolderItem>& item) {
     return "";
   }
   String path = item->NativePath();
+  // The root is its own separator.
   if (item->Directory() && !path.IsEmpty() && path.View().back() != kSeparator) {
     path += "/";
   }
@@ -73,6 +75,7 @@ String ChangeFileExt(const String& path, const String& extension) {
 
 String MyExtractFilePath(const String& path) {
   String folder = WithoutLastByte(ExtractFilePath(path));
+  // The caller means the folder beside which the bundle is, not a folder within it.
   if (TextEquals(ExtractFileExt(folder), ".app")) {
     folder = WithoutLastByte(ExtractFilePath(folder));
   }
@@ -80,6 +83,7 @@ String MyExtractFilePath(const String& path) {
 }
 
 String DirectoryPathExtract(const String& path, std::int64_t index) {
+  // The traces end in `gDebugStr`, which a developer reads after a crash.
   DebugConsole("DPE0");
   std::size_t position = 0;
   std::int64_t found = 0;
@@ -103,6 +107,7 @@ std::int64_t ContentsPosition(const String& path) {
 namespace zephin::GlobalsVk {
 
 Ref<FolderItem> MyGetFolderItem(const String& path) {
+  // A relative path would be taken from the folder that holds the bundle.
   return path.View().starts_with('/') ? GetFolderItem(path, 1) : nullptr;
 }
 

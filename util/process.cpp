@@ -6,6 +6,7 @@ namespace zephin::ViewConst {
 
 void Sleep(std::int64_t seconds) {
   constexpr std::int64_t kTicksPerSecond = 60;
+  // Ticks instead of one long wait: the desktop's clock decides, and tests replace it.
   const std::int64_t start = Ticks();
   while (Ticks() < start + seconds * kTicksPerSecond) {
     WaitingBackgroundTask();

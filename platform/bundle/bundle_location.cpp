@@ -5,7 +5,7 @@
 #include "platform/framework/text.h"
 #include "util/globals.h"
 #include "util/paths.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 namespace zephin::ViewConst {
 namespace {
@@ -16,6 +16,7 @@ constexpr std::int64_t kContentsLength = 8;
 
 String GetApplicationPath() {
   const String executable = Application::Current().ExecutableFile()->NativePath();
+  // Without "/Contents" this is the text before position 0: empty.
   const String bundle = Left(executable, ContentsPosition(executable) - 1);
   String folder = ExtractFilePath(bundle);
   if (Pos("AppTranslocation", folder) > 0 && !gIgnoreTranslocationError) {

@@ -40,6 +40,7 @@ void TGatekeeperTranslocationDlg::CreateControls() {
   const auto addButton = [this](const char* name, int left, const char* caption, int tabIndex) {
     Ref<PushButton> button = Add<PushButton>(name, {left, 196, 80, 20});
     button->SetCaption(caption);
+    // Both, so that Escape presses whichever comes first; OK is the default button nevertheless.
     button->SetCancel(true);
     button->SetTabIndex(tabIndex);
     AnswerWithName(*button);
@@ -60,6 +61,7 @@ void OfferToClearTranslocation() {
                   "\" | sudo -S xattr -r -d com.apple.quarantine \"" +
                   dialog->AppPathEdit()->Text() + "\"");
   }
+  // Also after OK: the attribute counts only when the bundle is started again.
   Quit(0);
 }
 

@@ -140,6 +140,23 @@ Ref<FolderItem> GetFolderItem(const String& path, int mode = 0);
 /// An unused path in the temporary folder; nothing is created. Nil if there is no such folder.
 Ref<FolderItem> GetTemporaryFolderItem();
 
+/// Well-known folders of the machine and the user, taken from the application's `Machine`. Each is
+/// nil if the machine does not know it.
+namespace SpecialFolder {
+
+/// It need not exist. The Applications folder is beside it.
+Ref<FolderItem> System();
+/// The folder that applications are installed in; the target if it is a link. Each call makes it
+/// (mode 0755) if nothing exists there. If that fails, the item does not exist.
+Ref<FolderItem> Applications();
+Ref<FolderItem> UserHome();
+/// It need not exist.
+Ref<FolderItem> Desktop();
+/// A private folder of the user.
+Ref<FolderItem> Temporary();
+
+}  // namespace SpecialFolder
+
 }  // namespace zephin
 
 #endif  // PLATFORM_FRAMEWORK_FOLDER_ITEM_H_

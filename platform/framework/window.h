@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/framework/control.h"
+#include "platform/framework/controls.h"
 #include "platform/framework/menu.h"
 #include "platform/framework/picture.h"
 #include "platform/framework/string.h"

@@ -56,6 +56,7 @@ QtDesktop::QtDesktop(std::string programName)
   // First of all: the toolkit ends the process if it can't connect to the display.
   EndAlwaysWithStatus0();
   application_ = MakeApplication(argc_, argv_.data());
+  // Before the first widget: widgets take fonts and colours when they are made.
   SetUpLook();
   SetUpAccessibility();
   clipboard_ = std::make_unique<SessionClipboard>();
@@ -94,6 +95,7 @@ QWidget* QtDesktop::TopWindow() const {
 QString QtDesktop::MessageTitle() const {
   const Window* titled = nullptr;
   for (const auto& [model, peer] : peers_) {
+    // Messages have the main window's title, as the user knows the installer by it.
     if (model->ClosesAsQuit() || titled == nullptr) {
       titled = model;
     }
@@ -123,6 +125,7 @@ void QtDesktop::RefreshWindow(Window& window, Repaint when) {
     return;
   }
   peer->Update();
+  // Without `Now` nothing is left to do: the toolkit repaints what Update has changed.
   if (when == Repaint::Now) {
     PaintNow(*peer, *peer);
   }

@@ -63,6 +63,7 @@ void QtDesktop::OpenAddress(const String& address) {
   if (utf8.empty() || utf8.front() == '-') {
     return;
   }
+  // Debian's name for the default browser helps where the desktop's opener is not installed.
   for (const char* opener : {"xdg-open", "x-www-browser"}) {
     if (StartDetached({opener, utf8})) {
       return;
@@ -90,6 +91,7 @@ void QtDesktop::SetMouseCursor(MouseCursor cursor) {
 
 std::int64_t QtDesktop::Ticks() {
   timespec now{};
+  // Not the time of day, which the user or the network may set back during an install.
   clock_gettime(CLOCK_MONOTONIC, &now);
   return now.tv_sec * kTicksPerSecond + now.tv_nsec * kTicksPerSecond / kNanosecondsPerSecond;
 }
@@ -117,6 +119,7 @@ void QtDesktop::RunEventLoop() {
 }
 
 void QtDesktop::EndRun(int status) {
+  // The hand-over may take some time, in which no dead window may be visible.
   for (const auto& [model, peer] : peers_) {
     peer->hide();
   }

@@ -31,6 +31,7 @@ QString ToQString(const String& text) {
     case Encoding::MacRoman:
       return FromUtf8(ConvertEncoding(text, Encoding::UTF8).Bytes());
     case Encoding::None:
+      // Records without a declared encoding were written by either generation of builders.
       return IsValidUtf8(text.Bytes()) ? FromUtf8(text.Bytes())
                                        : ToQString(DefineEncoding(text, Encoding::MacRoman));
     case Encoding::UTF8:
@@ -43,11 +44,13 @@ String FromQString(const QString& text) {
   return Utf8(text.toUtf8().toStdString());
 }
 
+// Texts of setups have the line ends of all three systems.
 QString WithLineFeeds(QString text) {
   return text.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
 }
 
 QString AsCaption(QString text) {
+  // The toolkit would take "&" for the mark of a keyboard shortcut.
   return text.replace(u'&', QLatin1String("&&"));
 }
 

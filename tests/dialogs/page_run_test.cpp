@@ -1,8 +1,7 @@
-#include "dialogs/page_run.h"
+#include "dialogs/pages.h"
 
 #include <gtest/gtest.h>
 
-#include "dialogs/pages.h"
 #include "tests/support/stub_run.h"
 
 namespace zephin::test {

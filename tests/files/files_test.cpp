@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "dialogs/message_modal.h"
-#include "files/access_rights.h"
 #include "files/folders.h"
 #include "tests/support/limits.h"
 #include "tests/support/stub_run.h"

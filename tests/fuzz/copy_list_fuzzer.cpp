@@ -6,7 +6,6 @@
 #include <utility>
 #include <vector>
 
-#include "files/access_rights.h"
 #include "files/files.h"
 #include "files/folders.h"
 #include "platform/framework/text.h"
@@ -42,6 +41,10 @@ bool DirectoryExists(const String& path) {
 
 Ref<FolderItem> GetApplicationFolder() {
   return nullptr;
+}
+
+String GetApplicationFolderPath() {
+  return "/Applications/";
 }
 
 void DeleteFile(const String& path) {

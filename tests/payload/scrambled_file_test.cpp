@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <memory>
 
-#include "setup/scrambling.h"
+#include "setup/bundle_files.h"
 #include "tests/support/limits.h"
 #include "tests/support/stub_run.h"
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "platform/framework/select_folder_dialog.h"
+#include "platform/framework/session.h"
 #include "platform/framework/text.h"
 #include "tests/support/limits.h"
 #include "tests/support/stub_run.h"

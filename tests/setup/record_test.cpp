@@ -5,9 +5,9 @@
 #include <fstream>
 #include <sstream>
 
+#include "setup/bundle_files.h"
 #include "setup/captions.h"
 #include "setup/requirements.h"
-#include "setup/scrambling.h"
 #include "tests/support/scratch_folder.h"
 #include "tools/make_setup/record_writer.h"
 

@@ -1,4 +1,4 @@
-#include "setup/scrambling.h"
+#include "setup/bundle_files.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 
 #include "platform/expander/expander.h"
 #include "platform/framework/controls.h"
-#include "platform/framework/select_folder_dialog.h"
+#include "platform/framework/session.h"
 
 namespace zephin::test {
 

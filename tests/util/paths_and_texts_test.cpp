@@ -3,8 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/stub_run.h"
-#include "util/text_building.h"
-#include "util/text_search.h"
+#include "util/texts.h"
 
 namespace zephin::test {
 namespace {

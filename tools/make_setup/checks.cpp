@@ -5,9 +5,8 @@
 #include <map>
 
 #include "platform/framework/text.h"
-#include "setup/copy_list.h"
 #include "setup/limits.h"
-#include "setup/selection_list.h"
+#include "setup/lists.h"
 #include "tools/make_setup/setup_error.h"
 
 namespace zephin::make_setup {

@@ -4,8 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "setup/copy_list.h"
-#include "setup/selection_list.h"
+#include "setup/lists.h"
 
 /// The inverse of ReadSelectionList and ReadCopyList (setup/), where the grammars are. No separator
 /// can be escaped, so an entry that the installer would read differently throws SetupError.

@@ -5,7 +5,6 @@
 #include "platform/framework/text.h"
 #include "setup/bundle_files.h"
 #include "setup/captions.h"
-#include "setup/scrambling.h"
 #include "tools/make_setup/files.h"
 #include "tools/make_setup/setup_error.h"
 

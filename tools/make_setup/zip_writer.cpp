@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <chrono>
 
-#include "setup/scrambling.h"
+#include "setup/bundle_files.h"
 
 namespace zephin::make_setup {
 namespace {

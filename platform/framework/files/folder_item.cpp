@@ -14,7 +14,6 @@
 #include "platform/framework/files/system_calls.h"
 #include "platform/framework/files/system_paths.h"
 #include "platform/framework/random.h"
-#include "platform/framework/special_folder.h"
 #include "platform/framework/text.h"
 
 namespace zephin {
@@ -57,6 +56,10 @@ std::string RandomName() {
   std::snprintf(name.data(), name.size(), "item-%016llx",
                 static_cast<unsigned long long>(random.InRange(0, INT64_MAX)));
   return name.data();
+}
+
+Ref<FolderItem> ItemOf(const std::string& path) {
+  return path.empty() ? nullptr : MakeRef<FolderItem>(path);
 }
 
 }  // namespace
@@ -204,5 +207,31 @@ Ref<FolderItem> GetTemporaryFolderItem() {
   } while (item->Exists());
   return item;
 }
+
+namespace SpecialFolder {
+
+Ref<FolderItem> System() {
+  return ItemOf(Application::Current().Facts().systemFolder);
+}
+Ref<FolderItem> Applications() {
+  constexpr mode_t kMode = 0755;
+  const std::string& path = Application::Current().Facts().applicationsFolder;
+  // A second call sets the mode, since the first one leaves out what the user's mask forbids.
+  if (mkdir(path.c_str(), kMode) == 0) {
+    ChangeRights(path.c_str(), kMode);
+  }
+  return ItemOf(FollowLink(path));
+}
+Ref<FolderItem> UserHome() {
+  return ItemOf(Application::Current().Facts().userHome);
+}
+Ref<FolderItem> Desktop() {
+  return ItemOf(Application::Current().Facts().desktopFolder);
+}
+Ref<FolderItem> Temporary() {
+  return ItemOf(Application::Current().Facts().temporaryFolder);
+}
+
+}  // namespace SpecialFolder
 
 }  // namespace zephin

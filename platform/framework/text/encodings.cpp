@@ -11,6 +11,7 @@
 namespace zephin {
 namespace {
 
+/// Characters from here on are two units in UTF-16.
 constexpr std::uint32_t kFirstSupplementary = 0x10000;
 
 std::uint32_t ByteAt(std::string_view bytes, std::size_t offset) {
@@ -22,6 +23,8 @@ Character DecodeUtf8(std::string_view bytes, std::size_t offset) {
   const utf8proc_ssize_t size =
       utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(bytes.data()) + offset,
                        static_cast<utf8proc_ssize_t>(bytes.size() - offset), &code);
+  // An invalid byte is a character by itself, so that no text is rejected and positions still
+  // count.
   if (size <= 0) {
     return {kRawByte + ByteAt(bytes, offset), 1};
   }
@@ -52,6 +55,7 @@ Character DecodeUtf16(std::string_view bytes, std::size_t offset) {
       return {kFirstSupplementary + ((unit & 0x3FFU) << 10U) + (next & 0x3FFU), 4};
     }
   }
+  // A surrogate without its partner is kept as it is: converting back must give the same bytes.
   return {unit, 2};
 }
 
@@ -95,6 +99,7 @@ class Converter {
     std::size_t inLeft = bytes.size();
     char* out = converted.data();
     std::size_t outLeft = converted.size();
+    // A result above 0 counts characters that were replaced, which is a loss like any error.
     if (!IsOpen() || iconv(handle_, &in, &inLeft, &out, &outLeft) != 0) {
       return std::nullopt;
     }
@@ -133,6 +138,7 @@ Character DecodeCharacter(std::string_view bytes, std::size_t offset, Encoding e
   if (encoding == Encoding::UTF16) {
     return DecodeUtf16(bytes, offset);
   }
+  // The fast case, and the same in all the other encodings.
   if (byte < 0x80) {
     return {byte, 1};
   }
@@ -165,6 +171,7 @@ bool AppendCharacter(std::string& bytes, std::uint32_t code, Encoding encoding) 
       }
       return false;
     default:
+      // Bytes without an encoding have only their ASCII part in common with other texts.
       if (code < 0x80) {
         bytes += static_cast<char>(code);
       }
@@ -193,6 +200,7 @@ bool IsAscii(std::string_view bytes) {
 }
 
 std::size_t CountCharacters(std::string_view bytes, Encoding encoding) {
+  // One byte for each character.
   if (encoding == Encoding::None || encoding == Encoding::MacRoman) {
     return bytes.size();
   }
@@ -218,6 +226,7 @@ std::size_t OffsetOfCharacter(std::string_view bytes, Encoding encoding, std::si
   std::size_t offset = 0;
   while (index > 0 && offset < bytes.size()) {
     const std::size_t run =
+        // Limited to `index` bytes: the run may have more characters than are wanted.
         encoding == Encoding::UTF8 ? AsciiRun(bytes.substr(0, offset + index), offset) : 0;
     if (run > 0) {
       offset += run;

@@ -20,6 +20,7 @@ String Part(const String& text, std::string_view bytes) {
 
 /// Byte offset of the character at a position, which counts from 1.
 std::size_t OffsetOf(const String& text, std::int64_t position) {
+  // Setups count from 0 here and there; that has always meant the first character.
   const std::int64_t index = std::max<std::int64_t>(position, 1) - 1;
   return OffsetOfCharacter(text.View(), text.DeclaredEncoding(), static_cast<std::size_t>(index));
 }
@@ -70,6 +71,7 @@ std::int64_t InStr(std::int64_t start, const String& haystack, const String& nee
   if (!match) {
     return 0;
   }
+  // Only the characters since `start` are counted: a loop over all matches stays linear.
   const std::string_view before = haystack.View().substr(offset, match->begin - offset);
   const std::int64_t first = std::max<std::int64_t>(start, 1);
   return first - 1 + Position(CountCharacters(before, haystack.DeclaredEncoding()));
@@ -81,6 +83,7 @@ std::int64_t InStr(const String& haystack, const String& needle) {
 
 std::int64_t InStrB(std::int64_t start, const String& haystack, const String& needle) {
   const std::int64_t index = std::max<std::int64_t>(start, 1) - 1;
+  // memmem finds an empty needle everywhere; here it is found nowhere.
   if (needle.IsEmpty() || index >= LenB(haystack)) {
     return 0;
   }
@@ -93,15 +96,18 @@ std::int64_t Asc(const String& text) {
   if (text.IsEmpty()) {
     return 0;
   }
+  // The byte, not the character's Unicode number: setups were made by byte values.
   if (text.DeclaredEncoding() == Encoding::MacRoman) {
     return static_cast<unsigned char>(text.View().front());
   }
   const std::uint32_t code = DecodeCharacter(text.View(), 0, text.DeclaredEncoding()).code;
+  // An invalid byte gives its own value.
   return code < kRawByte ? code : code - kRawByte;
 }
 
 String Chr(std::uint32_t code) {
   std::string bytes;
+  // Surrogates and numbers beyond Unicode have no UTF-8.
   const bool isCharacter =
       code < kRawByte && utf8proc_codepoint_valid(static_cast<utf8proc_int32_t>(code));
   if (!isCharacter || !AppendCharacter(bytes, code, Encoding::UTF8)) {
@@ -123,6 +129,7 @@ String ConvertEncoding(const String& text, Encoding encoding) {
     return text;
   }
   auto converted = Transcode(text.View(), own, encoding);
+  // A text that the other encoding cannot hold stays whole in its own: nothing is replaced by "?".
   return converted ? String(std::move(*converted), encoding) : text;
 }
 

@@ -37,6 +37,7 @@ int CompareCharacters(const String& a, const String& b) {
   while (offsetInA < a.Size() && offsetInB < b.Size()) {
     const Character inA = DecodeCharacter(a.View(), offsetInA, encodingOfA);
     const Character inB = DecodeCharacter(b.View(), offsetInB, encodingOfB);
+    // Folding costs a table search; most characters of equal texts are the same as they are.
     if (inA.code != inB.code) {
       const std::uint32_t foldedA = FoldCharacter(inA.code);
       const std::uint32_t foldedB = FoldCharacter(inB.code);
@@ -47,6 +48,7 @@ int CompareCharacters(const String& a, const String& b) {
     offsetInA += inA.size;
     offsetInB += inB.size;
   }
+  // The longer text is the greater one.
   return static_cast<int>(offsetInA < a.Size()) - static_cast<int>(offsetInB < b.Size());
 }
 
@@ -64,6 +66,7 @@ int StrComp(const String& a, const String& b, int mode) {
   if (mode == 0) {
     return a.View().compare(b.View());
   }
+  // Equal bytes in two encodings may be different characters.
   const bool sameCharacters = a == b && EncodingBeside(a, b) == EncodingBeside(b, a);
   return sameCharacters ? 0 : CompareCharacters(a, b);
 }

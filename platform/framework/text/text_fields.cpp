@@ -26,6 +26,7 @@ class FieldWalk {
       ended_ = true;
       return bytes_.substr(begin);
     }
+    // The match may be longer or shorter than the separator: letter case changes lengths.
     begin_ = match->end;
     return bytes_.substr(begin, match->begin - begin);
   }
@@ -42,6 +43,7 @@ class FieldWalk {
 String NthField(const String& text, const String& separator, std::int64_t index) {
   FieldWalk walk(text, separator);
   std::optional<std::string_view> field;
+  // An index below 1 gives the empty text, as does one beyond the last field.
   for (std::int64_t i = 0; i < index; ++i) {
     field = walk.Next();
     if (!field) {
@@ -62,6 +64,7 @@ std::int64_t CountFields(const String& text, const String& separator) {
 
 Array<String> Split(const String& text, const String& separator) {
   std::vector<String> fields;
+  // One walk of the text; NthField in a loop would read it anew for each field.
   if (!text.IsEmpty()) {
     FieldWalk walk(text, separator);
     while (const auto field = walk.Next()) {

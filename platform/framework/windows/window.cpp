@@ -19,6 +19,7 @@ Window::~Window() {
 void Window::Open() {
   Layout();
   CreateControls();
+  // From here on each change is reported: before, there is nothing on the screen to update.
   opened_ = true;
   if (visible_) {
     Application::Current().Session().ShowWindow(*this);
@@ -78,6 +79,7 @@ void Window::SetFocus() {
 }
 
 Ref<Control> Window::ControlByName(std::string_view name, int index) const {
+  // A window has some twenty controls at most.
   const auto found = std::find_if(controls_.begin(), controls_.end(), [&](const auto& control) {
     return control->Name() == name && control->Index() == index;
   });
@@ -87,6 +89,7 @@ Ref<Control> Window::ControlByName(std::string_view name, int index) const {
 void Window::ResizedByUser(int width, int height) {
   const int wider = width - width_;
   const int higher = height - height_;
+  // Not by Resize: the desktop has reported this size itself.
   width_ = width;
   height_ = height;
   for (const Ref<Control>& control : controls_) {

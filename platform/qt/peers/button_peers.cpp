@@ -13,7 +13,7 @@ class ButtonPeer final : public ControlPeer {
  public:
   ButtonPeer(PushButton& model, CaptionButton* button)
       : ControlPeer(model, button), model_(model), button_(button) {
-    // Return presses the default button, whatever has the focus.
+    // Return is handled by KeyFilter, for all windows and before the toolkit sees it.
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, [this] { Press(); });
   }

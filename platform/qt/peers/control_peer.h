@@ -6,7 +6,7 @@
 #include <QWidget>
 #include <memory>
 
-#include "platform/framework/control.h"
+#include "platform/framework/controls.h"
 
 namespace zephin {
 

@@ -2,7 +2,7 @@
 #define PLATFORM_QT_SESSION_FOLDER_DIALOG_H_
 
 #include "platform/framework/folder_item.h"
-#include "platform/framework/select_folder_dialog.h"
+#include "platform/framework/session.h"
 
 class QWidget;
 

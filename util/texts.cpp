@@ -1,4 +1,4 @@
-#include "util/text_building.h"
+#include "util/texts.h"
 
 #include <array>
 #include <string>
@@ -8,6 +8,38 @@
 #include "util/globals.h"
 
 namespace zephin::ViewConst {
+
+std::int64_t Pos(const String& needle, const String& haystack) {
+  return InStr(haystack, needle);
+}
+
+std::int64_t PosAfter(const String& needle, const String& haystack, std::int64_t start,
+                      bool bytes) {
+  return bytes ? InStrB(start, haystack, needle) : InStr(start, haystack, needle);
+}
+
+std::int64_t FindField(const String& source, const String& separator, const String& value) {
+  std::int64_t index = 0;
+  for (const String& field : Split(source, separator)) {
+    ++index;
+    if (NonCaseMatch(field, value)) {
+      return index;
+    }
+    RuntimeBackgroundTask();
+  }
+  // An empty text still has one field, the empty one.
+  return index == 0 && value.IsEmpty() ? 1 : 0;
+}
+
+bool StrSame(const String& a, const String& b) {
+  return StrComp(a, b, 0) == 0;
+}
+
+bool NonCaseMatch(const String& a, const String& b) {
+  // Capitals first: some letters have one capital but two small forms, such as the Greek sigma.
+  return StrComp(Uppercase(a), Uppercase(b), 1) == 0;
+}
+
 namespace {
 
 constexpr std::size_t kBlock = 1 << 20;
@@ -16,6 +48,7 @@ constexpr std::size_t kBlock = 1 << 20;
 std::array<bool, 256> BytesEqualTo(const String& ch1, Encoding encoding) {
   std::array<bool, 256> equal{};
   const String character = ConvertEncoding(ch1, Encoding::MacRoman);
+  // A text that stayed in another encoding shares only ASCII with the character to be found.
   const int characters = encoding == Encoding::MacRoman ? 256 : 128;
   for (int code = 0; code < characters && character.Size() == 1; ++code) {
     const String one(std::string(1, static_cast<char>(code)), Encoding::MacRoman);
@@ -35,6 +68,7 @@ String ReplaceCh1WithCh2(const String& text, const String& ch1, const String& ch
   std::string bytes = roman.Bytes();
   if (!ch1.IsEmpty() && !ch2.IsEmpty()) {
     const std::array<bool, 256> equal = BytesEqualTo(ch1, encoding);
+    // One byte for one byte, so that positions in the text stay as they are.
     const char replacement = ch2.Bytes().front();
     for (std::size_t i = 0; i < bytes.size(); ++i) {
       bytes[i] = equal[static_cast<unsigned char>(bytes[i])] ? replacement : bytes[i];

@@ -1,10 +1,23 @@
-#include "setup/copy_list.h"
+#include "setup/lists.h"
 
 #include <algorithm>
 
 #include "platform/framework/text.h"
 
 namespace zephin {
+
+std::vector<SelectionEntry> ReadSelectionList(const String& list) {
+  std::vector<SelectionEntry> entries;
+  for (const String& entry : Split(list, kSelectionSeparator)) {
+    const auto part = [&entry](std::int64_t number) {
+      // Missing parts are empty, so a list with fewer commas needs no case of its own.
+      return NthField(entry, kSelectionPartSeparator, number);
+    };
+    entries.push_back({part(1), part(2), part(3), part(4)});
+  }
+  return entries;
+}
+
 namespace {
 
 CopyVerb VerbOf(const String& key) {
@@ -32,9 +45,11 @@ CopyCommand ReadCopy(const String& item, const String& value) {
 }
 
 CopyCommand ReadCommand(const String& text) {
+  // Fields, not the first "=": what follows a second one has never counted.
   const String key = NthField(text, kCopyValueSeparator, 1);
   const String value = NthField(text, kCopyValueSeparator, 2);
   switch (const CopyVerb verb = VerbOf(key)) {
+    // The commands before the install do nothing for an empty path, so they are never malformed.
     case CopyVerb::PreInstallDelete:
       return {verb, value};
     case CopyVerb::PreInstallCopy:

@@ -1,4 +1,4 @@
-#include "setup/scrambling.h"
+#include "setup/bundle_files.h"
 
 #include <algorithm>
 #include <bit>
@@ -31,6 +31,7 @@ void ChangeOddBytes(std::span<char> block, std::uint64_t position, int step, Wor
   const auto change = [step](char& c) {
     c = static_cast<char>(static_cast<unsigned char>(c) + step);
   };
+  // The word step expects a block that begins at an even position.
   if (position % 2 == 1 && byte != end) {
     change(*byte++);
   }
@@ -53,6 +54,7 @@ String Changed(std::string bytes, Change change) {
   const std::span<char> all(bytes);
   for (std::size_t done = 0; done < all.size(); done += kBlock) {
     change(all.subspan(done, std::min(kBlock, all.size() - done)), done);
+    // A record may hold pictures of many megabytes.
     RuntimeBackgroundTask();
   }
   return {std::move(bytes), Encoding::None};

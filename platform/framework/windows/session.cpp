@@ -1,4 +1,4 @@
-#include "platform/framework/clipboard.h"
+#include "platform/framework/session.h"
 
 #include "platform/framework/application.h"
 
@@ -10,6 +10,10 @@ String Clipboard::Text() const {
 
 void Clipboard::SetText(const String& text) {
   Application::Current().Session().SetClipboardText(text);
+}
+
+Ref<FolderItem> SelectFolderDialog::ShowModal() const {
+  return Application::Current().Session().SelectFolder(*this);
 }
 
 }  // namespace zephin

@@ -1,12 +1,24 @@
-#ifndef PLATFORM_FRAMEWORK_SELECT_FOLDER_DIALOG_H_
-#define PLATFORM_FRAMEWORK_SELECT_FOLDER_DIALOG_H_
+#ifndef PLATFORM_FRAMEWORK_SESSION_H_
+#define PLATFORM_FRAMEWORK_SESSION_H_
 
 #include <utility>
 
 #include "platform/framework/folder_item.h"
 #include "platform/framework/string.h"
 
+// What the program asks of the user's session, apart from windows.
+
 namespace zephin {
+
+/// The system clipboard of the user's session. The object has no state: each call asks the desktop.
+class Clipboard {
+ public:
+  /// The clipboard's text as UTF-8; empty if it holds no text.
+  String Text() const;
+  /// Replaces the contents of the clipboard. Other programs can still paste the text after this
+  /// program has ended.
+  void SetText(const String& text);
+};
 
 /// The desktop's dialog in which the user selects an existing folder. A text that is empty is
 /// replaced by the desktop's own.
@@ -36,4 +48,4 @@ class SelectFolderDialog {
 
 }  // namespace zephin
 
-#endif  // PLATFORM_FRAMEWORK_SELECT_FOLDER_DIALOG_H_
+#endif  // PLATFORM_FRAMEWORK_SESSION_H_
