@@ -42,6 +42,7 @@ class RootWatch {
  private:
   void Run();
   RootState Look() const;
+  void RemoveMarker() const;
 
   int parent_;
   std::string name_;

@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <utility>
 
 #include "platform/expander/common/file_id.h"
@@ -53,8 +54,19 @@ RootState RootWatch::End() {
   if (state_ != RootState::Unchanged) {
     control_.Stop();
   }
-  RemoveIfSame(root_, kMarker, FileId::Of(marker_.Number()), 0);
+  RemoveMarker();
   return state_;
+}
+
+void RootWatch::RemoveMarker() const {
+  const FileId own = FileId::Of(marker_.Number());
+  RemoveIfSame(root_, kMarker, own, 0);
+  // A program that moves the folder's items elsewhere while they arrive takes the marker along.
+  std::array<char, PATH_MAX> place{};
+  const std::string link = "/proc/self/fd/" + std::to_string(marker_.Number());
+  if (::readlink(link.c_str(), place.data(), place.size() - 1) > 0) {
+    RemoveIfSame(AT_FDCWD, place.data(), own, 0);
+  }
 }
 
 void RootWatch::Run() try {

@@ -154,6 +154,19 @@ TEST(ExpandBeside, EndsEarlyAndDeletesItsOwnWhenTheTreeIsDeleted) {
   EXPECT_LT(calls.made, 4000);
 }
 
+// A patch is merged into the installed folder item by item, perhaps before all of it has arrived.
+TEST(ExpandBeside, LeavesNoMarkerWhereItsItemsAreMoved) {
+  const ScratchFolder scratch;
+  WriteFile(scratch / "a.zip", ZipOfTool(5, 1000));
+  SystemCalls calls;
+  calls.before["995"] = [&] {
+    fs::create_directory(scratch / "Taken");
+    fs::rename(scratch / "Tool/.zephin-expanding", scratch / "Taken/.zephin-expanding");
+  };
+  EXPECT_TRUE(ExpandBeside(scratch / "a.zip").Complete());
+  EXPECT_TRUE(fs::is_empty(scratch / "Taken"));
+}
+
 TEST(ExpandBeside, EndsEarlyWhenItsFolderIsDeletedOrMoved) {
   for (const char* const moment : {".zephin-expanding", "d0", "0", "100"}) {
     for (const bool deleted : {true, false}) {
