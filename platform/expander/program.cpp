@@ -10,6 +10,7 @@
 namespace zephin::expander {
 
 void PrepareProcess() {
+  // The system gives out the lowest free number, so this fills the gaps up to standard error.
   int number = 0;
   do {
     number = ::open("/dev/null", O_RDWR);
@@ -39,6 +40,7 @@ int RunProgram(const char* name, const std::function<Result()>& expand) {
 
 void WriteLine(const char* name, const std::string& line) {
   const std::string text = std::string(name) + ": " + line + "\n";
+  // One call, so that lines of several processes don't mix.
   (void)!::write(STDERR_FILENO, text.data(), text.size());
 }
 

@@ -63,6 +63,7 @@ std::string Figures(const char* what, std::uint64_t needed, std::uint64_t free) 
 
 std::string WhyNoRoom(const Plan& plan, int folder, Existing existing) {
   struct statvfs disk {};
+  // Some network disks report no size at all.
   if (::fstatvfs(folder, &disk) != 0 || disk.f_blocks == 0 || disk.f_frsize == 0) {
     return {};
   }
@@ -78,10 +79,12 @@ std::string WhyNoRoom(const Plan& plan, int folder, Existing existing) {
   const bool system = ::geteuid() == 0;
   const std::uint64_t free = MultiplySaturated(system ? disk.f_bfree : disk.f_bavail, block);
   const std::uint64_t freeItems = system ? disk.f_ffree : disk.f_favail;
+  // Disks without a fixed number of inodes report 0.
   const bool countsItems = disk.f_files != 0;
   if (needed <= free && (!countsItems || items <= freeItems)) {
     return {};
   }
+  // Looking up every path is slow, so it is done only if the answer depends on it.
   const Found found = existing == Existing::Replace ? CountExisting(plan, folder, block) : Found{};
   if (needed > AddSaturated(free, found.bytes)) {
     return Figures("bytes", needed, free);
