@@ -34,6 +34,7 @@ Cause ReadSmallEntry(const Entry& entry, Unpacker& unpacker, char* buffer, std::
   if (const Cause cause = FindData(entry, unpacker.reader, place)) {
     return cause;
   }
+  // A view can't be empty, so an entry without data needs none.
   if (entry.packedSize > 0) {
     data = unpacker.reader.View(place, entry.packedSize);
     if (data.empty()) {
@@ -71,6 +72,7 @@ std::optional<std::size_t> EntryStream::Next(char* block, std::size_t size) {
     }
     return crc_ == entry_.crc ? std::optional<std::size_t>(0) : Refuse(Cause::Fixed(kWrongCrc));
   }
+  // Never more than stated: an entry can't fill the disk by unpacking to more.
   size = std::min<std::uint64_t>(size, left_);
   const std::optional<std::size_t> got =
       decoder_ == nullptr ? Stored(block, size) : Decoded(block, size);
@@ -96,6 +98,7 @@ std::optional<std::size_t> EntryStream::Stored(char* block, std::size_t size) {
 
 /// Gives the decoder more packed bytes. False, with the fault set, if there are none.
 bool EntryStream::FeedDecoder() {
+  // Fits into the processor's cache together with the output.
   constexpr std::uint64_t kPiece = 256U << 10U;
   if (packedLeft_ == 0) {
     (void)Refuse(Cause::Fixed(kDamaged));
@@ -153,6 +156,7 @@ bool EntryStream::EndsHere() {
       return false;
     }
   }
+  // Bytes behind the stream would be data that nobody sees.
   if (decoder_->Unused() + packedLeft_ != 0) {
     (void)Refuse(Cause::Fixed(kWrongSize));
     return false;

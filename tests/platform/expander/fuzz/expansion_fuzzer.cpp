@@ -123,7 +123,8 @@ void AddKnownEntry(FuzzedDataProvider& data, KnownArchive& archive, Contents& as
   entry.zip64 = data.ConsumeBool();
   std::string content = entry.data;
   const int kind = data.ConsumeIntegralInRange(0, 3);
-  if (kind == 0) {
+  // The target has a file "f", which no folder replaces.
+  if (kind == 0 && path != "f") {
     entry.mode = kFolder;
     content = "/";
   } else if (kind == 1 && !entry.data.empty() && entry.data.find('\0') == std::string::npos) {
