@@ -1,6 +1,7 @@
 #include "actions/path_tokens.h"
 
 #include "app/zephin_stub_window.h"
+#include "files/files.h"
 #include "platform/bundle/bundle_location.h"
 #include "platform/framework/folder_item.h"
 #include "platform/framework/session.h"
@@ -21,7 +22,7 @@ String Resolved(PathToken token, const String& rest, const String& targetFolder)
       return UserHomePath() + "/" + rest;
     case PathToken::InstallFolder:
       // Always in the applications folder: the user selects another folder only later.
-      return "/Applications/" + targetFolder + "/" + rest;
+      return ViewConst::GetApplicationFolderPath() + targetFolder + "/" + rest;
     case PathToken::SetupFolder:
       return ViewConst::GetApplicationPath() + rest;
     case PathToken::FixedPath:

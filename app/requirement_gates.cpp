@@ -57,7 +57,7 @@ bool ZephinStubWindow::CheckMinOSorRAM() {
 }
 
 bool ZephinStubWindow::CheckAdminAccount() {
-  const String path = ViewConst::MyAbsolutePath(ViewConst::GetApplicationFolder()) + "X.txt";
+  const String path = ViewConst::GetApplicationFolderPath() + "X.txt";
   const Ref<FolderItem> item = GlobalsVk::MyGetFolderItem(path);
   if (item.IsNil()) {
     return false;

@@ -1,7 +1,7 @@
-"""Makes the archives that bench/expand expands, from a seed: the same bytes on every machine.
+"""Makes the archives that bench/expand expands. A fixed seed gives the same bytes on every machine.
 
-Each payload is NAME.zip with NAME.json beside it, which tells what must come out: for every path its
-kind, mode, time and the SHA-256 of its bytes or the target of a link. PLAIN is NAME.plain, the bytes
+Each payload is NAME.zip with NAME.json beside it, which lists the expected contents: for every path
+its kind, mode, time and the SHA-256 of its bytes or the target of a link. NAME.plain has the bytes
 of a payload that is one file.
 """
 
@@ -19,20 +19,22 @@ MEGABYTE = 1_000_000
 
 
 def text_pool(rng, size):
-    """Source code, roughly: words of a small language, indentation, lines."""
-    words = ["".join(rng.choices("etaoinshrdlucmfwypvbgkqjxz", k=rng.randint(2, 11))) for _ in range(1500)]
+    """Text like source code: words of a small language, indentation, lines."""
+    words = ["".join(rng.choices("etaoinshrdlucmfwypvbgkqjxz", k=rng.randint(2, 11)))
+             for _ in range(1500)]
     weights = [1 / (i + 3) for i in range(len(words))]
     lines = []
     total = 0
     while total < size:
-        line = " " * rng.choice((0, 2, 4, 4, 8)) + " ".join(rng.choices(words, weights, k=rng.randint(1, 12))) + ";\n"
+        indent = " " * rng.choice((0, 2, 4, 4, 8))
+        line = indent + " ".join(rng.choices(words, weights, k=rng.randint(1, 12))) + ";\n"
         lines.append(line)
         total += len(line)
     return "".join(lines).encode()[:size]
 
 
 def program_pool(rng, size):
-    """Machine code, roughly: records of a few kinds with some bytes that differ."""
+    """Bytes like machine code: records of a few kinds with some bytes that differ."""
     kinds = [rng.randbytes(rng.randint(3, 14)) for _ in range(700)]
     weights = [1 / (i + 5) for i in range(len(kinds))]
     parts = []
@@ -45,7 +47,7 @@ def program_pool(rng, size):
 
 
 def log_pool(rng, size):
-    """Lines that repeat but for a few digits; packs to about an eighth."""
+    """Lines that repeat except for a few digits; compresses to about an eighth."""
     forms = [text_pool(rng, rng.randint(60, 140)).replace(b"\n", b" ") for _ in range(60)]
     lines = []
     total = 0
@@ -57,16 +59,16 @@ def log_pool(rng, size):
 
 
 class Payload:
-    """Writes one archive and its list of what must come out."""
+    """Writes one archive and the list of its contents."""
 
     def __init__(self, folder, name):
         self.folder = folder
         self.name = name
-        self.zip = zipfile.ZipFile(folder / f"{name}.part", "w", zipfile.ZIP_DEFLATED, allowZip64=True)
+        self.zip = zipfile.ZipFile(folder / f"{name}.part", "w", zipfile.ZIP_DEFLATED)
         self.items = {}
 
     def add(self, path, mode, data, method=zipfile.ZIP_DEFLATED, seconds=TIME):
-        """A folder has no data, a link its target."""
+        """`data` of a folder is empty, of a link its target."""
         name = path + "/" if stat.S_ISDIR(mode) else path
         info = zipfile.ZipInfo(name, (2024, 3, 9, 12, 0, 0))
         info.create_system = 3
@@ -98,7 +100,7 @@ def make_tree(folder, name, sizes, folders):
         paths.append(path)
         if path.count("/") < 6:
             parents.append(path)
-    # Folder by folder, as a program that walks a tree writes them.
+    # In the order of a program that walks a tree.
     paths.sort(key=lambda path: path.split("/"))
     homes = sorted(rng.randrange(len(paths)) for _ in sizes)
     started = 0
@@ -184,7 +186,7 @@ MAKERS = {
 
 
 def make(folder, name):
-    """Makes the payload unless it is there, and gives its archive's path."""
+    """Makes the payload unless it exists. Returns its archive's path."""
     folder = pathlib.Path(folder)
     folder.mkdir(parents=True, exist_ok=True)
     archive = folder / f"{name}.zip"

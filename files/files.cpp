@@ -52,7 +52,16 @@ bool DirectoryExists(const String& path) {
 }
 
 Ref<FolderItem> GetApplicationFolder() {
-  return SpecialFolder::System()->Parent()->Child("Applications", true);
+  return SpecialFolder::Applications();
+}
+
+String GetApplicationFolderPath() {
+  String path = MyAbsolutePath(GetApplicationFolder());
+  // A folder that could not be made has none, and names would be joined to its own.
+  if (Right(path, 1) != GetPathSeparator()) {
+    path += GetPathSeparator();
+  }
+  return path;
 }
 
 void DeleteFile(const String& path) {

@@ -14,8 +14,11 @@ bool FileExists(const String& path);
 /// Whether a folder exists there. One trailing separator is dropped, so that "/" gives false.
 bool DirectoryExists(const String& path);
 
-/// The applications folder of the system volume; it need not exist.
+/// The applications folder, which is made if nothing exists there. It does not exist if that fails.
 Ref<FolderItem> GetApplicationFolder();
+
+/// Its path, always with a trailing "/".
+String GetApplicationFolderPath();
 
 /// One plain delete of a file, a link or an empty folder; a full folder stays.
 void DeleteFile(const String& path);

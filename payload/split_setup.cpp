@@ -119,7 +119,7 @@ void ZephinStubWindow::CombineSplitSetupX(const String& firstPartPath, const Str
 }
 
 bool ZephinStubWindow::SourceFolderIsCD(const String& folder) const {
-  const String applications = ViewConst::MyAbsolutePath(ViewConst::GetApplicationFolder());
+  const String applications = ViewConst::GetApplicationFolderPath();
   const std::int64_t position = ViewConst::Pos(ViewConst::GetPathSeparator(), applications);
   const String volume = position == 0 ? "" : zephin::Left(applications, position - 1);
   // Paths begin with the separator, so the volume is empty and is never found: every folder counts

@@ -57,7 +57,7 @@ bool LiesBelowItsParent(const String& targetName) {
 
 String PlaceOfTarget(ZephinStubWindow& window) {
   if (window.fApplicationFolder) {
-    return ViewConst::MyAbsolutePath(ViewConst::GetApplicationFolder()) + window.fTargetFolder;
+    return ViewConst::GetApplicationFolderPath() + window.fTargetFolder;
   }
   const String parent = window.SelectTargetFolder(ViewConst::GetApplicationPath(), true);
   return parent.IsEmpty() ? "" : parent + ViewConst::GetPathSeparator() + window.fTargetFolder;

@@ -29,20 +29,6 @@ install_missing() {
     install --no-install-recommends "${missing[@]}"
 }
 
-# The installer takes whoever may write to /Applications for an administrator. Linux has no such
-# folder: it is made once, and belongs to the user who runs this.
-make_applications() {
-  if [ ! -d /Applications ]; then
-    as_root install -d -m 755 -o "$(id -u)" -g "$(id -g)" /Applications
-    echo "Made /Applications, which belongs to $(id -un)."
-  fi
-  if [ ! -w /Applications ]; then
-    echo "You can't write to /Applications, so the installer would refuse to run." >&2
-    echo "Make it yours: sudo chown $(id -un) /Applications" >&2
-    return 1
-  fi
-}
-
 # build PRESET: configures and builds. The words of a configuration that went well are left out.
 build() {
   local said

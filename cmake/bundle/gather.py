@@ -2,9 +2,9 @@
 
 Usage: gather.py BUNDLE QT_PLUGINS
 
-The libraries come into Contents/Frameworks, plug-ins into a folder in it. They and the programs find
-each other from where they lie, before whatever the user's own settings name. From the user's system
-come the C library, which fits the system's kernel, names and users, and the libraries of the
+The libraries come into Contents/Frameworks, plug-ins into a folder in it. They and the programs
+find each other from where they lie, before whatever the user's own settings name. From the user's
+system come the C library, which fits the system's kernel, names and users, and the libraries of the
 compiler, which every desktop has: these only ever grow, while a copy of them could be older than
 what a library of the system wants that is loaded beside it.
 """
@@ -21,12 +21,12 @@ FROM_SYSTEM = {"libc.so.6", "libm.so.6", "libdl.so.2", "libpthread.so.0", "librt
                "libresolv.so.2", "ld-linux-x86-64.so.2", "ld-linux-aarch64.so.1",
                "libgcc_s.so.1", "libstdc++.so.6"}
 
-# Linked, but never used here: OpenGL by windows that are drawn without it; by downloads over HTTP the
-# other protocols, the proof of identity by Kerberos and the suffixes for cookies; by a client of
-# a message bus the library of services; a kind of checksum; a kind of compression for data that the
-# toolkit and servers could hold. Of the Unicode library's 35 MB only the order of names in the folder
-# dialog is used, and of the library of international domain names one function: for both a few
-# lines stand in.
+# Linked, but never used here: OpenGL by windows that are drawn without it; by downloads over HTTP
+# the other protocols, the proof of identity by Kerberos and the suffixes for cookies; by a client
+# of a message bus the library of services; a kind of checksum; a kind of compression for data that
+# the toolkit and servers could hold. Of the Unicode library's 35 MB only the order of names in the
+# folder dialog is used, and of the library of international domain names one function: for both a
+# few lines stand in.
 NEVER_USED = {"libEGL.so.1", "libOpenGL.so.0", "libGLX.so.0",
               "libldap-2.5.so.0", "liblber-2.5.so.0", "librtmp.so.1", "libssh2.so.1",
               "libgssapi_krb5.so.2", "libpsl.so.5",

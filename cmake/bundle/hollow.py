@@ -49,7 +49,8 @@ def _worked(name, symbols, scratch):
 
 
 def _functions_of(compiled):
-    return {line.split()[-1] for line in elf.run("nm", "-g", "--defined-only", compiled).splitlines()}
+    return {line.split()[-1]
+            for line in elf.run("nm", "-g", "--defined-only", compiled).splitlines()}
 
 
 def _definition(symbol):

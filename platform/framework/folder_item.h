@@ -144,8 +144,11 @@ Ref<FolderItem> GetTemporaryFolderItem();
 /// nil if the machine does not know it.
 namespace SpecialFolder {
 
-/// Its parent is the root of the system volume.
+/// It need not exist. The Applications folder is beside it.
 Ref<FolderItem> System();
+/// The folder that applications are installed in; the target if it is a link. Each call makes it
+/// (mode 0755) if nothing exists there. If that fails, the item does not exist.
+Ref<FolderItem> Applications();
 Ref<FolderItem> UserHome();
 /// It need not exist.
 Ref<FolderItem> Desktop();

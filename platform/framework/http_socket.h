@@ -11,7 +11,8 @@ class HTTPSocket {
   virtual ~HTTPSocket() = default;
 
   /// Sends a GET request and returns the body as bytes without encoding. Events are processed
-  /// meanwhile. The status of the response is ignored.
+  /// meanwhile. The status of the response is ignored. Spaces, controls and letters outside of
+  /// ASCII in the path are sent percent-encoded, as UTF-8; everything else is sent as it is.
   ///
   /// The request ends when the response is complete, when the connection fails, or after
   /// `timeoutSeconds` in which nothing has arrived (this limits silence, not the whole transfer).

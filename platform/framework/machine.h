@@ -12,7 +12,8 @@ namespace zephin {
 /// slash. An empty path means that the place is unknown.
 struct Machine {
   std::string executable;              ///< File of the running program.
-  std::string systemFolder;            ///< `SpecialFolder::System`; "Applications" is its sibling.
+  std::string systemFolder;            ///< `SpecialFolder::System`, beside `applicationsFolder`.
+  std::string applicationsFolder;      ///< `SpecialFolder::Applications`; it need not exist yet.
   std::string userHome;                ///< The user's home folder.
   std::string desktopFolder;           ///< The user's desktop folder; it need not exist.
   std::string temporaryFolder;         ///< A private folder of the user; it exists.

@@ -23,7 +23,7 @@ TEST(SpecialPath, LeadingTokensBecomePathsAndTheClipboardTheHelpersPlace) {
       {"UserAccount/Tool", home + "/Tool", disk + "Tool"},
       {"UserAccount/", home + "/", disk},
       {"useraccount/Tools/x", home + "/Tools/x", disk + "Tools/x"},
-      {"InstallFolder/Tool", "/Applications/MyApp/Tool", disk + "Tool"},
+      {"InstallFolder/Tool", run.Applications().string() + "/MyApp/Tool", disk + "Tool"},
       {"FixedPath//Library/Tool", "/Library/Tool", disk + "/Library/Tool"},
       {"FixedPath/Library/Tool", "Library/Tool", disk + "Library/Tool"},
       {"FIXEDPATH/setupfolder/x", disk + "x", disk + "x"},

@@ -28,28 +28,10 @@ class ReadData : public testing::Test {
   ZephinStubWindow& w = run.BareWindow();
 };
 
-TEST_F(ReadData, EachPositionGoesToItsField) {
-  ASSERT_TRUE(Read("1$|~1$|~3$|~A,40,41$|~5$|~B,60,61$|~1$|~8$|~C,90,91$|~-100.9$|~1$|~12",
-                   "1|t|#|2|t|#|3|#|4|#|5|t|#|L0||L2|#|7|#|8|#|9|#|10|#|11|#|12|#|1|#|14|#|15|#|16"
-                   "|#|17|#|18|#|19|#|20|#|21|#|22,|t|#|23|#|24|#|25|#|26|#|27|#|28|#|29|t|#|30"));
-  EXPECT_EQ(Joined(w.fTimeStamp, w.fExecuteAfterName, w.fLogoPixelStr, w.fPicturePixelStr,
-                   w.fExecuteBeforeName, w.fBackgroundPixelStr, w.fAgreement, w.fMessage,
-                   w.fURLActual, w.fURLDisplayed, w.fInfo, w.fTargetFolder, w.fCopyright,
-                   w.fWindowTitle, w.fInstallChoices, w.fInstallOptions, w.fMinOS, w.fMinRAM,
-                   w.fCompletionURL, w.fPreInstallNotes, w.fPostInstallNotes, w.fPostCopy),
-            "1 3 A B 8 C 1\nt 2|t 3 4 5\nt 7 8 9 22,|t 23 24 25 26 27 28 29|t ");
-  EXPECT_EQ((std::vector{w.fLogoWidth, w.fLogoHeight, w.fPictureWidth, w.fPictureHeight,
-                         w.fBackgroundWidth, w.fBackgroundHeight, w.fEncryptionLen}),
-            (std::vector<std::int64_t>{40, 41, 60, 61, 90, 91, -100}));
-  EXPECT_TRUE(w.fApplicationFolder && w.fPromptToReplace && w.fCenterMessage &&
-              w.fInstallationPatch);
-  EXPECT_EQ(Labels(), (std::vector<String>{"L0", "", "L2"}));
-}
-
 TEST_F(ReadData, MissingPositionsAreEmptyAndOddOnesAreWhatTheyCanBe) {
-  ASSERT_TRUE(Read("$|~11$|~$|~FFF$|~$|~x,12px,$|~ 1$|~$|~$|~0x10", "page|#|"));
+  ASSERT_TRUE(Read("$|~11$|~$|~FFF$|~$|~x,12px,$|~ 1$|~$|~$|~-100.9", "page|#|"));
   EXPECT_EQ((std::vector{w.fLogoWidth, w.fPictureWidth, w.fPictureHeight, w.fEncryptionLen}),
-            (std::vector<std::int64_t>{0, 12, 0, 0}));
+            (std::vector<std::int64_t>{0, 12, 0, -100}));
   EXPECT_FALSE(w.fApplicationFolder || w.fPromptToReplace || w.fCenterMessage);
   EXPECT_EQ(w.fLogoPixelStr.Bytes() + w.fAgreement.Bytes(), "FFFpage");
   EXPECT_EQ(w.fLabels.Count(), 0);

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "tests/support/limits.h"
 #include "tests/support/stub_run.h"
@@ -62,6 +63,26 @@ TEST(RequirementGates, ProbeLeavesTheUsersFileBehindALinkOfItsName) {
   }
 }
 
+constexpr const char* kRefusal =
+    "Cannot Install\n\nAn Administrator account is required to run this installer.";
+
+TEST(RequirementGates, MissingApplicationsFolderIsMadeForAllUsers) {
+  StubRun run;
+  fs::remove(run.Applications());
+  const mode_t mask = umask(077);
+  EXPECT_TRUE(run.BareWindow().CheckAdminAccount());
+  umask(mask);
+  EXPECT_EQ(fs::status(run.Applications()).permissions(), fs::perms(0755));
+  EXPECT_TRUE(fs::is_empty(run.Applications()));
+  // Where it can't be made, the user is refused, and nothing is written beside it.
+  fs::remove(run.Applications());
+  WriteFile(run.Applications(), "a file");
+  run.desktop.ExpectMessage(kRefusal);
+  EXPECT_FALSE(run.BareWindow().CheckAdminAccount());
+  EXPECT_EQ(ReadFile(run.Applications()), "a file");
+  EXPECT_FALSE(fs::exists(run.scratch / "ApplicationsX.txt"));
+}
+
 TEST(RequirementGates, AdministratorIsWhoCanWriteToApplications) {
   StubRun run;
   ZephinStubWindow& window = run.BareWindow();
@@ -70,8 +91,7 @@ TEST(RequirementGates, AdministratorIsWhoCanWriteToApplications) {
   EXPECT_TRUE(fs::is_empty(run.Applications()));
   fs::permissions(run.Applications(), fs::perms(0555));
   const PlainUser user(run.scratch.Path());
-  run.desktop.ExpectMessage(
-      "Cannot Install\n\nAn Administrator account is required to run this installer.");
+  run.desktop.ExpectMessage(kRefusal);
   EXPECT_FALSE(window.CheckAdminAccount());
 }
 

@@ -19,8 +19,9 @@ FRAMEWORKS = os.path.join(BUNDLE, "Contents", "Frameworks")
 
 # Every desktop has these: the C library and the loader, and the libraries of the compiler, without
 # which neither a window system nor a browser would run there.
-ALLOWED = {"libc.so.6", "libm.so.6", "libdl.so.2", "libpthread.so.0", "librt.so.1", "libresolv.so.2",
-           "ld-linux-x86-64.so.2", "ld-linux-aarch64.so.1", "libgcc_s.so.1", "libstdc++.so.6"}
+ALLOWED = {"libc.so.6", "libm.so.6", "libdl.so.2", "libpthread.so.0", "librt.so.1",
+           "libresolv.so.2", "ld-linux-x86-64.so.2", "ld-linux-aarch64.so.1",
+           "libgcc_s.so.1", "libstdc++.so.6"}
 
 # The oldest system that it runs on: Debian 12, whose libraries have these versions.
 NEWEST = {"GLIBC": (2, 36), "GLIBCXX": (3, 4, 30), "CXXABI": (1, 3, 13), "GCC": (12, 0, 0)}

@@ -84,11 +84,6 @@ class Node:
         found = self._ask(lambda: self._accessible.get_extents(Atspi.CoordType.SCREEN))
         return (found.x, found.y, found.width, found.height) if found else None
 
-    @property
-    def middle(self):
-        x, y, width, height = self.area
-        return x + width // 2, y + height // 2
-
     def children(self):
         count = self._ask(self._accessible.get_child_count, 0)
         found = (self._ask(lambda i=i: self._accessible.get_child_at_index(i))

@@ -10,8 +10,6 @@ import accessible
 import processes
 from processes import Failure, wait_until
 
-_APPLICATIONS = "/Applications"
-
 # Writes down what it is asked to open, in place of the desktop's own.
 _XDG_OPEN = """#!/bin/sh
 printf '%s\\n' "$1" >> "$RECORD_OF_OPENED"
@@ -22,6 +20,13 @@ _SANITIZERS = {"ASAN_OPTIONS": "detect_leaks=0:handle_abort=0",
                "UBSAN_OPTIONS": "print_stacktrace=1"}
 
 
+def applications_folder(home):
+    """The folder in which the installer installs applications, for a user with that home."""
+    if os.path.isdir("/Applications"):
+        return "/Applications"
+    return "/opt" if os.geteuid() == 0 else os.path.join(home, "Applications")
+
+
 def program_of(bundle):
     """The program in an application bundle."""
     folder = os.path.join(bundle, "Contents", "MacOS")
@@ -29,10 +34,10 @@ def program_of(bundle):
 
 
 @contextlib.contextmanager
-def _no_other_starting():
+def _no_other_starting(applications):
     # Each installer writes and deletes the same file there as it starts: two at the same moment
-    # could take each other's for their own.
-    guard = os.open(_APPLICATIONS, os.O_RDONLY)
+    # could take each other's for their own. The folder itself may not exist yet.
+    guard = os.open(os.path.dirname(applications), os.O_RDONLY)
     try:
         fcntl.flock(guard, fcntl.LOCK_EX)
         yield
@@ -180,6 +185,7 @@ class Installer(Program):
 
     def __init__(self, screen, program, folder, settings=None):
         self.home = os.path.join(folder, "home")
+        self.applications = applications_folder(self.home)
         tools = os.path.join(folder, "bin")
         for made in (self.home, os.path.join(folder, "tmp"), tools):
             os.makedirs(made, exist_ok=True)
@@ -195,7 +201,7 @@ class Installer(Program):
                        "PATH": tools + ":" + os.environ["PATH"],
                        "RECORD_OF_OPENED": self._record, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
                        **(settings or {})}
-        with _no_other_starting():
+        with _no_other_starting(self.applications):
             with open(self._output, "wb") as output:
                 self.process = subprocess.Popen(
                     [program], stdin=subprocess.DEVNULL, stdout=output, stderr=output,
@@ -209,7 +215,7 @@ class Installer(Program):
             return True
         shown = accessible.program(self.id)
         return (shown and shown.answers()
-                and not os.path.exists(os.path.join(_APPLICATIONS, "X.txt")))
+                and not os.path.exists(os.path.join(self.applications, "X.txt")))
 
     # How it went.
 

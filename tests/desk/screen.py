@@ -1,4 +1,4 @@
-"""The X side of a session: real clicks and keys, windows as the window manager sees them, pixels."""
+"""The X side of a session: real clicks and keys, the window manager's view of windows, pixels."""
 
 import contextlib
 import struct

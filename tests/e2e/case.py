@@ -17,7 +17,7 @@ import unittest
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 sys.path.insert(0, os.path.join(ROOT, "tests", "desk"))
 
-from installer import Installer, Program, program_of  # noqa: E402,F401
+from installer import Installer, Program, applications_folder, program_of  # noqa: E402,F401
 from processes import Failure, command_line, descendant_where, wait_until  # noqa: E402,F401
 from screen import Screen  # noqa: E402
 from session import Session  # noqa: E402

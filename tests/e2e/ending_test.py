@@ -2,7 +2,6 @@
 
 import contextlib
 import os
-import pathlib
 import signal
 import threading
 
@@ -14,8 +13,6 @@ import Xlib.protocol.event
 import case
 from case import wait_until
 from hearing import assert_heard
-
-_CHOICES = 21  # The place of the choice list in the record, from 0 on.
 
 
 class ManagerThatKeepsNothing(threading.Thread):
@@ -117,18 +114,6 @@ class Faults(case.InstallerTest):
                 bundle = self.bundle()
                 os.remove(self.resource(bundle, gone))
                 self.assert_reported(self.open(bundle), "OutOfBounds")
-
-    def test_more_choices_than_rows_are_reported_before_a_dialog_shows(self):
-        bundle = self.bundle()
-        # make_setup would refuse them.
-        record = pathlib.Path(self.resource(bundle, "TextData"))
-        fields = record.read_bytes().split(b"|#|")
-        fields[_CHOICES] = b"|".join([b"a,a.zip,x"] * 11)
-        record.write_bytes(b"|#|".join(fields))
-        run = self.open(bundle)
-        run.press("Install")
-        self.assert_reported(run, "NilObject")
-        self.assertEqual(os.listdir(self.target), [])
 
     def test_failure_is_told_in_windows_that_are_heard_and_the_rest_goes_on(self):
         case.write_tree(self.folder, {"file": "in the way"})

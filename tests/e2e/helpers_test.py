@@ -59,41 +59,6 @@ class Before(Helper):
         run.dismiss("All set")
         self.quit(run)
 
-    def test_replies(self):
-        for reply, message, goes_on in (
-                ("ZephinInstallAbort:No room", "No room", False),
-                ("ZephinInstallAbort:", None, False),
-                ("ZephinInstallDone:x", None, True),
-                ("ZephinInstallWait ", None, True)):
-            with self.subTest(reply):
-                run = self.open_with(f"say '{reply}'")
-                if message:
-                    run.dismiss(message)
-                if goes_on:
-                    self.quit(run)
-                else:
-                    self.assert_ends(run)
-
-    def test_helper_that_is_silent_or_missing_delays_and_no_more(self):
-        for there in (True, False):
-            with self.subTest(there=there):
-                self.program("exec sleep 1000")
-                bundle = self.bundle(helpers=["../helper.sh"], fExecuteBeforeName="helper.sh")
-                if not there:
-                    os.remove(self.resource(bundle, "helper.sh"))
-                begin = time.monotonic()
-                run = self.open(bundle)
-                run.window("Install")
-                self.assertGreater(time.monotonic() - begin, 3)
-                self.quit(run)
-
-    def test_helper_beside_the_installer_finds_its_place_on_the_clipboard(self):
-        helper = self.program(f"heard > '{self.sign}'\nsay ZephinInstallDone:")
-        run = self.open(fExecuteBeforeName="SetupFolder/helper.sh")
-        run.window("Install")
-        wait_until(lambda: self.sign.exists() and self.sign.read_text(encoding="utf-8") == helper,
-                   "the helper to have heard its place")
-
     def test_clipboard_taken_while_a_helper_works(self):
         for text in ("what a user has copied", "", "x" * 5000000):
             with self.subTest(text[:30]):
@@ -111,19 +76,6 @@ class After(Helper):
         self.install(self.open_with("exec sleep 1000.25", "fExecuteAfterName"))
         wait_until(lambda: case.descendant_where(lambda words: "1000.25" in words),
                    "the script to run")
-
-    def test_bundle(self):
-        case.write_tree(self.folder, {"Helper é.app": {"Contents": {"MacOS": {}}}})
-        self.program(f"touch '{self.sign}'", "Helper é.app/Contents/MacOS/run")
-        self.install(self.open(helpers=["../Helper é.app"], fExecuteAfterName="Helper é.app"))
-        wait_until(self.sign.exists, "the bundle's program to run")
-
-    def test_document(self):
-        bundle = self.bundle(files={"read me.txt": "Hi"}, helpers=["read me.txt"],
-                             fExecuteAfterName="read me.txt")
-        run = self.open(bundle)
-        self.install(run)
-        self.assert_opens(run, self.resource(bundle, "read me.txt"))
 
 
 if __name__ == "__main__":

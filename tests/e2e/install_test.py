@@ -32,19 +32,6 @@ class WholeInstall(case.InstallerTest):
         self.assertEqual(os.listdir(self.target), ["Tool"], "nothing else is left beside it")
         self.assert_opens(run, "http://tool.example/done")
 
-    def test_by_mouse(self):
-        run = self.open(**EVERYTHING)
-        run.click("Install")
-        run.click("OK", within=run.window("Pre-Installation Notes"))
-        run.click("I Agree", within=run.window("License Agreement"))
-        run.click_on(run.find("Dark"), across=0.1)
-        run.click("Continue", within=run.window("Pick One Choice"))
-        run.click("Maps", "Continue", within=run.window("Select Options"))
-        run.click_on(run.find("target", "table cell"))
-        run.click("Select")
-        run.click("OK", within=run.window("Release Notes"))
-        self.assert_installed(run)
-
     def test_by_keyboard_alone(self):
         run = self.open(**EVERYTHING)
         for title in ("Install", "Pre-Installation Notes", "License Agreement"):
@@ -76,32 +63,12 @@ class WholeInstall(case.InstallerTest):
 
 
 class OtherWays(case.InstallerTest):
-    def test_cancelled_folder_dialog_ends_without_a_page(self):
-        run = self.open(**NOTES, fCompletionURL="http://tool.example/done")
-        run.press("Install")
-        run.find("Directory:", "text")
-        run.key("Escape")
-        self.assert_ends(run)
-        self.assertEqual((os.listdir(self.target), run.opened()), ([], []))
-
     def test_unwritable_folder_is_refused_in_the_publishers_words(self):
         os.chmod(self.target, 0o555)
         run = self.begin(self.open(fLabels={"notWritable": "No <b>room</b> & no key"}))
         run.dismiss("No <b>room</b> & no key")
         self.assert_ends(run)
         self.assertEqual(os.listdir(self.target), [])
-
-    def test_replace_question(self):
-        for button, left in (("Cancel", {"old.txt": b"old"}), ("OK", {"read me.txt": b"Hello"})):
-            with self.subTest(button):
-                case.write_tree(os.path.join(self.target, "Tool"), {"old.txt": "old"})
-                run = self.begin(self.open(**NOTES, fPromptToReplace=True))
-                run.waits_for(os.path.join(self.target, "Tool"))
-                run.click(button, within=run.window("Confirmation"))
-                # The notes come after a refusal, too.
-                run.click("OK", within=run.window("Release Notes"))
-                self.assert_ends(run)
-                self.assertEqual(self.installed(), left)
 
     def test_quit_while_the_bar_fills(self):
         for way, leave in {"button": lambda run: run.click("Quit"),

@@ -45,11 +45,12 @@ class Lane:
     def __init__(self, test, number):
         self.test = test
         self.name = f"Killed {os.getpid()} {number}"
-        self.target = os.path.join("/Applications", self.name)
-        self.archive = self.target + ".zip"
         self.bundle = test.bundle(fTargetFolder=self.name, fApplicationFolder=True,
                                   payload=_PAYLOAD)
         self.folder = os.path.join(test.folder, str(number))
+        applications = case.applications_folder(os.path.join(self.folder, "home"))
+        self.target = os.path.join(applications, self.name)
+        self.archive = self.target + ".zip"
         self.killed = 0
         test.addCleanup(self.clear)
 

@@ -39,23 +39,6 @@ class Answers(case.InstallerTest):
                 run.click("Quit", within=run.window(title))
                 self.assert_ends_untouched(run)
 
-    def test_return_presses_the_focused_button_else_the_default_one(self):
-        for focus in ("License Agreement", "Quit"):
-            with self.subTest(focus):
-                run = self.open(**AGREEMENT["plain"])
-                run.window("Install")
-                run.wait_for_focus("Install")
-                run.key("Return")
-                page = run.window("License Agreement")
-                run.wait_for_focus("I Agree")
-                run.find(focus, within=page).focus()
-                run.wait_for_focus(focus)
-                run.key("Return")
-                if focus == "Quit":
-                    self.assert_ends_untouched(run)
-                else:
-                    run.find("Directory:", "text")
-
     def test_every_window_has_the_bundles_icon(self):
         run = self.open(**AGREEMENT["plain"])
         run.click("Install")

@@ -4,7 +4,6 @@ import os
 import pathlib
 
 import case
-import walk_by_keys
 from hearing import assert_heard
 from tour import Samples
 from walkthrough import Walk
@@ -65,17 +64,6 @@ class Tour(case.InstallerTest):
         self.assertNotEqual(patched["Read me.txt"], installed["Read me.txt"])
         self.assertEqual(patched["Library"], installed["Library"])
         self.assertEqual(os.listdir(self.target), ["Juniper Notes"])
-
-    def test_tour_by_keys_alone(self):
-        run = self.open(self.samples.make("tour", aside=self.folder))
-        titles = walk_by_keys.Walk(self.screen, run.process, self.folder,
-                                   {"Where shall Juniper Notes live?": self.target}).run()
-        self.assertEqual(titles, ["Install", "Juniper Notes 2.1", "Before you install",
-                                  "The Juniper Notes agreement", "Pick a theme",
-                                  "Add what you like", "Where shall Juniper Notes live?",
-                                  "What is new in Juniper Notes 2.1"])
-        self.assert_ends(run)
-        self.assertIn("current.theme", self.installed("Juniper Notes")["Themes"])
 
 
 if __name__ == "__main__":

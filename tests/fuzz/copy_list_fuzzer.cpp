@@ -43,6 +43,10 @@ Ref<FolderItem> GetApplicationFolder() {
   return nullptr;
 }
 
+String GetApplicationFolderPath() {
+  return "/Applications/";
+}
+
 void DeleteFile(const String& path) {
   gActs.emplace_back(path, "");
 }

@@ -1,13 +1,15 @@
-// Searches, cuts and compares texts of any bytes in any encodings. Finds answers that differ from
-// those of a search that looks at one character after the other.
+// Searches, cuts, compares, converts and joins texts of any bytes in any encodings. Finds results
+// that differ from those of code that processes one character after the other.
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <vector>
 
 #include "platform/framework/text.h"
 #include "platform/framework/text/case_folding.h"
+#include "platform/framework/text/mac_roman.h"
 #include "tests/fuzz/any_text.h"
 #include "tests/fuzz/fuzzing.h"
 #include "tests/fuzz/plain_text.h"
@@ -26,18 +28,18 @@ Folded FoldedCharacters(const String& text, Encoding encoding) {
   return folded;
 }
 
-/// The encoding in which a text is read beside another: one without is bytes of the other's.
+/// The encoding of a text that is used with another one. One without an encoding takes the other's.
 Encoding EncodingBeside(const String& text, const String& other) {
   return (text.DeclaredEncoding() == Encoding::None ? other : text).DeclaredEncoding();
 }
 
-/// A text to be searched, and what is searched in it as characters.
+/// A text to be searched and the text to search for, as characters.
 struct Search {
   Search(const String& searched, const String& wanted)
       : text(searched),
         characters(PlainCharacters(searched.View(), searched.DeclaredEncoding())),
         haystack(FoldedCharacters(searched, searched.DeclaredEncoding())),
-        // In a text without encoding all is bytes.
+        // A text without an encoding is searched by bytes.
         needle(FoldedCharacters(wanted, searched.DeclaredEncoding() == Encoding::None
                                             ? Encoding::None
                                             : EncodingBeside(wanted, searched))) {}
@@ -121,6 +123,50 @@ void CheckComparison(const String& a, const String& b) {
   Require(Len(Uppercase(a)) == Len(a) && Len(Lowercase(a)) == Len(a));
 }
 
+Folded CodesOf(const String& text) {
+  Folded codes;
+  for (const auto& character : PlainCharacters(text.View(), text.DeclaredEncoding())) {
+    codes.push_back(character.code);
+  }
+  return codes;
+}
+
+/// Whether the encoding has all characters of the text.
+bool AllIn(const String& text, Encoding encoding) {
+  return std::ranges::all_of(CodesOf(text), [encoding](std::uint32_t code) {
+    return IsScalar(code) && (encoding != Encoding::MacRoman || EncodeMacRoman(code));
+  });
+}
+
+bool IsSame(const String& a, const String& b) {
+  return a == b && a.DeclaredEncoding() == b.DeclaredEncoding();
+}
+
+void CheckConversion(const String& text, Encoding encoding) {
+  const String converted = ConvertEncoding(text, encoding);
+  if (text.DeclaredEncoding() == Encoding::None || encoding == Encoding::None) {
+    Require(IsSame(converted, DefineEncoding(text, encoding)));
+  } else if (AllIn(text, encoding)) {
+    Require(converted.DeclaredEncoding() == encoding);
+    Require(CodesOf(converted) == CodesOf(text));
+    Require(IsSame(ConvertEncoding(converted, text.DeclaredEncoding()), text));
+  } else {
+    Require(IsSame(converted, text));
+  }
+}
+
+void CheckJoin(const String& a, const String& b) {
+  const String joined = a + b;
+  const auto inUtf8 = [](const String& text) {
+    return ConvertEncoding(text, Encoding::UTF8).Bytes();
+  };
+  if (EncodingBeside(a, b) == EncodingBeside(b, a)) {
+    Require(joined.Bytes() == a.Bytes() + b.Bytes());
+  } else if (AllIn(a, Encoding::UTF8) && AllIn(b, Encoding::UTF8)) {
+    Require(inUtf8(joined) == inUtf8(a) + inUtf8(b));
+  }
+}
+
 void CheckPaths(const String& path) {
   using namespace ViewConst;
   Require(ExtractFilePath(path) + ExtractFileName(path) == path);
@@ -145,7 +191,7 @@ String AnyNeedle(FuzzedDataProvider& data, const String& haystack) {
 
 void TryInput(std::string_view input) {
   FuzzedDataProvider data(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
-  // Long enough for several of the blocks in which a text is searched.
+  // Longer than several of the blocks in which a text is searched.
   String text = AnyText(data, 300);
   for (int doublings = data.ConsumeIntegralInRange(0, 4); doublings > 0; --doublings) {
     text += String(text);
@@ -159,6 +205,13 @@ void TryInput(std::string_view input) {
   CheckComparison(text, needle);
   CheckComparison(text, AnyNeedle(data, text));
   CheckPaths(text);
+  for (const Encoding encoding :
+       {Encoding::None, Encoding::UTF8, Encoding::MacRoman, Encoding::UTF16}) {
+    CheckConversion(text, encoding);
+  }
+  CheckJoin(text, needle);
+  CheckJoin(needle, text);
+  Require(std::isfinite(Val(text)));
 }
 
 }  // namespace zephin::test

@@ -96,6 +96,14 @@ def depth(root, path, known):
     return known[path]
 
 
+def own_header_is_late(path, included):
+    """Whether a source includes its own header (of the same name, without the system's) after
+    another one: a header that lacks an include of its own would not be noticed."""
+    name = re.sub(r"(_linux|_curl)?\.cpp$", ".h", os.path.basename(path))
+    return name in [os.path.basename(header) for header in included[1:]] and (
+        os.path.basename(included[0]) != name)
+
+
 def line_faults(root, path, lines):
     for number, line in enumerate(lines, 1):
         include = re.match(r'\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)', line)
@@ -122,6 +130,9 @@ def faults(root, path, known):
     product = not path.startswith(("tests/", "bench/"))
     if product and path.endswith(".h") and depth(root, path, known) > DEEPEST:
         yield 1, f"includes headers in {depth(root, path, known)} layers; {DEEPEST} are the most"
+    included = re.findall(r'^#include ["<]([^">]+)[">]', "\n".join(lines), re.MULTILINE)
+    if path.endswith(".cpp") and own_header_is_late(path, included):
+        yield 1, "does not include its own header first"
     yield from line_faults(root, path, lines)
 
 

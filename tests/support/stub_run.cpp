@@ -48,6 +48,7 @@ StubRun::StubRun() {
   fs::create_symlink(ZEPHIN_DITTO, Bundle() / "Contents/Helpers/ditto");
   machine.executable = Bundle() / "Contents/MacOS/Setup";
   machine.systemFolder = scratch / "System";
+  machine.applicationsFolder = Applications();
   machine.userHome = Home();
   machine.desktopFolder = Home() / "Desktop";
   machine.temporaryFolder = scratch / "Temporary";

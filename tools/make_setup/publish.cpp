@@ -1,5 +1,7 @@
 #include "tools/make_setup/publish.h"
 
+#include <cstdint>
+#include <sstream>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -15,23 +17,43 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The entry finds the bundle by its own path, so the bundle's name needs no quoting here. The path
-// is %k if the desktop starts the entry, and $0 if a file manager or a user runs the file as a
-// program. "%%" means "%" in an entry; a desktop that leaves it as it is gives the shell an equal
-// pattern.
+// The entry finds the bundle by its own path, so that both can be moved and renamed. A shell runs
+// the entry itself: to it the first lines are a comment, an unknown command and assignments, up to
+// the command behind the ";" in `Keywords`, which must come before any text of the publisher.
+// `Exec` would need quotes and backslashes for that, which desktops pass on in different ways.
+//
+// %k is the path of the entry as one word. LXDE's file managers pass the path of its folder
+// instead, and as it is, which is one word only in quotes. So `find` gets both forms: it takes an
+// entry or its folder, picks the file with this entry's mark, starts it, and leaves out the rest.
 constexpr std::string_view kHead =
-    R"(#!/usr/bin/env -S sh -c 'exec "${0%.desktop}.app/Contents/MacOS/Setup"'
+    R"(#!/bin/sh
 [Desktop Entry]
 Type=Application
 Version=1.0
+Keywords=installer;exec "${0%.desktop}.app/Contents/MacOS/Setup";
 )";
-constexpr std::string_view kTail =
+constexpr std::string_view kExec =
     R"(Comment=Opens the installer
-Exec=sh -c "exec \\"\\${1%%.desktop}.app/Contents/MacOS/Setup\\"" sh %k
+Exec=find %k "%k" -maxdepth 1 -name "*.desktop" -exec grep -q )";
+constexpr std::string_view kTail =
+    R"( {} ";" -exec sh {} ";" -quit
 Icon=system-software-install
 Terminal=false
 StartupNotify=false
+StartupWMClass=Setup
 )";
+
+/// A word that the entries of other installers in the same folder do not have.
+std::string MarkOf(std::string_view name) {
+  // FNV-1a: the same word each time that an installer of this name is made.
+  std::uint64_t hash = 0xCBF29CE484222325U;
+  for (const char character : name) {
+    hash = (hash ^ static_cast<unsigned char>(character)) * 0x100000001B3U;
+  }
+  std::ostringstream mark;
+  mark << "setup-" << std::hex << hash;
+  return mark.str();
+}
 
 /// A text as the value of a key in an entry, which is one line.
 std::string AsValue(std::string_view text) {
@@ -85,6 +107,8 @@ void WriteDesktopEntry(const std::string& name, const fs::path& folder) {
   const fs::path path = folder / (name + ".desktop");
   std::string entry(kHead);
   entry += "Name=" + AsValue(name) + "\n";
+  entry += kExec;
+  entry += MarkOf(name);
   entry += kTail;
   WriteFile(path, entry);
   // Desktops start an entry in a user's folders only if it is executable.

@@ -1,8 +1,8 @@
 #include "platform/expander/common/faults.h"
 
-#include <array>
 #include <system_error>
 
+#include "platform/expander/common/text.h"
 #include "platform/expander/report/report.h"
 
 namespace zephin::expander {
@@ -50,23 +50,6 @@ std::uint64_t Faults::Count() const {
 std::string Faults::First() const {
   const std::lock_guard<std::mutex> lock(mutex_);
   return first_;
-}
-
-std::string OneLine(std::string_view name) {
-  constexpr std::string_view kDigits = "0123456789abcdef";
-  constexpr std::size_t kLongest = 1024;
-  std::string line;
-  for (const char character : name.substr(0, kLongest)) {
-    const auto code = static_cast<unsigned char>(character);
-    if (code < 0x20 || code == 0x7F) {
-      line += "\\x";
-      line += kDigits[code >> 4U];
-      line += kDigits[code & 0xFU];
-    } else {
-      line += character;
-    }
-  }
-  return name.size() > kLongest ? line + "..." : line;
 }
 
 }  // namespace zephin::expander

@@ -74,10 +74,6 @@ class Faults {
   std::string first_;
 };
 
-/// The first 1024 bytes of a name, with everything that could break a line or control a terminal
-/// written as "\x0a".
-std::string OneLine(std::string_view name);
-
 }  // namespace zephin::expander
 
 #endif  // PLATFORM_EXPANDER_COMMON_FAULTS_H_

@@ -1,3 +1,5 @@
+#include "platform/expander/work/root_watch.h"
+
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -10,7 +12,6 @@
 #include <utility>
 
 #include "platform/expander/common/file_id.h"
-#include "platform/expander/work/root_watch.h"
 
 namespace zephin::expander {
 namespace {

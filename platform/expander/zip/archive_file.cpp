@@ -67,9 +67,14 @@ std::string_view WindowReader::View(std::uint64_t offset, std::size_t size) {
     return {};
   }
   const std::uint64_t useful = std::min(std::max(end_, offset), file_.Length()) - offset;
-  const std::size_t wanted = std::max<std::size_t>(size, std::min<std::uint64_t>(useful, kAhead));
+  std::size_t wanted = std::max<std::size_t>(size, std::min<std::uint64_t>(useful, kAhead));
   filled_ = 0;
   code_ = file_.ReadAt(offset, buffer_.Data(), wanted);
+  if (code_ != 0 && wanted > size) {
+    // Bytes that were not asked for must not make this entry fail.
+    wanted = size;
+    code_ = file_.ReadAt(offset, buffer_.Data(), wanted);
+  }
   if (code_ != 0) {
     return {};
   }

@@ -70,6 +70,11 @@ bool TakeRecord(FieldReader& reader, Entry& entry, Record& record) {
   return reader.Ok();
 }
 
+/// FAT, NTFS and VFAT.
+bool IsWindows(const Record& record) {
+  return record.host == 0 || record.host == 10 || record.host == 14;
+}
+
 /// Unix and the Mac store a Unix mode in the upper half of the external attributes.
 bool HasUnixMode(const Record& record) {
   return (record.host == 3 || record.host == 19) && record.external >> 16U != 0;
@@ -95,7 +100,7 @@ const char* SetKind(Entry& entry, const Record& record, bool namedAsFolder) {
   }
   if (type == S_IFDIR || namedAsFolder) {
     entry.kind = EntryKind::Folder;
-    return type == S_IFLNK || entry.size != 0 ? "is a folder, but holds data" : nullptr;
+    return type == S_IFLNK ? "is a link with the name of a folder" : nullptr;
   }
   entry.kind = type == S_IFLNK ? EntryKind::Link : EntryKind::File;
   if (entry.kind == EntryKind::Link && (entry.size == 0 || entry.size >= PATH_MAX)) {
@@ -105,6 +110,10 @@ const char* SetKind(Entry& entry, const Record& record, bool namedAsFolder) {
 }
 
 const char* CheckData(const Entry& entry) {
+  // Some tools write data for a folder; nobody reads them.
+  if (entry.kind == EntryKind::Folder) {
+    return nullptr;
+  }
   // One byte of deflated data unpacks to at most this many.
   constexpr std::uint64_t kLargestRatio = 1032;
   if ((entry.flags & (kFlagEncrypted | kFlagStrongEncryption | kFlagMaskedHeaders)) != 0) {
@@ -119,6 +128,27 @@ const char* CheckData(const Entry& entry) {
   return possible ? nullptr : "states a size that its data can't have";
 }
 
+/// Some tools of Windows separate folders by backslashes, against the format's rules. That is
+/// assumed if no name has a slash and all names have a backslash; in an archive made on Windows,
+/// where no name can have a backslash in it, one is enough.
+Separator FindSeparator(FieldReader reader) {
+  bool all = true;
+  bool any = false;
+  bool windows = true;
+  Entry entry;
+  Record record;
+  while (reader.Left() >= kRecordSize && TakeRecord(reader, entry, record)) {
+    if (entry.storedName.find('/') != std::string_view::npos) {
+      return Separator::Slash;
+    }
+    const bool has = entry.storedName.find('\\') != std::string_view::npos;
+    all = all && has;
+    any = any || has;
+    windows = windows && IsWindows(record);
+  }
+  return any && (all || windows) ? Separator::Backslash : Separator::Slash;
+}
+
 /// The least part of the file that belongs to an entry. Its local header may have extra fields,
 /// which are not read here.
 struct Span {
@@ -128,8 +158,8 @@ struct Span {
 
 class EntryReader {
  public:
-  EntryReader(std::uint64_t shift, std::uint64_t tableOffset, std::deque<std::string>& texts)
-      : shift_(shift), tableOffset_(tableOffset), texts_(texts) {}
+  EntryReader(const DirectoryEnd& end, Separator separator, std::deque<std::string>& texts)
+      : shift_(end.shift), tableOffset_(end.offset), separator_(separator), texts_(texts) {}
 
   bool Next(FieldReader& reader, Entry& entry) {
     Record record;
@@ -146,7 +176,7 @@ class EntryReader {
         extra.seconds ? *extra.seconds : times_.Seconds(record.date, record.time);
     entry.attributes.nanoseconds = extra.nanoseconds;
     const CleanName name = CleanEntryName(
-        {entry.storedName, (entry.flags & kFlagUtf8) != 0, extra.unicodeName}, texts_);
+        {entry.storedName, (entry.flags & kFlagUtf8) != 0, extra.unicodeName, separator_}, texts_);
     entry.path = name.path;
     Refuse(entry, name.refusal);
     Refuse(entry, SetKind(entry, record, name.folder));
@@ -172,6 +202,7 @@ class EntryReader {
 
   std::uint64_t shift_;
   std::uint64_t tableOffset_;
+  Separator separator_;
   std::deque<std::string>& texts_;
   LocalTimes times_;
 };
@@ -235,7 +266,7 @@ void CentralDirectory::Read(const ArchiveFile& file, const std::string& archiveN
     return;
   }
   FieldReader reader(std::string_view(bytes_.data(), bytes_.size()));
-  EntryReader entryReader(end.shift, end.offset, texts_);
+  EntryReader entryReader(end, FindSeparator(reader), texts_);
   entries.reserve(std::min<std::uint64_t>(end.count, end.size / kRecordSize));
   while (reader.Left() >= kRecordSize) {
     Entry entry;

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "platform/expander/common/text.h"
+
 namespace zephin::expander {
 namespace {
 
@@ -19,36 +21,6 @@ constexpr std::array<char16_t, 128> kCodePage437 = {
     u'┌', u'█', u'▄', u'▌', u'▐', u'▀', u'α', u'ß',     u'Γ', u'π', u'Σ', u'σ', u'µ', u'τ', u'Φ',
     u'Θ', u'Ω', u'δ', u'∞', u'φ', u'ε', u'∩', u'≡',     u'±', u'≥', u'≤', u'⌠', u'⌡', u'÷', u'≈',
     u'°', u'∙', u'·', u'√', u'ⁿ', u'²', u'■', u'\u00A0'};
-
-std::uint8_t Byte(std::string_view text, std::size_t index) {
-  return index < text.size() ? static_cast<std::uint8_t>(text[index]) : std::uint8_t{0};
-}
-
-/// Length in bytes of the UTF-8 character at `index`, 0 if it is not valid.
-std::size_t Utf8Length(std::string_view text, std::size_t index) {
-  const std::uint8_t lead = Byte(text, index);
-  const auto follows = [&](std::size_t step, std::uint8_t low, std::uint8_t high) {
-    const std::uint8_t next = Byte(text, index + step);
-    return next >= low && next <= high;
-  };
-  if (lead < 0x80) {
-    return 1;
-  }
-  if (lead >= 0xC2 && lead <= 0xDF) {
-    return follows(1, 0x80, 0xBF) ? 2 : 0;
-  }
-  if (lead >= 0xE0 && lead <= 0xEF) {
-    const std::uint8_t low = lead == 0xE0 ? 0xA0 : 0x80;
-    const std::uint8_t high = lead == 0xED ? 0x9F : 0xBF;
-    return follows(1, low, high) && follows(2, 0x80, 0xBF) ? 3 : 0;
-  }
-  if (lead >= 0xF0 && lead <= 0xF4) {
-    const std::uint8_t low = lead == 0xF0 ? 0x90 : 0x80;
-    const std::uint8_t high = lead == 0xF4 ? 0x8F : 0xBF;
-    return follows(1, low, high) && follows(2, 0x80, 0xBF) && follows(3, 0x80, 0xBF) ? 4 : 0;
-  }
-  return 0;
-}
 
 bool IsUtf8(std::string_view text) {
   for (std::size_t i = 0; i < text.size();) {
@@ -131,6 +103,11 @@ CleanName CleanEntryName(const GivenName& name, std::deque<std::string>& texts) 
   std::string_view text = name.unicode.value_or(name.stored);
   if (!name.unicode && !name.utf8 && !IsUtf8(text)) {
     text = texts.emplace_back(FromCodePage437(text));
+  }
+  if (name.separator == Separator::Backslash) {
+    std::string& slashes = texts.emplace_back(text);
+    std::replace(slashes.begin(), slashes.end(), '\\', '/');
+    text = slashes;
   }
   CleanName clean;
   if (text.empty()) {

@@ -10,6 +10,9 @@
 
 namespace zephin::expander {
 
+/// What separates the folders in an archive's names.
+enum class Separator { Slash, Backslash };
+
 /// A name as it is stored in an archive.
 struct GivenName {
   std::string_view stored;
@@ -17,6 +20,7 @@ struct GivenName {
   bool utf8 = false;
   /// A UTF-8 name from an extra field, which replaces `stored`.
   std::optional<std::string_view> unicode;
+  Separator separator = Separator::Slash;
 };
 
 struct CleanName {

@@ -213,6 +213,15 @@ namespace SpecialFolder {
 Ref<FolderItem> System() {
   return ItemOf(Application::Current().Facts().systemFolder);
 }
+Ref<FolderItem> Applications() {
+  constexpr mode_t kMode = 0755;
+  const std::string& path = Application::Current().Facts().applicationsFolder;
+  // A second call sets the mode, since the first one leaves out what the user's mask forbids.
+  if (mkdir(path.c_str(), kMode) == 0) {
+    ChangeRights(path.c_str(), kMode);
+  }
+  return ItemOf(FollowLink(path));
+}
 Ref<FolderItem> UserHome() {
   return ItemOf(Application::Current().Facts().userHome);
 }

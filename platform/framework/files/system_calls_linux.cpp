@@ -1,3 +1,5 @@
+#include "platform/framework/files/system_calls.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -7,7 +9,6 @@
 #include <tuple>
 
 #include "platform/framework/files/file_descriptor.h"
-#include "platform/framework/files/system_calls.h"
 
 namespace zephin {
 

@@ -14,10 +14,18 @@ namespace zephin {
 /// allocation proves nothing. Code whose memory grows with input from outside asks here first.
 std::int64_t AvailableMemory();
 
-/// The file of certificates that the system trusts. A program that is carried from one system to
-/// another cannot use the place that its TLS library was built with. Empty if none of the known
-/// places exists; the library's default is the best choice then.
-std::string SystemTrustStore();
+/// Where the certificates are that the system trusts: a file with all of them, or a folder with one
+/// file for each, named by a hash. At most one is set; neither if none of the known places exists,
+/// and the default of the TLS library is the best choice then.
+struct TrustStore {
+  std::string file;
+  std::string folder;
+};
+
+/// The trust store of the running system. A program that is carried from one system to another
+/// cannot use the place that its TLS library was built with. The variables `SSL_CERT_FILE` and
+/// `SSL_CERT_DIR` come first, then the places that the distributions use, below `root`.
+TrustStore SystemTrustStore(const std::string& root = "");
 
 }  // namespace zephin
 

@@ -5,8 +5,10 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <string>
+#include <system_error>
 
 namespace zephin {
 namespace {
@@ -90,6 +92,33 @@ std::int64_t LeftOfGroups() {
   return left;
 }
 
+std::string ValueOf(const char* variable) {
+  const char* value = std::getenv(variable);
+  return value == nullptr ? "" : value;
+}
+
+/// A system without the package of certificates may have the file, but empty.
+bool HoldsCertificates(const std::string& path) {
+  std::error_code failure;
+  return access(path.c_str(), R_OK) == 0 && std::filesystem::is_regular_file(path, failure) &&
+         std::filesystem::file_size(path, failure) > 0 && !failure;
+}
+
+/// Whether a folder has a file named as the TLS library looks for it: eight hexadecimal digits, a
+/// dot and a number.
+bool IsHashedFolder(const std::string& path) {
+  constexpr std::size_t kDigits = 8;
+  std::error_code failure;
+  for (std::filesystem::directory_iterator item(path, failure), end; !failure && item != end;
+       item.increment(failure)) {
+    const std::string name = item->path().filename();
+    if (name.find_first_not_of("0123456789abcdef") == kDigits && name[kDigits] == '.') {
+      return true;
+    }
+  }
+  return false;
+}
+
 }  // namespace
 
 std::int64_t AvailableMemory() {
@@ -97,20 +126,30 @@ std::int64_t AvailableMemory() {
   return std::max<std::int64_t>(least, 0);
 }
 
-std::string SystemTrustStore() {
-  // The variable by which an administrator names a store in another place.
-  const char* moved = std::getenv("SSL_CERT_FILE");
-  if (moved != nullptr && access(moved, R_OK) == 0) {
-    return moved;
+TrustStore SystemTrustStore(const std::string& root) {
+  // The variables by which an administrator names a store in another place.
+  if (const std::string file = ValueOf("SSL_CERT_FILE"); HoldsCertificates(file)) {
+    return {.file = file, .folder = {}};
+  }
+  if (const std::string folder = ValueOf("SSL_CERT_DIR"); IsHashedFolder(folder)) {
+    return {.file = {}, .folder = folder};
   }
   for (const char* place : {
-           "/etc/ssl/certs/ca-certificates.crt",  // Debian, Ubuntu, Arch
-           "/etc/pki/tls/certs/ca-bundle.crt",    // Fedora and its relatives
-           "/etc/ssl/ca-bundle.pem",              // openSUSE
-           "/etc/ssl/cert.pem",                   // Alpine
+           "/etc/ssl/certs/ca-certificates.crt",                 // Debian, Ubuntu, Arch, Alpine
+           "/etc/pki/ca-trust/extracted/pem/tls-ca-bundle.pem",  // Fedora and its relatives
+           "/etc/pki/tls/certs/ca-bundle.crt",                   // the same, older
+           "/etc/ssl/ca-bundle.pem",                             // openSUSE
+           "/var/lib/ca-certificates/ca-bundle.pem",             // openSUSE without the link
+           "/etc/ssl/cert.pem",                                  // Alpine without the list
        }) {
-    if (access(place, R_OK) == 0) {
-      return place;
+    if (HoldsCertificates(root + place)) {
+      return {.file = root + place, .folder = {}};
+    }
+  }
+  for (const char* place :
+       {"/etc/ssl/certs", "/etc/pki/ca-trust/extracted/pem/directory-hash", "/etc/pki/tls/certs"}) {
+    if (IsHashedFolder(root + place)) {
+      return {.file = {}, .folder = root + place};
     }
   }
   return {};

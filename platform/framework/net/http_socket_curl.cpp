@@ -1,10 +1,14 @@
+#include "platform/framework/http_socket.h"
+
 #include <curl/curl.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "platform/framework/application.h"
-#include "platform/framework/http_socket.h"
+#include "platform/framework/files/system_paths.h"
 #include "platform/framework/net/host_facts.h"
 #include "platform/framework/net/response_body.h"
 
@@ -27,11 +31,32 @@ extern "C" std::size_t TakeBytes(char* data, std::size_t size, std::size_t count
   return body.Add({data, size * count}) ? size * count : 0;
 }
 
+/// The address as it can be sent: behind the host, each byte that a request line can't hold (space,
+/// control, not ASCII) becomes "%" and two digits of its UTF-8 form. All others stay, a "%" of the
+/// publisher's too, so that an address that is encoded already is sent as it is.
+std::string AddressOnTheWire(const String& url) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  const std::string bytes = PathBytes(url);
+  const std::size_t scheme = bytes.find("://");
+  const std::size_t host = scheme == std::string::npos ? 0 : scheme + 3;
+  const std::size_t path = std::min(bytes.find_first_of("/?#", host), bytes.size());
+  std::string address = bytes.substr(0, path);
+  for (const char character : std::string_view(bytes).substr(path)) {
+    const auto byte = static_cast<unsigned char>(character);
+    if (byte > ' ' && byte < 0x7F) {
+      address += character;
+    } else {
+      address += {'%', kDigits[byte >> 4U], kDigits[byte & 0xFU]};
+    }
+  }
+  return address;
+}
+
 /// One request. Its connection is closed with the object, without waiting for the server.
 class Transfer {
  public:
   Transfer(const String& url, const char* protocol) {
-    Set(CURLOPT_URL, url.CString());
+    Set(CURLOPT_URL, AddressOnTheWire(url).c_str());
     // The library knows other protocols, file: among them, that no address may reach.
     Set(CURLOPT_PROTOCOLS_STR, protocol);
     Set(CURLOPT_WRITEFUNCTION, &TakeBytes);
@@ -39,10 +64,7 @@ class Transfer {
     // The library resolves names in a thread. The end of the request must not wait for it when no
     // name server answers.
     Set(CURLOPT_QUICK_EXIT, 1L);
-    const std::string store = SystemTrustStore();
-    if (!store.empty()) {
-      Set(CURLOPT_CAINFO, store.c_str());
-    }
+    SetTrust(SystemTrustStore());
     curl_multi_add_handle(multi_.get(), easy_.get());
   }
   ~Transfer() { curl_multi_remove_handle(multi_.get(), easy_.get()); }
@@ -70,6 +92,15 @@ class Transfer {
   std::string TakeBody() { return body_.Join(); }
 
  private:
+  void SetTrust(const TrustStore& store) {
+    // Both or neither: the default of the other one is a place of the system that the library was
+    // built on, and a file that is missing there makes every connection fail.
+    if (!store.file.empty() || !store.folder.empty()) {
+      Set(CURLOPT_CAINFO, store.file.empty() ? nullptr : store.file.c_str());
+      Set(CURLOPT_CAPATH, store.folder.empty() ? nullptr : store.folder.c_str());
+    }
+  }
+
   template <class Value>
   void Set(CURLoption option, Value value) {
     curl_easy_setopt(easy_.get(), option, value);

@@ -140,6 +140,21 @@ std::string DesktopFolder(const std::string& home) {
   return folder.empty() ? PathInFolder(home, "Desktop") : folder;
 }
 
+/// The folder for applications. `/Applications` exists where an administrator has made it. Without
+/// it, root uses the usual folder for software that is no package of the system, and all other
+/// users get a folder in their home folder.
+std::string ApplicationsFolder(const std::string& home) {
+  constexpr const char* kShared = "/Applications";
+  std::error_code failure;
+  if (std::filesystem::is_directory(kShared, failure)) {
+    return kShared;
+  }
+  if (geteuid() == 0) {
+    return "/opt";
+  }
+  return home.empty() ? kShared : PathInFolder(home, "Applications");
+}
+
 /// A private folder (mode 0700) in $TMPDIR or /tmp; empty if none can be made.
 std::string TemporaryFolder() {
   const std::string folder = FolderInVariable("TMPDIR");
@@ -154,8 +169,9 @@ Machine DetectMachine() {
   const std::filesystem::path executable = std::filesystem::read_symlink("/proc/self/exe", failure);
   Machine machine;
   machine.executable = executable.string();
-  machine.systemFolder = "/System";
   machine.userHome = HomeFolder();
+  machine.applicationsFolder = ApplicationsFolder(machine.userHome);
+  machine.systemFolder = PathInFolder(FolderOfPath(machine.applicationsFolder), "System");
   if (!machine.userHome.empty()) {
     machine.desktopFolder = DesktopFolder(machine.userHome);
   }

@@ -253,17 +253,8 @@ void WindowPeer::reject() {
 void WindowPeer::closeEvent(QCloseEvent* event) {
   // The model hides its window itself, or refuses.
   event->ignore();
-  if (model_ == nullptr) {
-    return;
-  }
-  if (model_->ClosesAsQuit()) {
+  if (model_ != nullptr && model_->ClosesAsQuit()) {
     ChooseQuit();
-  } else if (model_->HasCloseButton()) {
-    Application::Current().CallHandler([this] {
-      if (!model_->Event_CancelClose(false)) {
-        model_->Hide();
-      }
-    });
   }
 }
 

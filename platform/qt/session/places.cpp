@@ -55,8 +55,8 @@ QUrl Standard(QStandardPaths::StandardLocation place) {
 }
 
 QUrl Applications() {
-  const QString system = QFile::decodeName(Application::Current().Facts().systemFolder.c_str());
-  return QUrl::fromLocalFile(QFileInfo(system).dir().filePath(QStringLiteral("Applications")));
+  const std::string& path = Application::Current().Facts().applicationsFolder;
+  return QUrl::fromLocalFile(QFile::decodeName(path.c_str()));
 }
 
 }  // namespace

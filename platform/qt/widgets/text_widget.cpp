@@ -24,15 +24,15 @@ void TextWidget::SetText(const QString& text, const FittedText::Style& style, co
 }
 
 void TextWidget::SetPressed(std::function<void(QPoint)> pressed) {
-  Pressed = std::move(pressed);
+  pressed_ = std::move(pressed);
   // Not StrongFocus: a click follows the link, and leaves the focus where the user works.
   setCursor(Qt::PointingHandCursor);
   setFocusPolicy(Qt::TabFocus);
 }
 
 void TextWidget::Press(QPoint place) {
-  if (Pressed) {
-    Pressed(place);
+  if (pressed_) {
+    pressed_(place);
   }
 }
 

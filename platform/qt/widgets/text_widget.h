@@ -25,7 +25,7 @@ class TextWidget final : public QWidget {
   /// Makes it a link. `pressed` gets the place of the press, from the top left corner in points;
   /// (0, 0) for keyboard and screen reader.
   void SetPressed(std::function<void(QPoint)> pressed);
-  bool IsLink() const { return Pressed != nullptr; }
+  bool IsLink() const { return pressed_ != nullptr; }
   /// Does nothing if this is not a link.
   void Press(QPoint place);
 
@@ -42,7 +42,7 @@ class TextWidget final : public QWidget {
   FittedText::Style style_;
   QColor color_;
   FittedText fitted_;
-  std::function<void(QPoint)> Pressed;
+  std::function<void(QPoint)> pressed_;
 };
 
 /// How a read-only text that scrolls reacts to mouse and keyboard: it can be selected and copied.

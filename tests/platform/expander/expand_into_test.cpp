@@ -1,17 +1,13 @@
-// What an expansion into a folder keeps of an archive and of what stands in the folder, and how it
-// ends on a disk that has no room.
+// What an expansion into a folder keeps of an archive and of what exists in the folder.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <ctime>
 #include <random>
 
 #include "platform/expander/expander.h"
-#include "tests/platform/expander/system_calls.h"
 #include "tests/platform/expander/zip_writer.h"
-#include "tests/support/limits.h"
 #include "tests/support/scratch_folder.h"
 
 namespace zephin::test {
@@ -20,13 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 using expander::ExpandInto;
 using expander::Result;
-
-// Writes an archive into the scratch folder, and expands it into the folder "t" there.
-Result Expand(const ScratchFolder& scratch, const std::vector<ZipEntry>& entries,
-              const ZipLayout& layout = {}) {
-  WriteFile(scratch / "a.zip", MakeZip(entries, layout));
-  return ExpandInto(scratch / "a.zip", scratch / "t/");
-}
 
 struct Kept {
   ZipEntry entry;
@@ -42,8 +31,12 @@ TEST(ExpandInto, WhatTheArchiveHoldsIsKept) {
       {{.name = "packed", .data = "text", .deflate = true}, "packed", "text"},
       {{.name = "stream", .data = "x", .deflate = true, .descriptor = true}, "stream", "x"},
       {{.name = "wide", .data = "x", .zip64 = true}, "wide", "x"},
+      {{.name = "offset", .data = "x", .wideOffset = true}, "offset", "x"},
       {{.name = "d/e/", .mode = kFolder}, "d/e", "/"},
       {{.name = "no slash", .mode = kFolder}, "no slash", "/"},
+      {{.name = "data/", .data = "x", .mode = kFolder}, "data", "/"},
+      {{.name = "encrypted/", .data = "x", .mode = kFolder, .flags = 1}, "encrypted", "/"},
+      {{.name = R"(back\slash)", .data = "x"}, R"(back\slash)", "x"},
       {{.name = "d/f", .data = "x"}, "d/f", "x"},
       {{.name = "d/", .mode = kFolder}, "d", "/"},
       {{.name = "./dots//./f", .data = "x"}, "dots/f", "x"},
@@ -81,7 +74,35 @@ TEST(ExpandInto, WhatTheArchiveHoldsIsKept) {
        {ZipLayout(), ZipLayout{.zip64End = true}, ZipLayout{.prefix = before},
         ZipLayout{.prefix = before, .zip64End = true}}) {
     const ScratchFolder scratch;
-    EXPECT_EQ(Expand(scratch, entries, layout).Line(), "");
+    EXPECT_EQ(ExpandZip(scratch, entries, layout).Line(), "");
+    EXPECT_EQ(Tree(scratch / "t"), expected);
+  }
+}
+
+TEST(ExpandInto, BackslashesAreFoldersIfAllNamesUseThemSo) {
+  const Contents folders{{"d", "/"}, {"d/e", "/"}, {"d/f", "x"}};
+  const std::vector<std::tuple<std::string, std::uint8_t, Contents>> rows = {
+      {R"(d\g)", 3, {{"d/g", "x"}}},
+      {"g", 0, {{"g", "x"}}},
+      {"g", 3, {}},
+      {"g/h", 0, {}},
+  };
+  for (const auto& [name, host, more] : rows) {
+    SCOPED_TRACE(name);
+    const ScratchFolder scratch;
+    EXPECT_EQ(ExpandZip(scratch, {{.name = R"(d\f)", .data = "x", .mode = 0, .host = host},
+                                  {.name = R"(d\e\)", .mode = 0, .host = host},
+                                  {.name = name, .data = "x", .mode = 0, .host = host}})
+                  .Line(),
+              "");
+    Contents expected = folders;
+    expected.insert(more.begin(), more.end());
+    if (more.empty()) {
+      expected = {{R"(d\f)", "x"}, {R"(d\e\)", ""}, {name, "x"}};
+      if (name == "g/h") {
+        expected.insert({"g", "/"});
+      }
+    }
     EXPECT_EQ(Tree(scratch / "t"), expected);
   }
 }
@@ -92,7 +113,7 @@ TEST(ExpandInto, MoreEntriesThan16BitsCountAreKept) {
   entries.push_back({.name = "last", .data = "x"});
   for (const ZipLayout& layout : {ZipLayout{.zip64End = true}, ZipLayout{.count = 65}}) {
     const ScratchFolder scratch;
-    EXPECT_EQ(Expand(scratch, entries, layout).Line(), "");
+    EXPECT_EQ(ExpandZip(scratch, entries, layout).Line(), "");
     EXPECT_EQ(Tree(scratch / "t"), (Contents{{"last", "x"}}));
   }
 }
@@ -117,7 +138,7 @@ TEST(ExpandInto, BytesOfEverySizeAreRight) {
     }
   }
   const ScratchFolder scratch;
-  const Result result = Expand(scratch, entries);
+  const Result result = ExpandZip(scratch, entries);
   EXPECT_EQ(result.Line(), "");
   EXPECT_EQ(result.expanded, entries.size());
   for (const ZipEntry& entry : entries) {
@@ -133,7 +154,7 @@ TEST(ExpandInto, ModesAreKeptWithoutSetIdAndSticky) {
     entries.push_back({.name = "f" + std::to_string(mode), .data = "x", .mode = 0100000 | mode});
     entries.push_back({.name = "d" + std::to_string(mode) + "/", .mode = 0040000 | mode});
   }
-  EXPECT_EQ(Expand(scratch, entries).Line(), "");
+  EXPECT_EQ(ExpandZip(scratch, entries).Line(), "");
   for (const ZipEntry& entry : entries) {
     EXPECT_EQ(fs::status(scratch / ("t/" + entry.name)).permissions(), fs::perms{entry.mode & 0777})
         << entry.name;
@@ -141,7 +162,7 @@ TEST(ExpandInto, ModesAreKeptWithoutSetIdAndSticky) {
   // Over what may not be written in, and from a system without these modes.
   entries.resize(2);
   entries.push_back({.name = "closed/dos", .data = "x", .mode = 1, .host = 0});
-  EXPECT_EQ(Expand(scratch, entries).Line(), "");
+  EXPECT_EQ(ExpandZip(scratch, entries).Line(), "");
   EXPECT_EQ(fs::status(scratch / "t/closed").permissions(), fs::perms{0555});
   EXPECT_EQ(ReadFile(scratch / "t/closed/dos"), "x");
 }
@@ -161,7 +182,7 @@ TEST(ExpandInto, TimesAreKept) {
       {.name = "d/", .mode = kFolder, .extra = exact},
       {.name = "local", .data = "x"}};
   const ScratchFolder scratch;
-  ASSERT_EQ(Expand(scratch, entries).Line(), "");
+  ASSERT_EQ(ExpandZip(scratch, entries).Line(), "");
   std::tm day{};
   (void)::strptime("2024-03-09", "%Y-%m-%d", &day);
   day.tm_isdst = -1;
@@ -172,118 +193,6 @@ TEST(ExpandInto, TimesAreKept) {
   }
 }
 
-// A disk that lets nobody but its owner set modes and times, and disks that fail otherwise.
-TEST(ExpandInto, FileIsKeptUnlessItsDataMayBeLost) {
-  const std::vector<ZipEntry> entries = {{.name = "d/", .mode = 0040700},
-                                         {.name = "d/small", .data = "x", .mode = 0100666},
-                                         {.name = "d/big", .data = Noise(5'000'000)},
-                                         {.name = "l", .data = "d", .mode = kLink}};
-  const Contents all{{"d", "/"}, {"d/small", "x"}, {"d/big", Noise(5'000'000)}, {"l", "-> d"}};
-  const Contents none{{"d", "/"}, {"l", "-> d"}};
-  struct Disk {
-    const char* call;
-    std::string why;
-    const Contents& expected;
-  };
-  for (const Disk& row : {Disk{"fchmod", "d: its mode could not be set", all},
-                          Disk{"futimens", "d: its time could not be set", all},
-                          Disk{"utimensat", "l: its time could not be set", all},
-                          Disk{"close", "d/small: Operation not permitted (and 1 more)", none}}) {
-    SCOPED_TRACE(row.call);
-    const ScratchFolder scratch;
-    SystemCalls calls;
-    calls.failing = {{row.call, EPERM}};
-    const Result result = Expand(scratch, entries);
-    EXPECT_NE(result.Line().find(row.why), std::string::npos) << result.Line();
-    EXPECT_EQ(result.expanded, row.expected.size());
-    EXPECT_EQ(Tree(scratch / "t"), row.expected);
-  }
-}
-
-// On disks with and without unnamed files. What a killed run has left is replaced; a link or folder
-// of that name was made by someone else.
-TEST(ExpandInto, LargeFileReplacesTheOldOneOnlyWhenWhole) {
-  const std::string data = Noise(5'000'000);
-  const std::uint32_t wrong = 1;
-  const std::string part = ".zephin-expanding-" + std::to_string(Crc("f"));
-  struct Case {
-    bool noUnnamed;
-    std::optional<std::uint32_t> crc;
-    const char* failing;
-    std::string leftover;
-    Contents expected;
-  };
-  for (const Case& row :
-       {Case{false, {}, "", "", {{"f", data}}}, Case{true, {}, "", "", {{"f", data}}},
-        Case{true, {}, "", part, {{"f", data}}}, Case{false, {}, "", part, {{"f", data}}},
-        Case{false, wrong, "", "", {{"f", "old"}}}, Case{true, wrong, "", "", {{"f", "old"}}},
-        Case{false, {}, "close", "", {{"f", "old"}}}, Case{true, {}, "close", "", {{"f", "old"}}},
-        Case{true, {}, "renameat2", "", {{"f", "old"}}},
-        Case{false, {}, "linkat", "", {{"f", "old"}}},
-        Case{true, {}, "", part + "/d", {{"f", "old"}, {part, "/"}, {part + "/d", "old"}}}}) {
-    SCOPED_TRACE(std::string(row.failing) + (row.noUnnamed ? ", no unnamed, " : ", ") +
-                 row.leftover);
-    const ScratchFolder scratch;
-    WriteFile(scratch / "t/f", "old");
-    if (!row.leftover.empty()) {
-      WriteFile(scratch / ("t/" + row.leftover), "old");
-    }
-    std::string seen;
-    SystemCalls calls;
-    calls.noUnnamedFiles = row.noUnnamed;
-    calls.failing = {{row.failing, EIO}};
-    calls.before[part] = [&] { seen = ReadFile(scratch / "t/f"); };
-    const bool whole = row.expected.at("f") == data;
-    EXPECT_EQ(Expand(scratch, {{.name = "f", .data = data, .crc = row.crc}}).Complete(), whole);
-    EXPECT_EQ(Tree(scratch / "t"), row.expected);
-    EXPECT_NE(seen, data);
-  }
-}
-
-// On a disk that ignores the case of letters. Each pair is of other sizes and kinds.
-TEST(ExpandInto, EntryNeverReplacesAnotherOne) {
-  const char* const same = "has the same name as another entry on this disk";
-  const ZipEntry small{.name = "readme", .data = "x"};
-  const ZipEntry large{.name = "readme", .data = Noise(5'000'000)};
-  const ZipEntry link{.name = "readme", .data = "to", .mode = kLink};
-  const std::vector<std::tuple<ZipEntry, ZipEntry, std::string>> rows = {
-      {small, small, "x"}, {small, link, "x"}, {large, small, large.data}, {link, link, "-> to"}};
-  for (auto [first, second, content] : rows) {
-    for (const bool existed : {false, true}) {
-      SCOPED_TRACE(content.substr(0, 9) + (existed ? ", replaced" : ""));
-      second.name = "README";
-      const ScratchFolder scratch;
-      if (existed) {
-        WriteFile(scratch / "t/readme", "old");
-      }
-      SystemCalls calls;
-      calls.ignoresCase = true;
-      const Result result = Expand(scratch, {first, second});
-      EXPECT_NE(result.Line().find(same), std::string::npos) << result.Line();
-      EXPECT_EQ(result.faults, 1);
-      EXPECT_EQ(Tree(scratch / "t"), (Contents{{"readme", content}}));
-    }
-  }
-}
-
-TEST(ExpandInto, FolderOfAnotherUserKeepsItsMode) {
-  if (::geteuid() != 0) {
-    GTEST_SKIP() << "only root can make a folder of another user";
-  }
-  const ScratchFolder ofRoot;
-  const ScratchFolder scratch;
-  fs::create_directories(ofRoot / "t/d");
-  for (const auto& path : {ofRoot.Path(), ofRoot / "t", ofRoot / "t/d"}) {
-    fs::permissions(path, fs::perms::all);
-  }
-  WriteFile(scratch / "a.zip", MakeZip({{.name = "d/", .mode = 0040750},
-                                        {.name = "d/f", .data = "x", .mode = 0100600}}));
-  const PlainUser user(scratch.Path());
-  EXPECT_EQ(ExpandInto(scratch / "a.zip", ofRoot / "t").Line(), "");
-  EXPECT_EQ(ReadFile(ofRoot / "t/d/f"), "x");
-  EXPECT_EQ(fs::status(ofRoot / "t/d").permissions(), fs::perms::all);
-}
-
 TEST(ExpandInto, FolderIsMadeBeforeTheArchiveIsRead) {
   const ScratchFolder scratch;
   const std::string none = scratch / "none.zip";
@@ -291,7 +200,7 @@ TEST(ExpandInto, FolderIsMadeBeforeTheArchiveIsRead) {
   EXPECT_TRUE(fs::is_directory(scratch / "x/y"));
   EXPECT_EQ(ExpandInto(scratch / "x", scratch / "t").Line(),
             (scratch / "x").string() + ": Is a directory");
-  EXPECT_EQ(Expand(scratch, {}).Line(), "");
+  EXPECT_EQ(ExpandZip(scratch, {}).Line(), "");
   EXPECT_EQ(ExpandInto(scratch / "a.zip", scratch / "a.zip/t").faults, 1);
 }
 
@@ -325,78 +234,14 @@ TEST(ExpandInto, WhatStandsIsMergedIntoAndLeadsNowhere) {
     } else {
       fs::create_symlink(linkTo, standing);
     }
-    EXPECT_EQ(Expand(scratch, {{.name = "f", .data = "new"},
-                               {.name = "d/g", .data = "new"},
-                               {.name = "l", .data = "f", .mode = kLink}})
+    EXPECT_EQ(ExpandZip(scratch, {{.name = "f", .data = "new"},
+                                  {.name = "d/g", .data = "new"},
+                                  {.name = "l", .data = "f", .mode = kLink}})
                   .Line(),
               why);
     EXPECT_EQ(Tree(scratch / "t"), expected);
     EXPECT_EQ(Tree(scratch / "outside"), (Contents{{"kept", "old"}}));
   }
-}
-
-TEST(ExpandInto, DiskThatFillsLeavesOnlyWholeFilesAndTells) {
-  const ScratchFolder scratch;
-  WriteFile(scratch / "a.zip",
-            MakeZip({{.name = "small", .data = "x"},
-                     {.name = "whole", .data = Noise(200'000)},
-                     {.name = "blocks", .data = Noise(900'000), .deflate = true},
-                     {.name = "alone", .data = Noise(2'000'000), .deflate = true},
-                     {.name = "shared", .data = Noise(9'000'000)}}));
-  const FullDisk disk(100'000);
-  EXPECT_EQ(ExpandInto(scratch / "a.zip", scratch / "t").Line(),
-            "whole: File too large (and 3 more)");
-  EXPECT_EQ(Tree(scratch / "t"), (Contents{{"small", "x"}}));
-}
-
-// On a disk with so many free blocks of 4096 bytes and so many free items. What will be replaced
-// counts as free.
-TEST(ExpandInto, WhatDoesNotFitIsRefusedBeforeTheFirstByte) {
-  const std::vector<ZipEntry> entries = {{.name = "a/b/f", .data = std::string(4097, 'x')},
-                                         {.name = "l", .data = "to", .mode = kLink}};
-  struct Case {
-    unsigned long blocks;
-    unsigned long items;
-    const char* existing;
-    const char* why;
-  };
-  for (const Case& row :
-       {Case{5, 4, "", ""},
-        Case{4, 4, "", "needs 20480 bytes, but only 16384 are free on the disk"},
-        Case{5, 3, "", "needs 4 files and folders, but only 3 are free"}, Case{4, 3, "t/a/x", ""},
-        Case{3, 3, "t/a/x", "needs 20480 bytes, but only 12288"}}) {
-    SCOPED_TRACE(std::to_string(row.blocks) + ", " + std::to_string(row.items) + row.existing);
-    const ScratchFolder scratch;
-    if (*row.existing != '\0') {
-      WriteFile(scratch / row.existing, "old");
-    }
-    SystemCalls calls;
-    calls.room = {row.blocks, row.items};
-    const std::string line = Expand(scratch, entries).Line();
-    EXPECT_NE(line.find(row.why), std::string::npos) << line;
-    EXPECT_EQ(line.empty(), *row.why == '\0') << line;
-    EXPECT_EQ(fs::exists(scratch / "t/a/b/f"), *row.why == '\0');
-  }
-}
-
-TEST(ExpandInto, FewNamesCannotAskForManyFolders) {
-  std::vector<ZipEntry> entries;
-  for (int i = 0; i < 20; ++i) {
-    std::string name = std::to_string(i);
-    while (name.size() < 3000) {
-      name += "/d";
-    }
-    entries.push_back({.name = name});
-  }
-  const ScratchFolder scratch;
-  EXPECT_NE(Expand(scratch, entries).Line().find("more folders than"), std::string::npos);
-  EXPECT_EQ(Tree(scratch / "t"), Contents());
-  // The same in many honest names.
-  entries.clear();
-  for (int i = 0; i < 200; ++i) {
-    entries.push_back({.name = "d/e/" + std::to_string(i) + "/folder/of/its/own/f"});
-  }
-  EXPECT_EQ(Expand(scratch, entries).Line(), "");
 }
 
 }  // namespace

@@ -1,49 +1,59 @@
-// Archives that mean harm or are broken. Each holds a good file too; after each expansion the test
-// looks at all three: what the status says, what is left in the folder, and that nothing around the
-// folder has changed.
+// Archives that are made to do harm or are damaged. Each has a good file too. After each expansion,
+// into a folder and beside the archive, the tests check the faults, what is left in the folder, and
+// that nothing around the folder has changed.
 #include <gtest/gtest.h>
 
 #include "platform/expander/expander.h"
+#include "tests/platform/expander/system_calls.h"
 #include "tests/platform/expander/zip_writer.h"
 #include "tests/support/scratch_folder.h"
 
 namespace zephin::test {
 namespace {
 
+using expander::ExpandBeside;
 using expander::ExpandInto;
 
 const ZipEntry kGood{.name = "good.txt", .data = "good"};
 
 struct Hostile {
-  // Behind the good file.
+  // After the good file.
   std::vector<ZipEntry> entries;
-  // What the line on standard error must hold.
+  // Part of the line on standard error.
   const char* why;
   std::uint64_t faults = 1;
-  // What is left beside the good file.
+  // What is left besides the good file.
   Contents left = {};
   ZipLayout layout = {};
 };
 
 void ExpectContained(const std::vector<Hostile>& rows) {
   for (const Hostile& row : rows) {
-    SCOPED_TRACE("the last entry is " + row.entries.back().name);
-    const ScratchFolder scratch;
-    const std::string zip = scratch / "a.zip";
-    std::vector<ZipEntry> entries{kGood};
-    entries.insert(entries.end(), row.entries.begin(), row.entries.end());
-    WriteFile(zip, MakeZip(entries, row.layout));
-    WriteFile(scratch / "sentinel", "outside");
+    for (const bool beside : {false, true}) {
+      SCOPED_TRACE("the last entry is " + row.entries.back().name + (beside ? ", beside" : ""));
+      const ScratchFolder scratch;
+      const std::string zip = scratch / "a.zip";
+      std::vector<ZipEntry> entries{kGood};
+      entries.insert(entries.end(), row.entries.begin(), row.entries.end());
+      WriteFile(zip, MakeZip(entries, row.layout));
+      WriteFile(scratch / "sentinel", "outside");
 
-    const expander::Result result = ExpandInto(zip, scratch / "target");
+      const expander::Result result = beside ? ExpandBeside(zip) : ExpandInto(zip, scratch / "a");
 
-    EXPECT_EQ(result.faults, row.faults);
-    EXPECT_NE(result.Line().find(row.why), std::string::npos) << result.Line();
-    std::filesystem::remove(zip);
-    Contents expected = row.left;
-    expected.insert({{"sentinel", "outside"}, {"target", "/"}, {"target/good.txt", "good"}});
-    EXPECT_EQ(Tree(scratch.Path()), expected);
-    EXPECT_FALSE(std::filesystem::exists("/tmp/expander-sentinel"));
+      EXPECT_EQ(result.faults, row.faults);
+      EXPECT_NE(result.Line().find(row.why), std::string::npos) << result.Line();
+      std::filesystem::remove(zip);
+      Contents expected{{"sentinel", "outside"}};
+      if (result.placedAs == "good.txt") {
+        EXPECT_EQ(row.left, Contents());
+        expected["good.txt"] = "good";
+      } else {
+        expected.insert({{"a", "/"}, {"a/good.txt", "good"}});
+        expected.insert(row.left.begin(), row.left.end());
+      }
+      EXPECT_EQ(Tree(scratch.Path()), expected);
+      EXPECT_FALSE(std::filesystem::exists("/tmp/expander-sentinel"));
+    }
   }
 }
 
@@ -66,7 +76,12 @@ TEST(HostileArchive, NameThatLeadsOutOrStandsForNothingIsRefused) {
       {named(std::string("a\0b", 3)), "NUL"},
       {named(""), "empty"},
       {named(std::string(5000, 'n')), "longer than a path"},
-      {named("../a\nb"), R"(../a\x0ab: )"},
+      {named("../a\nb\x7F"), R"(../a\x0ab\x7f: )"},
+      {named("../\xC2\x9F\xC2\xA0\xD8\x9C"), "../\\xc2\\x9f\xC2\xA0\\xd8\\x9c: "},
+      {named("../\xE2\x80\xA7\xE2\x80\xA8\xE2\x80\xAE\xE2\x80\xAF"),
+       "../\xE2\x80\xA7\\xe2\\x80\\xa8\\xe2\\x80\\xae\xE2\x80\xAF: "},
+      {named("../\xE2\x80\x8E\xE2\x81\xA5\xE2\x81\xA6\x9B"),
+       "../\\xe2\\x80\\x8e\xE2\x81\xA5\\xe2\\x81\\xa6\\x9b: "},
   });
 }
 
@@ -79,7 +94,7 @@ TEST(HostileArchive, EntryThatIsNoneOrContradictsItselfIsRefused) {
       {{{.name = "block device", .mode = 0060666}}, "device"},
       {{{.name = "pipe", .mode = 0010666}}, "device"},
       {{{.name = "socket", .mode = 0140666}}, "device"},
-      {{{.name = "folder/", .data = "x", .mode = kFolder}}, "holds data"},
+      {{{.name = "link/", .data = "x", .mode = kLink}}, "is a link with the name"},
       {{{.name = "long", .data = std::string(4096, 't'), .mode = kLink}}, "longer than a path"},
       {{{.name = "to nothing", .mode = kLink}}, "empty"},
       {{{.name = "to NUL", .data = std::string("a\0b", 3), .mode = kLink}}, "NUL"},
@@ -88,6 +103,9 @@ TEST(HostileArchive, EntryThatIsNoneOrContradictsItselfIsRefused) {
       {{{.name = "shorter", .data = "x", .local = {kLocalNameSize, "\3"}}}, disagrees},
       {{{.name = "name", .data = "x", .local = {kLocalName, "f"}}}, disagrees},
       {{{.name = "method", .data = "x", .local = {kLocalMethod, "\x8"}}}, disagrees},
+      {{{.name = "encrypted here", .data = "x", .local = {kLocalFlags, "\1"}}}, disagrees},
+      {{{.name = "strongly", .data = "x", .local = {kLocalFlags, "\x40"}}}, disagrees},
+      {{{.name = "masked", .data = "x", .local = {kLocalFlags + 1, "\x20"}}}, disagrees},
       {{{.name = "crc", .data = "x", .local = {kLocalCrc, "\1"}}}, disagrees},
       {{{.name = "size", .data = "x", .local = {kLocalSize, "\2"}}}, disagrees},
       {{{.name = "big", .data = "x", .deflate = true, .zip64 = true, .size = 1ULL << 40U}}, stated},
@@ -108,18 +126,22 @@ TEST(HostileArchive, EntriesThatAreInEachOthersWayAreRefused) {
   const ZipEntry lineFeed{.name = "\n", .data = "bad"};
   const char* const inTheWay = "where a folder must be";
   ExpectContained({
-      {{link, fileBelow}, inTheWay, 1, {{"target/l", "/"}, {"target/l/x", "bad"}}},
-      {{link, linkBelow}, inTheWay, 1, {{"target/l", "/"}, {"target/l/x", "-> to"}}},
-      {{file, fileBelow}, inTheWay, 1, {{"target/l", "/"}, {"target/l/x", "bad"}}},
+      {{link, fileBelow}, inTheWay, 1, {{"a/l", "/"}, {"a/l/x", "bad"}}},
+      {{link, linkBelow}, inTheWay, 1, {{"a/l", "/"}, {"a/l/x", "-> to"}}},
+      {{file, fileBelow}, inTheWay, 1, {{"a/l", "/"}, {"a/l/x", "bad"}}},
       {{file, {.name = "same", .data = "x", .offset = 42}}, "shares bytes", 2},
       {{around, inside}, "shares bytes", 2},
+      {{{.name = "shifted", .data = "xx", .local = {kLocalExtraSize, "\1"}}, file},
+       "shares bytes",
+       1,
+       {{"a/l", "x"}}},
       {{file}, "breaks off", 1, {}, {.tableCut = 3}},
-      {{file}, "breaks off", 1, {{"target/l", "x"}}, {.count = 1}},
-      {{above, above, lineFeed}, "(and 1 more)", 2, {{"target/\n", "bad"}}},
+      {{file}, "breaks off", 1, {{"a/l", "x"}}, {.count = 1}},
+      {{above, above, lineFeed}, "(and 1 more)", 2, {{"a/\n", "bad"}}},
   });
 }
 
-// For each of the ways that data take: at once, in blocks, by two threads.
+// For each way of unpacking: at once, in blocks, by two threads.
 TEST(HostileArchive, DataThatAreWrongLeaveNoFile) {
   const char* const otherSize = "its data are";
   const std::uint32_t wrong = 1;
@@ -131,6 +153,8 @@ TEST(HostileArchive, DataThatAreWrongLeaveNoFile) {
         {{{.name = "stored", .data = data, .crc = wrong}}, "CRC"},
         {{{.name = "deflated", .data = data, .deflate = true, .crc = wrong}}, "CRC"},
         {{{.name = "none", .data = data, .deflate = true, .packed = none}}, "damaged"},
+        {{{.name = "followed", .data = data, .deflate = true, .packed = Deflate(data) + "x"}},
+         otherSize},
         {{{.name = "longer", .data = data, .deflate = true, .size = size - 1}}, otherSize},
         {{{.name = "shorter", .data = data, .deflate = true, .size = size + 1}}, otherSize},
         {{{.name = "broken off", .data = data, .deflate = true, .packed = endless}}, otherSize},
@@ -138,8 +162,30 @@ TEST(HostileArchive, DataThatAreWrongLeaveNoFile) {
   }
 }
 
-// Wherever an archive breaks off, nothing passes for the whole. A byte changed anywhere in its data
-// or headers gives an error or the very same tree.
+TEST(HostileArchive, ArchiveThatIsIncompleteIsRefused) {
+  const ScratchFolder scratch;
+  EXPECT_NE(ExpandZip(scratch, {kGood}, {.disc = 1}).Line().find("archive of several"),
+            std::string::npos);
+  EXPECT_EQ(Tree(scratch / "t"), Contents());
+  // The file is cut short after its table was read.
+  for (const bool deflate : {false, true}) {
+    for (const std::size_t size : {10UL, 300'000UL, 1'500'000UL, 5'000'000UL}) {
+      SCOPED_TRACE(size);
+      SystemCalls calls;
+      calls.before["d"] = [&] { std::filesystem::resize_file(scratch / "a.zip", 80 + size / 3); };
+      const expander::Result result =
+          ExpandZip(scratch, {kGood,
+                              {.name = "d/", .mode = kFolder},
+                              {.name = "cut", .data = Noise(size), .deflate = deflate}});
+      EXPECT_EQ(result.Line(), "cut: Input/output error");
+      EXPECT_EQ(Tree(scratch / "t"), (Contents{{"good.txt", "good"}, {"d", "/"}}));
+      std::filesystem::remove_all(scratch / "t");
+    }
+  }
+}
+
+// An archive that is cut short anywhere is refused. A byte changed anywhere in its data or headers
+// gives a fault or the same tree.
 TEST(HostileArchive, BrokenOneNeverGivesAnotherTreeWithStatusZero) {
   const std::string whole =
       MakeZip({{.name = "d/b", .data = std::string(300, 'b'), .deflate = true},

@@ -9,16 +9,7 @@ namespace {
 
 constexpr std::uint32_t kAllBits = 0xFFFFFFFF;
 
-std::string Deflate(const std::string& data) {
-  const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> compressor(
-      libdeflate_alloc_compressor(1), &libdeflate_free_compressor);
-  std::string packed(libdeflate_deflate_compress_bound(compressor.get(), data.size()), '\0');
-  packed.resize(libdeflate_deflate_compress(compressor.get(), data.data(), data.size(),
-                                            packed.data(), packed.size()));
-  return packed;
-}
-
-// CRC and sizes, in this order in each of the three places where they stand.
+// CRC and sizes, in this order in each of the three places that have them.
 struct Facts {
   std::uint64_t crc = 0;
   std::uint64_t packedSize = 0;
@@ -51,10 +42,13 @@ std::string Record(const ZipEntry& entry, const Facts& facts, std::uint64_t offs
   std::string extra = entry.extra;
   if (entry.zip64) {
     extra += ExtraField(1, Bytes({{facts.size, 8}, {facts.packedSize, 8}, {offset, 8}}));
+  } else if (entry.wideOffset) {
+    extra += ExtraField(1, Bytes({{offset, 8}}));
   }
   return "PK\1\2" + Bytes({{20, 1}, {entry.host, 1}}) + Header(entry, facts, extra.size()) +
-         Bytes({{0, 8}, {entry.mode, 2}, {entry.zip64 ? kAllBits : offset, 4}}) + entry.name +
-         extra;
+         Bytes(
+             {{0, 8}, {entry.mode, 2}, {entry.zip64 || entry.wideOffset ? kAllBits : offset, 4}}) +
+         entry.name + extra;
 }
 
 std::string EndRecords(const ZipLayout& layout, std::uint64_t count, std::uint64_t offset,
@@ -65,13 +59,23 @@ std::string EndRecords(const ZipLayout& layout, std::uint64_t count, std::uint64
           "PK\6\7" + Bytes({{0, 4}, {offset + size, 8}, {1, 4}});
     count = size = offset = kAllBits;
   }
-  return end + "PK\5\6" + Bytes({{0, 4}, {count, 2}, {count, 2}, {size, 4}, {offset, 4}, {0, 2}});
+  return end + "PK\5\6" +
+         Bytes({{layout.disc, 2}, {0, 2}, {count, 2}, {count, 2}, {size, 4}, {offset, 4}, {0, 2}});
 }
 
 }  // namespace
 
 std::uint32_t Crc(const std::string& data) {
   return libdeflate_crc32(0, data.data(), data.size());
+}
+
+std::string Deflate(const std::string& data) {
+  const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> compressor(
+      libdeflate_alloc_compressor(1), &libdeflate_free_compressor);
+  std::string packed(libdeflate_deflate_compress_bound(compressor.get(), data.size()), '\0');
+  packed.resize(libdeflate_deflate_compress(compressor.get(), data.data(), data.size(),
+                                            packed.data(), packed.size()));
+  return packed;
 }
 
 std::string Bytes(std::initializer_list<std::pair<std::uint64_t, int>> numbers) {
@@ -90,6 +94,12 @@ std::string ExtraField(std::uint16_t tag, const std::string& body) {
 
 std::string UnicodeNameField(const std::string& storedName, const std::string& name) {
   return ExtraField(0x7075, Bytes({{1, 1}, {Crc(storedName), 4}}) + name);
+}
+
+expander::Result ExpandZip(const ScratchFolder& scratch, const std::vector<ZipEntry>& entries,
+                           const ZipLayout& layout) {
+  WriteFile(scratch / "a.zip", MakeZip(entries, layout));
+  return expander::ExpandInto(scratch / "a.zip", scratch / "t/");
 }
 
 std::string MakeZip(const std::vector<ZipEntry>& entries, const ZipLayout& layout) {

@@ -9,6 +9,9 @@
 #include <utility>
 #include <vector>
 
+#include "platform/expander/expander.h"
+#include "tests/support/scratch_folder.h"
+
 namespace zephin::test {
 
 constexpr std::uint32_t kFolder = 0040755;
@@ -22,8 +25,9 @@ struct ZipEntry {
   bool deflate = false;
   // Sizes and CRC behind the data, zeros in front of them.
   bool descriptor = false;
-  // Sizes and place in the 64-bit extra field.
+  // Sizes and offset in the 64-bit extra field, or the offset alone.
   bool zip64 = false;
+  bool wideOffset = false;
   std::uint16_t flags = 0;
   std::uint8_t host = 3;
   std::string extra = {};  // of the central directory
@@ -34,20 +38,23 @@ struct ZipEntry {
   std::optional<std::uint64_t> packedSize = {};
   std::optional<std::uint64_t> offset = {};
   std::optional<std::string> packed = {};
-  // A place in the local header, and what stands there in place of the truth.
+  // An offset in the local header, and what is there in place of the truth.
   std::pair<std::size_t, std::string> local = {};
 };
 
 // Places in a local header, in bytes.
+constexpr std::size_t kLocalFlags = 6;
 constexpr std::size_t kLocalMethod = 8;
 constexpr std::size_t kLocalCrc = 14;
 constexpr std::size_t kLocalSize = 22;
 constexpr std::size_t kLocalNameSize = 26;
+constexpr std::size_t kLocalExtraSize = 28;
 constexpr std::size_t kLocalName = 30;
 
 struct ZipLayout {
   std::string prefix = {};
   bool zip64End = false;
+  std::uint16_t disc = 0;
   // What the end record says in place of the true number of entries.
   std::optional<std::uint64_t> count = {};
   // Bytes that the table of contents is cut short by.
@@ -59,6 +66,10 @@ struct ZipLayout {
 // 2024-03-09, 0:00: the day and hour of every entry.
 constexpr std::uint32_t kZipTime = 0x58690000;
 
+// Writes an archive into the scratch folder, and expands it into the folder "t" there.
+expander::Result ExpandZip(const ScratchFolder& scratch, const std::vector<ZipEntry>& entries,
+                           const ZipLayout& layout = {});
+
 // The archive's bytes.
 std::string MakeZip(const std::vector<ZipEntry>& entries, const ZipLayout& layout = {});
 
@@ -69,6 +80,7 @@ std::string ExtraField(std::uint16_t tag, const std::string& body);
 std::string UnicodeNameField(const std::string& storedName, const std::string& name);
 
 std::uint32_t Crc(const std::string& data);
+std::string Deflate(const std::string& data);
 
 // Numbers, each in so many bytes, low byte first.
 std::string Bytes(std::initializer_list<std::pair<std::uint64_t, int>> numbers);

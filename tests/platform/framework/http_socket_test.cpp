@@ -8,7 +8,9 @@
 #include <vector>
 
 #include "platform/framework/application.h"
+#include "platform/framework/net/host_facts.h"
 #include "platform/framework/net/response_body.h"
+#include "tests/platform/framework/variable.h"
 #include "tests/support/loopback_server.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/scripted_desktop.h"
@@ -48,6 +50,57 @@ TEST_F(HTTPSocketTest, SendsOneRequestAndReturnsTheBodyForAnyStatus) {
     // No header identifies the user's system.
     EXPECT_EQ(server.Requests(), std::vector{"GET /a/b.zip?c=d HTTP/1.1\r\nHost: " + host +
                                              "\r\nAccept: */*\r\n\r\n"});
+  }
+}
+
+TEST_F(HTTPSocketTest, SendsWhatARequestLineCannotHoldPercentEncoded) {
+  const std::vector<std::pair<std::string, std::string>> rows{
+      {"/my file.zip?a b=c d", "/my%20file.zip?a%20b=c%20d"},
+      {"/\xC3\xA9\xE6\x97\xA5.zip", "/%C3%A9%E6%97%A5.zip"},
+      {std::string("/\t\n\r\x7F\x1F\0.zip", 11), "/%09%0A%0D%7F%1F%00.zip"},
+      {"/a%20b%e9%zz%.zip", "/a%20b%e9%zz%.zip"},
+      {"/!\"$&'()*+,-:;<=>@[]^_`{|}~\\", "/!\"$&'()*+,-:;<=>@[]^_`{|}~\\"},
+      {"?a b", "/?a%20b"},
+  };
+  for (const auto& [given, sent] : rows) {
+    const LoopbackServer server(HttpResponse("200 OK", "body"));
+    EXPECT_EQ(Get(server.Address(given)), "body") << given;
+    ASSERT_EQ(server.Requests().size(), 1U) << given;
+    EXPECT_TRUE(server.Requests().front().starts_with("GET " + sent + " HTTP/1.1\r\n"))
+        << server.Requests().front();
+  }
+}
+
+TEST(TrustStoreOfTheSystem, IsFoundWhereEachDistributionKeepsIt) {
+  struct Row {
+    std::string made;
+    bool isFolder = false;
+  };
+  const std::vector<Row> rows{
+      {"/etc/ssl/certs/ca-certificates.crt"},
+      {"/etc/pki/ca-trust/extracted/pem/tls-ca-bundle.pem"},
+      {"/etc/pki/tls/certs/ca-bundle.crt"},
+      {"/etc/ssl/ca-bundle.pem"},
+      {"/etc/ssl/cert.pem"},
+      {"/etc/ssl/certs/0a1b2c3d.0", true},
+      {"/etc/pki/ca-trust/extracted/pem/directory-hash/0a1b2c3d.0", true},
+  };
+  const Variable noFile("SSL_CERT_FILE", "");
+  const Variable noFolder("SSL_CERT_DIR", "");
+  for (const Row& row : rows) {
+    const ScratchFolder scratch;
+    const std::string root = scratch.Path();
+    // An empty list and a folder without hashed names are not stores.
+    WriteFile(root + "/etc/ssl/cert.pem", "");
+    WriteFile(root + "/etc/ssl/certs/README", "text");
+    EXPECT_EQ(SystemTrustStore(root).file + SystemTrustStore(root).folder, "");
+    WriteFile(root + row.made, "a certificate");
+    const std::string path = root + row.made;
+    EXPECT_EQ(SystemTrustStore(root).file, row.isFolder ? "" : path);
+    EXPECT_EQ(SystemTrustStore(root).folder,
+              row.isFolder ? path.substr(0, path.rfind('/')) : std::string());
+    const Variable moved("SSL_CERT_FILE", path);
+    EXPECT_EQ(SystemTrustStore("/none").file, path);
   }
 }
 

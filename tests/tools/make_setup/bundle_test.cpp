@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -107,6 +108,35 @@ TEST_F(MakeBundleTest, BundleHasTheStubTheRecordAndWhatItNames) {
             "My.app/ My.app/Contents/ My.app/Contents/Info.plist=plist My.app/Contents/MacOS/ "
             "My.app/Contents/MacOS/Setup+=stub My.app/Contents/Resources/ "
             "My.app/Contents/Resources/helper.sh+=helper kept=kept");
+}
+
+TEST_F(MakeBundleTest, EntryStartsTheBundleBesideItWhateverTheirPathIs) {
+  Make(kSmallest);
+  const fs::path place = folder_ / "it's \"a\" $(touch x) \\ \xC3\xA9/";
+  const fs::path entry = place / "New 'name' %k.desktop";
+  fs::create_directory(place);
+  fs::rename(made_ / "My.app", place / "New 'name' %k.app");
+  fs::rename(made_ / "My.desktop", entry);
+  const fs::path program = place / "New 'name' %k.app/Contents/MacOS/Setup";
+  test::WriteFile(program, "#!/bin/sh\nprintf x >> \"$MARK\"\n");
+  fs::permissions(program, fs::perms(0755));
+  // The entry of another installer must not start.
+  test::WriteFile(place / "Other.desktop", "touch \"$MARK\"-other\n");
+  const std::string text = test::ReadFile(entry);
+  const std::size_t begin = text.find("\nExec=") + 6;
+  std::string line = text.substr(begin, text.find('\n', begin) - begin);
+  EXPECT_EQ(line.find_first_of("\\$`'"), std::string::npos) << line;
+  line.replace(line.find("%k"), 2, "\"$GIVEN\"");
+  setenv("ENTRY", entry.c_str(), 1);
+  setenv("MARK", (folder_ / "mark").c_str(), 1);
+  // Started as a program; by a desktop that gives the entry's path; by one that gives the folder's.
+  for (const std::string& command :
+       {std::string("\"$ENTRY\""), "GIVEN=\"$ENTRY\"; " + line, "GIVEN=\"${ENTRY%/*}\"; " + line}) {
+    EXPECT_EQ(std::system(("(" + command + ") 2>/dev/null").c_str()), 0) << command;
+    EXPECT_EQ(test::ReadFile(folder_ / "mark"), "x") << command;
+    EXPECT_FALSE(fs::exists(folder_ / "mark-other"));
+    fs::remove(folder_ / "mark");
+  }
 }
 
 TEST_F(MakeBundleTest, EndedRunLeavesEverythingAsItWas) {

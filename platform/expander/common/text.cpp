@@ -1,0 +1,83 @@
+#include "platform/expander/common/text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+namespace zephin::expander {
+namespace {
+
+std::uint8_t Byte(std::string_view text, std::size_t index) {
+  return index < text.size() ? static_cast<std::uint8_t>(text[index]) : std::uint8_t{0};
+}
+
+/// Characters that may not reach a terminal: controls, separators of lines, and marks that change
+/// the direction of text, so that a name seems to be another one.
+bool IsDangerous(std::string_view character) {
+  using Range = std::pair<std::string_view, std::string_view>;
+  constexpr std::array<Range, 7> kRanges = {
+      Range{std::string_view("\0", 1), "\x1F"},
+      Range{"\x7F", "\x7F"},
+      Range{"\xC2\x80", "\xC2\x9F"},          // U+0080 to U+009F
+      Range{"\xD8\x9C", "\xD8\x9C"},          // U+061C
+      Range{"\xE2\x80\x8E", "\xE2\x80\x8F"},  // U+200E, U+200F
+      Range{"\xE2\x80\xA8", "\xE2\x80\xAE"},  // U+2028 to U+202E
+      Range{"\xE2\x81\xA6", "\xE2\x81\xA9"},  // U+2066 to U+2069
+  };
+  return std::any_of(kRanges.begin(), kRanges.end(), [&](const Range& range) {
+    return character.size() == range.first.size() && character >= range.first &&
+           character <= range.second;
+  });
+}
+
+}  // namespace
+
+std::size_t Utf8Length(std::string_view text, std::size_t index) {
+  const std::uint8_t lead = Byte(text, index);
+  const auto follows = [&](std::size_t step, std::uint8_t low, std::uint8_t high) {
+    const std::uint8_t next = Byte(text, index + step);
+    return next >= low && next <= high;
+  };
+  if (lead < 0x80) {
+    return 1;
+  }
+  if (lead >= 0xC2 && lead <= 0xDF) {
+    return follows(1, 0x80, 0xBF) ? 2 : 0;
+  }
+  if (lead >= 0xE0 && lead <= 0xEF) {
+    const std::uint8_t low = lead == 0xE0 ? 0xA0 : 0x80;
+    const std::uint8_t high = lead == 0xED ? 0x9F : 0xBF;
+    return follows(1, low, high) && follows(2, 0x80, 0xBF) ? 3 : 0;
+  }
+  if (lead >= 0xF0 && lead <= 0xF4) {
+    const std::uint8_t low = lead == 0xF0 ? 0x90 : 0x80;
+    const std::uint8_t high = lead == 0xF4 ? 0x8F : 0xBF;
+    return follows(1, low, high) && follows(2, 0x80, 0xBF) && follows(3, 0x80, 0xBF) ? 4 : 0;
+  }
+  return 0;
+}
+
+std::string OneLine(std::string_view name) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  constexpr std::size_t kLongest = 1024;
+  std::string line;
+  const std::string_view shown = name.substr(0, kLongest);
+  for (std::size_t i = 0; i < shown.size();) {
+    const std::size_t length = Utf8Length(shown, i);
+    const std::string_view character = shown.substr(i, std::max<std::size_t>(length, 1));
+    if (length > 0 && !IsDangerous(character)) {
+      line += character;
+    } else {
+      for (const char byte : character) {
+        const auto code = static_cast<std::uint8_t>(byte);
+        line += "\\x";
+        line += kDigits[code >> 4U];
+        line += kDigits[code & 0xFU];
+      }
+    }
+    i += character.size();
+  }
+  return name.size() > kLongest ? line + "..." : line;
+}
+
+}  // namespace zephin::expander
