@@ -1,3 +1,5 @@
+#include "platform/expander/report/window_pipe.h"
+
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
@@ -9,8 +11,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <string_view>
-
-#include "platform/expander/report/window_pipe.h"
 
 namespace zephin::expander {
 namespace {
