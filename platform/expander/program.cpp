@@ -14,6 +14,7 @@
 namespace zephin::expander {
 
 void PrepareProcess() {
+  // The system gives out the lowest free number, so this fills the gaps up to standard error.
   int number = 0;
   do {
     number = ::open("/dev/null", O_RDWR);
@@ -58,6 +59,7 @@ Job MakeJob(const std::string& archivePath, const std::string& folderPath) {
 
 void WriteLine(const char* name, const std::string& line) {
   const std::string text = std::string(name) + ": " + line + "\n";
+  // One call, so that lines of several processes don't mix.
   (void)!::write(STDERR_FILENO, text.data(), text.size());
 }
 

@@ -20,6 +20,7 @@ std::string Cause::Text() const {
 
 void Faults::Count(std::uint32_t order, std::string_view name, std::string_view why) {
   const std::lock_guard<std::mutex> lock(mutex_);
+  // Threads finish in any order, but the report must be the same in every run.
   if (count_ == 0 || order < firstOrder_) {
     firstOrder_ = order;
     first_ = OneLine(name) + ": " + std::string(why);

@@ -26,6 +26,8 @@ bool FileIds::Has(const FileId& id) const {
 }
 
 void RemoveIfSame(int folder, const char* name, const FileId& id, int flags) {
+  // The system has no call that deletes a file by its identity. Someone who replaces the file
+  // between these two calls loses it; the time is as short as it can be.
   if (id && FileId::At(folder, name) == id) {
     (void)::unlinkat(folder, name, flags);
   }

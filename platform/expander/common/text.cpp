@@ -45,11 +45,13 @@ std::size_t Utf8Length(std::string_view text, std::size_t index) {
     return follows(1, 0x80, 0xBF) ? 2 : 0;
   }
   if (lead >= 0xE0 && lead <= 0xEF) {
+    // Neither a longer form of a shorter character nor half of a pair of UTF-16.
     const std::uint8_t low = lead == 0xE0 ? 0xA0 : 0x80;
     const std::uint8_t high = lead == 0xED ? 0x9F : 0xBF;
     return follows(1, low, high) && follows(2, 0x80, 0xBF) ? 3 : 0;
   }
   if (lead >= 0xF0 && lead <= 0xF4) {
+    // Nothing above U+10FFFF.
     const std::uint8_t low = lead == 0xF0 ? 0x90 : 0x80;
     const std::uint8_t high = lead == 0xF4 ? 0x8F : 0xBF;
     return follows(1, low, high) && follows(2, 0x80, 0xBF) && follows(3, 0x80, 0xBF) ? 4 : 0;
@@ -61,6 +63,7 @@ std::string OneLine(std::string_view name) {
   constexpr std::string_view kDigits = "0123456789abcdef";
   constexpr std::size_t kLongest = 1024;
   std::string line;
+  // A character that is cut in two here is shown by its bytes.
   const std::string_view shown = name.substr(0, kLongest);
   for (std::size_t i = 0; i < shown.size();) {
     const std::size_t length = Utf8Length(shown, i);

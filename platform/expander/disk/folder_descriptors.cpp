@@ -32,6 +32,8 @@ int FolderDescriptors::Get(std::uint32_t folder) {
   if (slot.descriptor.IsOpen() && slot.folder == folder) {
     return slot.descriptor.Number();
   }
+  // The folders above are opened first, each by its name alone: a path with slashes would follow
+  // links in its middle.
   const int parent = Get(folders_[folder].parent);
   if (parent < 0) {
     return -1;

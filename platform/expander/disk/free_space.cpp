@@ -78,6 +78,7 @@ std::uint64_t FreeBytes(int folder) {
 
 std::optional<Shortage> FindShortage(const Plan& plan, int folder, Existing existing) {
   struct statvfs disk {};
+  // Some network disks report no size at all.
   if (::fstatvfs(folder, &disk) != 0 || disk.f_blocks == 0 || disk.f_frsize == 0) {
     return std::nullopt;
   }
@@ -91,10 +92,12 @@ std::optional<Shortage> FindShortage(const Plan& plan, int folder, Existing exis
   }
   const std::uint64_t free = FreeBytes(disk);
   const std::uint64_t freeItems = IsSystem() ? disk.f_ffree : disk.f_favail;
+  // Disks without a fixed number of inodes report 0.
   const bool countsItems = disk.f_files != 0;
   if (needed <= free && (!countsItems || items <= freeItems)) {
     return std::nullopt;
   }
+  // Looking up every path is slow, so it is done only if the answer depends on it.
   const Found found = existing == Existing::Replace ? CountExisting(plan, folder, block) : Found{};
   if (needed > AddSaturated(free, found.bytes)) {
     return Shortage{Reason::NoSpace, needed, free};

@@ -42,6 +42,7 @@ Cause CheckReplaceable(int folder, const char* leaf, const Replacing& replacing)
     return Cause::System(errno == ENOENT ? 0 : errno);
   }
   if (S_ISDIR(status.st_mode)) {
+    // Its contents may be the user's.
     return Cause::System(EISDIR);
   }
   if (replacing.made.Has(FileId::From(status))) {
@@ -69,6 +70,8 @@ Cause OutputFile::Create(int folder, std::string_view leaf, const Attributes& at
   folder_ = folder;
   leaf_ = leaf;
   const mode_t mode = attributes.hasMode ? attributes.mode : kPlainMode;
+  // The system removes the mask's bits from the mode of a new file. Without such bits the mode is
+  // right from the start, which saves a call for most files.
   changeMode_ = attributes.hasMode && (mode & mask) != 0;
   if (const Cause cause = naming == Naming::AtOnce ? CreateNamed(mode) : CreateUnnamed(mode)) {
     return cause;
@@ -85,6 +88,7 @@ Descriptor OutputFile::Open(const std::string& name, mode_t mode) const {
 
 Cause OutputFile::CreateNamed(mode_t mode) {
   name_ = leaf_;
+  // Names are rarely taken, so the file is made first and the name cleared only if that fails.
   descriptor_ = Open(name_, mode);
   if (!descriptor_.IsOpen() && errno == EEXIST) {
     if (const Cause cause = ClearName(folder_, leaf_.c_str(), replacing_)) {
@@ -96,6 +100,7 @@ Cause OutputFile::CreateNamed(mode_t mode) {
 }
 
 Cause OutputFile::CreateUnnamed(mode_t mode) {
+  // The system frees an unnamed file with its process. FAT and network disks have none.
   descriptor_ = Descriptor(::openat(folder_, ".", O_WRONLY | O_TMPFILE | O_CLOEXEC, mode));
   if (descriptor_.IsOpen()) {
     return {};
@@ -119,6 +124,7 @@ Cause OutputFile::Write(const char* bytes, std::size_t size) {
     if (written < 0 && errno == EINTR) {
       continue;
     }
+    // Some disks report "nothing written" in place of an error when they are full.
     if (written <= 0) {
       return Cause::System(written < 0 ? errno : ENOSPC);
     }
@@ -143,6 +149,7 @@ Cause OutputFile::SetAttributes(const Attributes& attributes) {
 }
 
 Cause OutputFile::Keep() {
+  // An old file of that name is replaced last, when the disk has reported no lost data.
   Cause cause = name_.empty() ? GiveName() : Cause();
   const int code = descriptor_.Close();
   if (!cause) {
@@ -159,6 +166,7 @@ Cause OutputFile::Keep() {
 
 /// Names an unnamed file: its final name if that is free, else a temporary one.
 Cause OutputFile::GiveName() {
+  // Linking the descriptor itself needs a privilege; linking its name in /proc does not.
   const std::string self = "/proc/self/fd/" + std::to_string(descriptor_.Number());
   for (const std::string& name : {leaf_, TemporaryName(leaf_)}) {
     const auto link = [&] {

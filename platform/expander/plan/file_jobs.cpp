@@ -6,6 +6,7 @@ namespace zephin::expander {
 namespace {
 
 constexpr std::uint64_t kLarge = 1U << 20U;
+/// Below this size, passing blocks between threads costs more than it saves.
 constexpr std::uint64_t kWorthSharing = 4U << 20U;
 
 /// The time to make an empty file, as the number of bytes that are written in the same time.
@@ -53,6 +54,7 @@ FileJobs ShareOut(const std::vector<Entry>& files) {
   }
   std::sort(large.begin(), large.end(),
             [&](std::size_t a, std::size_t b) { return files[a].size > files[b].size; });
+  // The largest first: what is shared no longer counts when the next one is compared with the rest.
   for (const std::size_t index : large) {
     const std::uint64_t own = files[index].size + kCostOfFile;
     if (own > kWorthSharing && own > cost / 2) {

@@ -35,6 +35,7 @@ bool EndsInZip(std::string_view name) {
     return false;
   }
   std::string end(name.substr(name.size() - 4));
+  // Not tolower, which depends on the locale.
   std::transform(end.begin(), end.end(), end.begin(), [](char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
   });
@@ -112,6 +113,7 @@ void Placement::Run(Result& result) {
     report_.SetSpace(shortage->needed, shortage->free);
     return;
   }
+  // A copy: placing a file changes its path.
   const std::string only(OnlyTopItem(plan_));
   if (only.empty()) {
     PlaceFolder(0, ownName, result);
@@ -128,6 +130,7 @@ Descriptor Placement::NewFolder(const std::string& wanted, std::string& name) {
   int code = EEXIST;
   for (int number = 1; code == EEXIST && number <= kMostNames; ++number) {
     name = NumberedName(wanted, number, ItemKind::Folder);
+    // Making the folder is the only safe way to ask whether the name is free.
     code = ::mkdirat(parent_.Number(), name.c_str(), kPlainMode) == 0 ? 0 : errno;
   }
   Descriptor folder;
@@ -165,6 +168,7 @@ void Placement::PlaceFile(Entry& entry, Result& result) {
   const std::string wanted(entry.path);
   struct stat status {};
   int number = 1;
+  // A file can't take its name in advance. If someone else takes it meanwhile, that is a fault.
   do {
     result.placedAs = NumberedName(wanted, number, ItemKind::File);
   } while (::fstatat(parent_.Number(), result.placedAs.c_str(), &status, AT_SYMLINK_NOFOLLOW) ==

@@ -69,6 +69,7 @@ Result ExpandInto(const std::string& archivePath, const std::string& folderPath,
   Result result;
   Faults faults(report);
   const mode_t mask = CreationMask();
+  // Callers rely on the folder even if the archive can't be read.
   const int made = ForceFolder(folderPath);
   const Descriptor folder = OpenFolder(folderPath);
   ArchiveFile file;

@@ -48,6 +48,7 @@ int EnterExisting(Folder& folder, int descriptor) {
 
 int MakeFolder(Site& site, FolderDescriptors& descriptors, std::uint32_t index) {
   Folder& folder = site.plan.folders[index];
+  // One cause for a whole branch: the fault of each entry names what has failed first.
   if (const int code = site.plan.folders[folder.parent].code; code != 0) {
     return code;
   }
@@ -76,6 +77,7 @@ int MakeFolder(Site& site, FolderDescriptors& descriptors, std::uint32_t index) 
 Cause FinishFolder(const Site& site, FolderDescriptors& descriptors, std::uint32_t index) {
   const Folder& folder = site.plan.folders[index];
   const Attributes& attributes = folder.attributes;
+  // The mode that the system gives to a new folder.
   const mode_t fresh = kPlainMode & ~site.mask;
   const bool setMode = attributes.hasMode && (folder.existed || attributes.mode != fresh);
   if (setMode || index == site.root.folder) {
@@ -98,6 +100,7 @@ Cause FinishFolder(const Site& site, FolderDescriptors& descriptors, std::uint32
 
 /// Reads a link's target. False if it is not valid; then the fault has been added.
 bool ReadTarget(Site& site, const Entry& entry, Unpacker& unpacker, std::string& target) {
+  // Entries with longer targets were refused when the table was read.
   std::array<char, PATH_MAX> buffer{};
   unpacker.reader.SetEnd(entry.end);
   std::string_view data;
@@ -191,6 +194,7 @@ void MakeLinks(Site& site) {
 
 void FinishFolders(Site& site) {
   FolderDescriptors descriptors(site.plan.folders, site.root);
+  // From the inside out: a mode may forbid to enter the folder, and then what is in it.
   for (auto i = static_cast<std::uint32_t>(site.plan.folders.size()); i-- > 1;) {
     const Folder& folder = site.plan.folders[i];
     if (site.control.Stopped()) {
@@ -262,6 +266,7 @@ bool FolderLost(Site& site, const Entry& entry) {
 
 void NoteLoss(Site& site) {
   struct stat status {};
+  // A deleted folder has no links, but stays usable through its descriptor.
   if (::fstat(site.root.descriptor, &status) == 0 && status.st_nlink == 0) {
     site.control.Stop();
   }
@@ -271,10 +276,12 @@ std::size_t RoomBelow(const std::string& folderPath) {
   const std::unique_ptr<char, decltype(&::free)> real(::realpath(folderPath.c_str(), nullptr),
                                                       &::free);
   const std::size_t length = real ? std::strlen(real.get()) : folderPath.size();
+  // Room for the slash between the two and for the final NUL.
   return length + 2 < PATH_MAX ? PATH_MAX - 2 - length : 0;
 }
 
 mode_t CreationMask() {
+  // Another thread may make a file at this very moment: it is better private than open to all.
   constexpr mode_t kCautious = 077;
   const mode_t mask = ::umask(kCautious);
   (void)::umask(mask);

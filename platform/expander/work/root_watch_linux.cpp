@@ -28,6 +28,7 @@ RootWatch::RootWatch(int parent, std::string name, int root, WorkControl& contro
       marker_(::openat(root, kMarker, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600)),
       events_(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK)),
       end_(::eventfd(0, EFD_CLOEXEC)) {
+  // By the descriptor, not by the name: the name may already be that of another folder.
   const std::string path = "/proc/self/fd/" + std::to_string(root);
   if (events_.IsOpen() && end_.IsOpen() &&
       ::inotify_add_watch(events_.Number(), path.c_str(), IN_DELETE | IN_MOVE_SELF | IN_ONLYDIR) >=
@@ -49,6 +50,7 @@ RootState RootWatch::End() {
     (void)::eventfd_write(end_.Number(), 1);
     thread_.join();
   }
+  // The thread may not have come to a last event.
   state_ = Look();
   if (state_ != RootState::Unchanged) {
     control_.Stop();

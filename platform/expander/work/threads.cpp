@@ -11,6 +11,7 @@ Relay::Relay(std::size_t blocks, std::size_t blockSize) : sizes_(blocks) {
 char* Relay::Free() {
   std::unique_lock<std::mutex> lock(mutex_);
   changed_.wait(lock, [this] { return givenUp_ || sent_ - back_ < blocks_.size(); });
+  // Blocks are used in turn, so the next one is free as soon as any is.
   return givenUp_ ? nullptr : blocks_[sent_ % blocks_.size()].Data();
 }
 
@@ -30,6 +31,7 @@ void Relay::End() {
 std::optional<std::string_view> Relay::Full() {
   std::unique_lock<std::mutex> lock(mutex_);
   changed_.wait(lock, [this] { return ended_ || back_ < sent_; });
+  // Blocks sent before the end are still delivered.
   if (back_ == sent_) {
     return std::nullopt;
   }

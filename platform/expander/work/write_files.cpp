@@ -19,6 +19,7 @@
 namespace zephin::expander {
 namespace {
 
+/// A small entry fits into one block.
 constexpr std::size_t kBlock = 1U << 20U;
 
 struct EndAtExit {
@@ -68,6 +69,7 @@ class FileWriter {
   Block buffer_;
 };
 
+/// A fault of one file doesn't end the work on the others.
 void FileWriter::Write(Entry& entry, Step writeLarge) {
   if (site_.control.Stopped() || FolderLost(site_, entry)) {
     return;
@@ -134,6 +136,7 @@ Outcome FileWriter::WriteBlocks(const Entry& entry, OutputFile& file) {
 }
 
 Outcome FileWriter::WriteThroughRelay(const Entry& entry, OutputFile& file) {
+  // A few blocks even out the pace of the two threads; on average the faster one waits anyway.
   constexpr std::size_t kBlocks = 4;
   EntryStream stream(entry, unpacker_);
   if (const Cause cause = Create(entry, file, Naming::WhenWhole)) {
@@ -205,6 +208,7 @@ void WorkByTwo(Site& site, FileWriter& writer, const std::vector<FileJob>& jobs)
   try {
     Work(site, writer, jobs, next);
   } catch (...) {
+    // The other thread uses this one's objects.
     second.join();
     throw;
   }
@@ -222,10 +226,12 @@ void WriteFiles(Site& site) {
     return;
   }
   FileWriter writer(site);
+  // Before all others, since both threads are needed for them.
   for (const std::size_t index : jobs.shared) {
     writer.SetEnd(site.plan.files[index].end);
     writer.WriteShared(site.plan.files[index]);
   }
+  // Starting a thread for a single job would cost more than it saves.
   if (jobs.jobs.size() == 1) {
     std::atomic<std::size_t> next = 0;
     Work(site, writer, jobs.jobs, next);

@@ -32,6 +32,7 @@ int ArchiveFile::Take(Descriptor descriptor) {
     return EINVAL;
   }
   descriptor_ = std::move(descriptor);
+  // Not asked for again: all offsets were checked against this length.
   length_ = static_cast<std::uint64_t>(status.st_size);
   return 0;
 }
@@ -66,6 +67,8 @@ std::string_view WindowReader::View(std::uint64_t offset, std::size_t size) {
     code_ = EIO;
     return {};
   }
+  // Never less than asked for: headers can be longer than the entry's end allows, which is checked
+  // after they are read.
   const std::uint64_t useful = std::min(std::max(end_, offset), file_.Length()) - offset;
   std::size_t wanted = std::max<std::size_t>(size, std::min<std::uint64_t>(useful, kAhead));
   filled_ = 0;

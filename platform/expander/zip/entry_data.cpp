@@ -23,6 +23,7 @@ Cause ReadSmallEntry(const Entry& entry, Unpacker& unpacker, char* buffer, std::
   if (const Cause cause = FindData(entry, unpacker.reader, place)) {
     return cause;
   }
+  // A view can't be empty, so an entry without data needs none.
   if (entry.packedSize > 0) {
     data = unpacker.reader.View(place, entry.packedSize);
     if (data.empty()) {
@@ -59,6 +60,7 @@ std::optional<std::size_t> EntryStream::Next(char* block, std::size_t size) {
     }
     return crc_ == entry_.crc ? std::optional<std::size_t>(0) : Refuse(Cause::Fixed(kWrongCrc));
   }
+  // Never more than stated: an entry can't fill the disk by unpacking to more.
   size = std::min<std::uint64_t>(size, left_);
   const std::optional<std::size_t> got =
       entry_.method == kMethodStored ? Stored(block, size) : Deflated(block, size);
@@ -84,6 +86,7 @@ std::optional<std::size_t> EntryStream::Stored(char* block, std::size_t size) {
 
 /// Gives the inflater more packed bytes. False, with the fault set, if there are none.
 bool EntryStream::FeedInflater() {
+  // Fits into the processor's cache together with the output.
   constexpr std::uint64_t kPiece = 256U << 10U;
   if (packedLeft_ == 0) {
     (void)Refuse(Cause::Fixed(kDamaged));
@@ -143,6 +146,7 @@ bool EntryStream::EndsHere() {
       return false;
     }
   }
+  // Bytes behind the stream would be data that nobody sees.
   if (inflater.Unused() + packedLeft_ != 0) {
     (void)Refuse(Cause::Fixed(kWrongSize));
     return false;

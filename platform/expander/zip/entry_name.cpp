@@ -101,6 +101,7 @@ std::string WithoutEmptyAndDotParts(std::string_view path) {
 
 CleanName CleanEntryName(const GivenName& name, std::deque<std::string>& texts) {
   std::string_view text = name.unicode.value_or(name.stored);
+  // Most writers on Linux and on the Mac store UTF-8 without declaring it.
   if (!name.unicode && !name.utf8 && !IsUtf8(text)) {
     text = texts.emplace_back(FromCodePage437(text));
   }
@@ -113,6 +114,7 @@ CleanName CleanEntryName(const GivenName& name, std::deque<std::string>& texts) 
   if (text.empty()) {
     clean.refusal = "the name is empty";
   } else if (text.find('\0') != std::string_view::npos) {
+    // The system would end the name there.
     clean.refusal = "the name holds a NUL byte";
   } else if (IsAbsolute(text)) {
     clean.refusal = "the name is absolute";
@@ -122,6 +124,7 @@ CleanName CleanEntryName(const GivenName& name, std::deque<std::string>& texts) 
   if (clean.refusal != nullptr) {
     return clean;
   }
+  // The usual path needs no copy: it points into the table.
   clean.folder = text.ends_with('/');
   clean.path = clean.folder ? text.substr(0, text.size() - 1) : text;
   if (HasEmptyOrDotPart(clean.path) || clean.path.ends_with('/')) {

@@ -33,6 +33,7 @@ void ReadUnixTimes(FieldReader body, ExtraFields& fields) {
   const std::string_view flags = body.Take(1);
   const auto time = static_cast<std::int32_t>(body.U32());
   if (body.Ok() && (static_cast<unsigned char>(flags[0]) & 1U) != 0) {
+    // Takes precedence over the other fields: most writers set this one.
     fields.seconds = time;
     fields.nanoseconds = 0;
   }

@@ -22,6 +22,7 @@ Inflater::Inflater()
 Inflater::~Inflater() = default;
 
 bool Inflater::Whole(std::string_view packed, char* target, std::size_t size) {
+  // This library is the faster one for data that are in memory as a whole; it can't do blocks.
   std::size_t taken = 0;
   std::size_t given = 0;
   return libdeflate_deflate_decompress_ex(whole_.get(), packed.data(), packed.size(), target, size,
@@ -49,6 +50,7 @@ std::size_t Inflater::Run(char* target, std::size_t size) {
   stream_->next_out = reinterpret_cast<std::uint8_t*>(target);
   stream_->avail_out = static_cast<std::uint32_t>(size);
   const int code = isal_inflate(stream_.get());
+  // The library may forget an error in its next call.
   broken_ = broken_ || code != ISAL_DECOMP_OK;
   return size - stream_->avail_out;
 }
