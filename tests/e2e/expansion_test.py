@@ -155,15 +155,14 @@ class Failures(ExpansionTest):
                                      "choose a folder that you may change"))
 
     def test_two_at_once(self):
-        shown = []
         for name in ("One", "Two"):
             self.archive = os.path.join(self.target, name + ".zip")
             write_archive(self.archive, _NOISE, name)
             damage(self.archive, f"{name}/file 7")
             self.start().wait(60)
-        wait_until(lambda: len(self.screen.windows()) == 2, "two windows")
-        shown = {title for _, title in self.screen.windows()}
-        self.assertEqual(shown, {_FAILED})
+        # The window manager has a window before its title.
+        wait_until(lambda: [title for _, title in self.screen.windows()] == [_FAILED] * 2,
+                   "two windows")
 
     def test_installer(self):
         """The window comes beside the installer's, doesn't take its focus and outlives it."""
@@ -271,7 +270,8 @@ class LongOnes(ExpansionTest):
             wait_until(lambda: not self.window_process(), "the window program to end")
 
     def test_short_ones_show_nothing(self):
-        """Three times an expansion of 0.9 s. One that this machine makes longer does not count."""
+        """Three times an expansion of 0.9 s. One that this machine makes longer or
+        shorter does not count."""
         counted = []
 
         def expands():
@@ -279,17 +279,17 @@ class LongOnes(ExpansionTest):
             write_archive(self.archive, {"small": "Hello"})
             begin = time.monotonic()
             process = self.start()
-            os.kill(process.pid, signal.SIGSTOP)
-            threading.Timer(0.9, os.kill, (process.pid, signal.SIGCONT)).start()
+            process.send_signal(signal.SIGSTOP)
+            threading.Timer(0.8, process.send_signal, (signal.SIGCONT,)).start()
             seen = []
             while process.poll() is None:
                 seen.append(self.window_process())
-            if time.monotonic() - begin < 1:
+            if 0.8 < time.monotonic() - begin < 1:
                 self.assertEqual(process.returncode, 0)
                 self.assertFalse(any(seen) or self.window_process())
                 counted.append(process)
             return len(counted) == 3
-        wait_until(expands, "three short expansions", 60)
+        wait_until(expands, "three short expansions", 120)
 
 
 if __name__ == "__main__":
