@@ -188,7 +188,7 @@ class WaylandSession(Session):
         return self._screen_named()
 
     def _script_that_names_the_screen(self):
-        """Three paths: for a configuration, of a script for the compositor to run, for a program."""
+        """Three paths: for a configuration, of a script that the compositor runs, for a program."""
         script = os.path.join(self.folder, "name-screen")
         with open(script, "w", encoding="utf-8") as file:
             file.write(f"#!/bin/sh\necho $DISPLAY $WAYLAND_DISPLAY > {self.folder}/part\n"
