@@ -97,6 +97,12 @@ class Manager:
     def _put_and_click(self, source, entry):
         wait_until(self._screen.windows, "the window", 90)
         before = self._at_rest()
+        # A busy manager rests before it shows the folder; one that shows this file is done.
+        probe = os.path.join(os.path.dirname(entry), "probe")
+        for change in (lambda: shutil.copy2(source, probe), lambda: os.remove(probe)):
+            change()
+            wait_until(lambda: _new_icon(before, self._rows()), "the folder", 60)
+            before = self._at_rest()
         shutil.copy2(source, entry)
         wait_until(lambda: _new_icon(before, self._rows()), "the entry's icon", 60)
         self._place = _new_icon(before, self._at_rest())
