@@ -157,10 +157,10 @@ class Manager:
             self.asked = button or self.asked
             # A busy manager takes two clicks that come late for single ones.
             if (self._place and len(self._screen.windows()) == 1
-                    and time.monotonic() - self._clicked > 15):
+                    and time.monotonic() - self._clicked > 40):
                 self._double_click()
             return None
-        return wait_until(step, "the installer's window", 60)
+        return wait_until(step, "the installer's window", 150)
 
 
 def main(name, bundle, pictures):
