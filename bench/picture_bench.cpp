@@ -11,8 +11,8 @@
 #include "tests/support/quiet_desktop.h"
 #include "tools/make_setup/pictures.h"
 
-// A picture of a setup record from its string, against the same work written down as it is told:
-// character by character into a buffer, digit by digit into bytes, pixel by pixel into the picture.
+// Compares the decoding of a picture with a plain implementation of the same work: character by
+// character into a buffer, digit by digit into bytes, pixel by pixel into the picture.
 
 namespace zephin {
 namespace {
@@ -61,7 +61,7 @@ String UserInterface() {
   return {make_setup::PixelString(picture), Encoding::None};
 }
 
-/// Digits alone, without a run, as a photograph gives them.
+/// Digits without runs, as in a photograph.
 String Photograph() {
   std::string digits(6UL * kWidth * kHeight, '\0');
   std::mt19937 random(2);
@@ -75,7 +75,7 @@ String PixelsOf(const String& triple) {
   return {triple.Bytes().substr(0, triple.View().find(',')), Encoding::None};
 }
 
-/// The plain form's buffer and run-length layer.
+/// The buffer and the runs of the plain implementation.
 std::string ExpandPlainly(const std::string& text) {
   constexpr std::size_t kBuffer = 50'000'000;
   std::size_t open = text.find('[');
@@ -113,7 +113,7 @@ int PlainDigit(char digit) {
   return code >= 65 ? code - 55 : code;
 }
 
-/// The plain form's picture: one call for each pixel.
+/// The picture of the plain implementation: one call for each pixel.
 class PlainGraphics {
  public:
   explicit PlainGraphics(Picture& picture) : picture_(picture) {}

@@ -23,5 +23,7 @@ function(zephin_gather_libraries)
       COMMAND \"${ZEPHIN_PYTHON}\" -B \"${PROJECT_SOURCE_DIR}/cmake/bundle/gather.py\"
         \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/Setup.app\"
         \"${QT6_INSTALL_PREFIX}/${QT6_INSTALL_PLUGINS}\"
+        \"${QT6_INSTALL_PREFIX}/${QT6_INSTALL_TRANSLATIONS}\"
+        \"${QT6_INSTALL_PREFIX}/${QT6_INSTALL_LIBEXECS}/../bin\"
       COMMAND_ERROR_IS_FATAL ANY)")
 endfunction()

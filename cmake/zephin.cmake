@@ -22,7 +22,12 @@ target_compile_options(zephin_options INTERFACE
   $<$<BOOL:${ZEPHIN_WARNINGS_AS_ERRORS}>:-Werror>
   $<$<BOOL:${ZEPHIN_SANITIZE}>:-fsanitize=address,undefined -fno-sanitize-recover=undefined
     -fno-omit-frame-pointer>)
+# What users get has to withstand archives and servers of any kind.
+target_compile_options(zephin_options INTERFACE
+  $<$<CONFIG:Release>:-fstack-protector-strong -fstack-clash-protection -U_FORTIFY_SOURCE
+    -D_FORTIFY_SOURCE=3>)
 target_link_options(zephin_options INTERFACE
+  -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack
   $<$<BOOL:${ZEPHIN_SANITIZE}>:-fsanitize=address,undefined>
   $<$<AND:$<BOOL:${ZEPHIN_MOLD}>,$<CXX_COMPILER_ID:GNU>>:-fuse-ld=mold>)
 

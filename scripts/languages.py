@@ -1,4 +1,4 @@
-"""Walks through the tour in other languages at several scales, and leaves a picture of each window.
+"""Clicks through the tour in other languages at several scales and saves pictures of all windows.
 
 languages.py STUB MAKE_SETUP PICTURES [LANGUAGE...]
 """

@@ -1,6 +1,6 @@
-# What scripts/demo and scripts/test share. Sourced by bash, in the folder of the project.
+# Shared by the scripts in this folder. Sourced by bash in the root of the project.
 
-# Runs a command with the rights of the system's administrator.
+# Runs a command as root.
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then
     "$@"
@@ -12,7 +12,7 @@ as_root() {
   fi
 }
 
-# install_missing SET...: installs the packages of these sets that are not there.
+# install_missing SET...: installs the missing packages of these sets.
 install_missing() {
   local set package missing=()
   for package in $(for set in "$@"; do awk -v set="$set" '$1 == set { print $2 }' scripts/packages; done); do
@@ -29,7 +29,7 @@ install_missing() {
     install --no-install-recommends "${missing[@]}"
 }
 
-# build PRESET: configures and builds. The words of a configuration that went well are left out.
+# build PRESET: configures and builds. Prints the output of the configuration only if it fails.
 build() {
   local said
   if ! said=$(cmake --preset "$1" 2>&1); then
@@ -39,5 +39,5 @@ build() {
   cmake --build --preset "$1"
 }
 
-# Starts a Python program that uses the driver of desktops in tests/desk.
+# Runs a Python program with the desktop driver in tests/desk.
 with_driver=(env "PYTHONPATH=$PWD/tests/desk" /usr/bin/python3 -B)

@@ -3,16 +3,6 @@
 import functools
 import re
 import subprocess
-from typing import NamedTuple
-
-
-class Symbol(NamedTuple):
-    """A name that one file asks for and another offers."""
-
-    name: str
-    version: str  # Empty where the library gives none.
-    is_data: bool
-    size: int
 
 
 def run(*command):
@@ -38,26 +28,18 @@ def search_path(path):
     return (found[1], found[2].split(":")) if found else (None, [])
 
 
-def _symbols(path, defined):
-    for line in run("readelf", "-W", "--dyn-syms", path).splitlines():
-        # Num: Value Size Type Bind Vis Ndx Name[@Version] [(number)]
-        fields = line.split()
-        if len(fields) < 8 or not fields[0].rstrip(":").isdigit():
-            continue
-        if (fields[6] != "UND") == defined and fields[6] != "ABS":
-            name, _, version = fields[7].partition("@")
-            yield Symbol(name, version.lstrip("@"), fields[3] == "OBJECT", int(fields[2], 0))
-
-
-@functools.cache
-def offered(path):
-    return list(_symbols(path, True))
-
-
-@functools.cache
-def asked(path):
-    """The (name, version) pairs that the file takes from others."""
-    return {(symbol.name, symbol.version) for symbol in _symbols(path, False)}
+def bytes_of(path, symbol):
+    """The bytes of an object that the library offers by that name."""
+    found = re.search(rf": ([0-9a-f]+)\s+(\S+) OBJECT .* {symbol}$",
+                      run("readelf", "-W", "--dyn-syms", path), re.MULTILINE)
+    address, size = int(found[1], 16), int(found[2], 0)
+    for segment in re.findall(r"LOAD +(\S+) (\S+) \S+ (\S+)", run("readelf", "-W", "-l", path)):
+        start, place, length = (int(number, 16) for number in segment)
+        if place <= address < place + length:
+            with open(path, "rb") as file:
+                file.seek(start + address - place)
+                return file.read(size)
+    raise RuntimeError(f"{path} has no bytes for {symbol}")
 
 
 def soname(path):

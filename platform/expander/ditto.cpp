@@ -15,6 +15,10 @@ int main(int argc, char** argv) {
     zephin::expander::WriteLine(kName, "usage: ditto -xk ARCHIVE FOLDER");
     return 2;
   }
-  return zephin::expander::RunProgram(
-      kName, [&] { return zephin::expander::ExpandInto(words[2], words[3]); });
+  // The caller reports a failure itself, by the exit status.
+  zephin::expander::Job job = zephin::expander::MakeJob(words[2], words[3]);
+  job.showsFailure = false;
+  return zephin::expander::RunProgram(kName, job, [&](zephin::expander::Report& report) {
+    return zephin::expander::ExpandInto(words[2], words[3], report);
+  });
 }

@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <span>
+#include <string>
 
 #include "platform/expander/expander.h"
 #include "platform/expander/program.h"
@@ -17,6 +18,11 @@ int main(int argc, char** argv) {
     zephin::expander::WriteLine(kName, "usage: expand_beside ARCHIVE");
     return 2;
   }
-  return zephin::expander::RunProgram(kName,
-                                      [&] { return zephin::expander::ExpandBeside(words[1]); });
+  const std::string archive = words[1];
+  const std::string folder = archive.substr(0, archive.rfind('/') + 1);
+  const zephin::expander::Job job =
+      zephin::expander::MakeJob(archive, folder.empty() ? "." : folder);
+  return zephin::expander::RunProgram(kName, job, [&](zephin::expander::Report& report) {
+    return zephin::expander::ExpandBeside(archive, report);
+  });
 }

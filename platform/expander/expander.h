@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/expander/report/report.h"
+
 namespace zephin::expander {
 
 /// The result of an expansion.
@@ -37,18 +39,33 @@ struct Result {
 /// Both functions change the process's file creation mask for a moment at their start, use two
 /// threads, and must not run at the same time. Paths are bytes for the system; relative ones start
 /// at the working folder. The only exceptions are std::bad_alloc and std::system_error (a thread
-/// could not be started).
+/// could not be started). Another thread may read `report` meanwhile.
 
 /// Expands the archive's contents into the folder, which is made with all folders above it before
 /// the archive is read. Existing folders are kept; files and links of the same name are replaced.
 /// An entry that fails leaves nothing of its own, but a file of its name may have been deleted.
-[[nodiscard]] Result ExpandInto(const std::string& archivePath, const std::string& folderPath);
+[[nodiscard]] Result ExpandInto(const std::string& archivePath, const std::string& folderPath,
+                                Report& report);
 
 /// Expands beside the archive: one top-level item under its own name, several into a new folder
 /// named after the archive; as "Name 2", "Name 3", ... if the name exists. Nothing that exists is
 /// changed. The archive is opened once at the start and may be deleted from then on. Ends early
 /// with a fault if the folder that it made is deleted or moved; it is not made again.
-[[nodiscard]] Result ExpandBeside(const std::string& archivePath);
+[[nodiscard]] Result ExpandBeside(const std::string& archivePath, Report& report);
+
+/// Both for callers that show no progress.
+[[nodiscard]] inline Result ExpandInto(const std::string& archivePath,
+                                       const std::string& folderPath) {
+  Report report;
+  return ExpandInto(archivePath, folderPath, report);
+}
+[[nodiscard]] inline Result ExpandBeside(const std::string& archivePath) {
+  Report report;
+  return ExpandBeside(archivePath, report);
+}
+
+/// The name of the new folder, if it is free: the archive's name without ".zip".
+std::string NameOfContents(const std::string& archivePath);
 
 }  // namespace zephin::expander
 

@@ -5,7 +5,11 @@
 
 #include <csignal>
 #include <exception>
+#include <filesystem>
 #include <string>
+#include <system_error>
+
+#include "platform/expander/report/reporter.h"
 
 namespace zephin::expander {
 
@@ -22,19 +26,34 @@ void PrepareProcess() {
   }
 }
 
-int RunProgram(const char* name, const std::function<Result()>& expand) {
-  std::string line;
+int RunProgram(const char* name, const Job& job, const std::function<Result(Report&)>& expand) {
+  Report report;
+  Reporter reporter(job, report);
+  Result result;
   try {
-    const Result result = expand();
-    if (result.Complete()) {
-      return 0;
-    }
-    line = result.Line();
+    result = expand(report);
   } catch (const std::exception& exception) {
-    line = exception.what();
+    result.faults = 1;
+    result.firstFault = exception.what();
+    report.AddFault(Report::kWholeArchive, Reason::NoMemory, job.archive, exception.what());
   }
-  WriteLine(name, line);
-  return 1;
+  if (!result.Complete()) {
+    WriteLine(name, result.Line());
+  }
+  reporter.End(result.placedAs, result.expanded);
+  return result.Complete() ? 0 : 1;
+}
+
+Job MakeJob(const std::string& archivePath, const std::string& folderPath) {
+  std::error_code failure;
+  const auto whole = [&failure](const std::string& path) {
+    std::string absolute = std::filesystem::absolute(path, failure).lexically_normal();
+    while (absolute.size() > 1 && absolute.ends_with('/')) {
+      absolute.pop_back();
+    }
+    return failure ? path : absolute;
+  };
+  return {whole(archivePath), whole(folderPath), NameOfContents(archivePath)};
 }
 
 void WriteLine(const char* name, const std::string& line) {

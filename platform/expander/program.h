@@ -15,7 +15,11 @@ void PrepareProcess();
 
 /// Runs the expansion and returns the exit status: 0 only if it is complete. Otherwise writes
 /// "NAME: " and the first fault to standard error; exceptions are reported in the same way.
-int RunProgram(const char* name, const std::function<Result()>& expand);
+/// The user sees a long expansion in a window, and a failure too if the job says so.
+int RunProgram(const char* name, const Job& job, const std::function<Result(Report&)>& expand);
+
+/// The job of expanding an archive into a folder. Paths may be relative.
+Job MakeJob(const std::string& archivePath, const std::string& folderPath);
 
 /// Writes "NAME: LINE" to standard error. Errors are ignored.
 void WriteLine(const char* name, const std::string& line);

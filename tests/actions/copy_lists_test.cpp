@@ -13,8 +13,8 @@
 namespace zephin::test {
 namespace {
 
-/// A list, in which "@" is the machine's root folder; its changes on the disk, as the words of a
-/// tree, with "-" before the deleted ones; and its messages.
+/// A copy list, in which "@" is the scratch folder. `changes` has the changed items in the words of
+/// TreeWords, with "-" before deleted ones.
 struct Row {
   std::string list;
   std::string changes = {};
@@ -158,7 +158,7 @@ TEST(PostInstallCopy, RightsGoToALinksTargetAndDeletionToTheLink) {
   }
 }
 
-TEST(PreInstallCopy, ObeysItsTwoCommandsSilently) {
+TEST(PreInstallCopy, RunsItsTwoCommandsSilently) {
   Check(&ZephinStubWindow::PreInstallCopy,
         {
             {"preinstalldelete=@/there/folder", "-there/folder/ -there/folder/x=x"},

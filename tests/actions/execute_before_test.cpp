@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::int64_t kSecond = 1000;
 
-TEST(ExecuteBefore, AnswersAreReadAtTheirTime) {
+TEST(ExecuteBefore, AnswersAreReadOnceASecond) {
   struct Row {
     std::vector<std::pair<std::int64_t, std::string>> replies;  ///< Milliseconds after the start.
     std::string message;
@@ -24,7 +24,7 @@ TEST(ExecuteBefore, AnswersAreReadAtTheirTime) {
       // No answer after three seconds.
       {{}, "", true, 3},
       {{{3500, "ZephinInstallAbort:late"}}, "", true, 3},
-      // An answer is read after a further second, however early it came.
+      // An answer is read one second later, however early it arrives.
       {{{100, "ZephinInstallDone:"}}, "", true, 4},
       {{{100, "ZephinInstallDone:x"}}, "", true, 4},
       {{{2900, "zephininstalldone:xy"}}, "xy", true, 4},

@@ -8,7 +8,7 @@
 namespace zephin::test {
 namespace {
 
-TEST(SpecialPath, LeadingTokensBecomePathsAndTheClipboardTheHelpersPlace) {
+TEST(SpecialPath, LeadingTokenBecomesAPathAndSetsTheClipboard) {
   StubRun run;
   ZephinStubWindow& window = run.BareWindow();
   window.fTargetFolder = "MyApp";

@@ -7,7 +7,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A whole run in which the user presses Install; the setup goes to the Applications folder.
+/// A complete run in which the user presses Install. The target is the Applications folder.
 class InstallFlow : public testing::Test {
  protected:
   InstallFlow() {
@@ -16,7 +16,7 @@ class InstallFlow : public testing::Test {
     run.record.fTargetFolder = "Tool";
     run.record.fApplicationFolder = true;
   }
-  /// The next page has these words on it; it is left by `button`.
+  /// The next page has these captions and is answered by `button`.
   void ExpectPage(const char* title, const char* words, const char* button) {
     run.desktop.ExpectWindow(title, [=](Window& window) {
       const char* accept = window.ControlByName("OKBtn").IsNil() ? "ContinueBtn" : "OKBtn";
@@ -29,7 +29,7 @@ class InstallFlow : public testing::Test {
       ScriptedDesktop::Press(window, button);
     });
   }
-  /// Starts the program and presses the button. Gives the status of the run's end.
+  /// Starts the program and presses the button. Returns the exit status.
   int Press(const char* button = "InstallBtn") {
     run.desktop.InEventLoop([this, button] { run.desktop.PressInMain(button); });
     return run.Run();
@@ -69,7 +69,7 @@ TEST_F(InstallFlow, PagesComeInOrderWithTheirOwnWords) {
   EXPECT_EQ(Press(), 0);
 }
 
-TEST_F(InstallFlow, LinkOpensTheAddressWithHttpInIt) {
+TEST_F(InstallFlow, LinkOpensTheAddressAndAddsAMissingScheme) {
   ZephinStubWindow& window = run.BareWindow();
   for (const char* address : {"www.example.com", "", "HTTP://b.example", "c.example/http"}) {
     window.fURLActual = address;

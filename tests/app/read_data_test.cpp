@@ -28,7 +28,7 @@ class ReadData : public testing::Test {
   ZephinStubWindow& w = run.BareWindow();
 };
 
-TEST_F(ReadData, MissingPositionsAreEmptyAndOddOnesAreWhatTheyCanBe) {
+TEST_F(ReadData, MissingPositionsAreEmptyAndNumbersAreReadFromTheStart) {
   ASSERT_TRUE(Read("$|~11$|~$|~FFF$|~$|~x,12px,$|~ 1$|~$|~$|~-100.9", "page|#|"));
   EXPECT_EQ((std::vector{w.fLogoWidth, w.fPictureWidth, w.fPictureHeight, w.fEncryptionLen}),
             (std::vector<std::int64_t>{0, 12, 0, -100}));
@@ -37,7 +37,7 @@ TEST_F(ReadData, MissingPositionsAreEmptyAndOddOnesAreWhatTheyCanBe) {
   EXPECT_EQ(w.fLabels.Count(), 0);
 }
 
-TEST_F(ReadData, BytesThatAreNoTextAreKept) {
+TEST_F(ReadData, InvalidBytesAreKept) {
   ASSERT_TRUE(Read("\xFF\xFE$|~0$|~\x80$|~", "\x8E\xFF|#|m\xE9|\xC3|#||#||#||#|\xC3|\xA9|#|T\xF0"));
   EXPECT_EQ(Joined(w.fTimeStamp, w.fExecuteAfterName, w.fAgreement, w.fMessage, w.fTargetFolder),
             "\xFF\xFE \x80 \x8E\xFF m\xE9|\xC3 T\xF0 ");
@@ -59,7 +59,7 @@ TEST_F(ReadData, NothingIsReadWithoutDataAndAliasesAreFollowed) {
   EXPECT_EQ(w.fMessage.Bytes(), "message");
 }
 
-TEST_F(ReadData, HalfARecordRaises) {
+TEST_F(ReadData, UnreadableFileOfTheRecordRaises) {
   for (const char* name : {"Data", "TextData"}) {
     ASSERT_TRUE(Read("stamp", "message"));
     fs::permissions(run.Resources() / name, fs::perms::none);
@@ -79,10 +79,10 @@ TEST_F(ReadData, PagesAreMacRomanOrHexWithLineFeeds) {
       {"caf\xC3\xA9|", "caf\xC3\xA9\n", Encoding::MacRoman},
       {"$HTML$A903", "\u03A9", Encoding::UTF8},
       {"$html$41004", "A", Encoding::UTF8},
-      // One unit that is none doesn't cost the page.
+      // An incomplete or invalid unit does not invalidate the page.
       {"$HTML$410042", "A", Encoding::UTF8},
       {"$HTML$00D841003DD800DE00DC", "\uFFFDA\U0001F600\uFFFD", Encoding::UTF8},
-      // Six characters go from the start, wherever the marker stands.
+      // The first six characters are dropped, wherever the marker is.
       {"4100$HTML$4200", "\u74E6B", Encoding::UTF8},
       {"\u65E5\u672C\u8A9E\u65E5\u672C\u8A9E4100$HTML$00", "A\uE651t", Encoding::UTF8},
   };

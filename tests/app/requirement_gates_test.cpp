@@ -25,7 +25,7 @@ bool Meets(Number memory, Number major, Number minor, const std::string& system,
   return run.BareWindow().CheckMinOSorRAM();
 }
 
-TEST(RequirementGates, EachKeywordRefusesWhatIsStrictlyBelow) {
+TEST(RequirementGates, EachKeywordRefusesSmallerValues) {
   for (std::int64_t least = 7; least <= 13; ++least) {
     const std::string name = "10." + std::to_string(least);
     const std::string word = (least == 8 ? "macos" : "MacOS") + name;
@@ -74,7 +74,7 @@ TEST(RequirementGates, MissingApplicationsFolderIsMadeForAllUsers) {
   umask(mask);
   EXPECT_EQ(fs::status(run.Applications()).permissions(), fs::perms(0755));
   EXPECT_TRUE(fs::is_empty(run.Applications()));
-  // Where it can't be made, the user is refused, and nothing is written beside it.
+  // If it can't be created, the user is refused, and nothing is written beside it.
   fs::remove(run.Applications());
   WriteFile(run.Applications(), "a file");
   run.desktop.ExpectMessage(kRefusal);
@@ -83,7 +83,7 @@ TEST(RequirementGates, MissingApplicationsFolderIsMadeForAllUsers) {
   EXPECT_FALSE(fs::exists(run.scratch / "ApplicationsX.txt"));
 }
 
-TEST(RequirementGates, AdministratorIsWhoCanWriteToApplications) {
+TEST(RequirementGates, UserWhoCanWriteToApplicationsIsAnAdministrator) {
   StubRun run;
   ZephinStubWindow& window = run.BareWindow();
   WriteFile(run.Applications() / "X.txt", "left over");

@@ -9,7 +9,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The words on the window and the names of the controls that can be seen.
+/// The texts of the window and the names of its visible controls.
 std::string Looks(const ZephinStubWindow& window) {
   std::string looks = window.Title().Bytes() + "," + window.MessageLabel()->Text().Bytes() + "," +
                       window.URLLabel()->Text().Bytes() + "," +
@@ -25,7 +25,8 @@ std::string Looks(const ZephinStubWindow& window) {
 
 class Startup : public testing::Test {
  protected:
-  /// Gives the status of the run's end, -1 if the window came to wait, which then looks so.
+  /// Returns the exit status, or -1 if the main window waits for the user. Its looks are then
+  /// compared with `expected`.
   int Start(const std::string& expected = "") {
     if (!expected.empty()) {
       run.desktop.InEventLoop([&, this] {
@@ -77,7 +78,7 @@ TEST_F(Startup, RecordConfiguresTheWindow) {
             -1);
 }
 
-TEST_F(Startup, GatesStandInTheirOrder) {
+TEST_F(Startup, GatesAreCheckedInOrder) {
   run.record.fMinRAM = "32GB";
   run.desktop.ExpectMessage("32 GB RAM is required.");
   EXPECT_EQ(Start(), 0);
@@ -99,7 +100,7 @@ TEST_F(Startup, MissingCaptionsAreReportedAsAFailureOfTheProgram) {
   EXPECT_EQ(run.desktop.failures, std::vector<std::string>{"OutOfBoundsException"});
 }
 
-TEST_F(Startup, OfUnusablePicturesOnlyTheBackdropLetsItGoOn) {
+TEST_F(Startup, OnlyAnUnusableBackdropDoesNotEndTheStart) {
   SetupRecord& record = run.record;
   for (std::int64_t* side :
        {&record.fBackgroundWidth, &record.fBackgroundHeight, &record.fPictureWidth,

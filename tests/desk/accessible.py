@@ -1,19 +1,19 @@
-"""Windows and controls as a screen reader meets them."""
+"""Windows and controls as a screen reader finds them."""
 
 import gi
 
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
-# A machine that is busy makes a program slow to answer, which is not the same as gone.
+# On a busy machine a program answers slowly, which does not mean that it has ended.
 Atspi.set_timeout(5000, 15000)
 
 _PRESSES = ("press", "click", "toggle", "activate", "jump")
 
 
 class Node:
-    """One window or control. It may go away at any moment: what is asked of it then is None, empty
-    or false."""
+    """One window or control. It may close at any time. Its properties are then None, empty or
+    false."""
 
     def __init__(self, accessible):
         self._accessible = accessible
@@ -25,12 +25,12 @@ class Node:
             return lost
 
     def answers(self):
-        """Whether the program has the time to answer."""
+        """Whether the program answers at present."""
         return self._ask(self._accessible.get_child_count, -1) >= 0
 
     @property
     def process(self):
-        """The id of the process that shows it."""
+        """The id of its process."""
         return self._ask(self._accessible.get_process_id)
 
     @property
@@ -43,23 +43,23 @@ class Node:
 
     @property
     def role(self):
-        """As AT-SPI words it: "push button", "label", "dialog"."""
+        """The AT-SPI name of the role: "push button", "label", "dialog"."""
         return self._ask(self._accessible.get_role_name) or ""
 
     @property
     def states(self):
-        """The names of the states that hold: "showing", "focused", "checked", "is-default"."""
+        """The names of the current states: "showing", "focused", "checked", "is-default"."""
         found = self._ask(lambda: self._accessible.get_state_set().get_states(), [])
         return {state.value_nick for state in found}
 
     @property
     def text(self):
-        """What a text control holds; the name of any other."""
+        """The content of a text control; the name of any other."""
         def read():
             whole = self._accessible.get_text_iface()
             return Atspi.Text.get_text(whole, 0, -1) if whole else None
-        told = self._ask(read)
-        return self.name if told is None else told
+        text = self._ask(read)
+        return self.name if text is None else text
 
     def place_of(self, text):
         """The middle of the first letter of `text` in a text control, on the screen; or None."""
@@ -97,7 +97,7 @@ class Node:
             yield from child.below()
 
     def press(self):
-        """Asks for the control's action, as a screen reader does. False: it has none."""
+        """Runs the control's action, as a screen reader does. False if it has none."""
         def ask():
             action = self._accessible.get_action_iface()
             for number in range(Atspi.Action.get_n_actions(action) if action else 0):
@@ -107,7 +107,7 @@ class Node:
         return self._ask(ask, False)
 
     def enter(self, text):
-        """Gives a text field its text, as a screen reader's user would dictate it."""
+        """Sets the text of a text field through the accessibility interface."""
         def change():
             field = self._accessible.get_editable_text_iface()
             return bool(field) and Atspi.EditableText.set_text_contents(field, text)
@@ -118,20 +118,20 @@ class Node:
         return self._ask(lambda: self._accessible.grab_focus(), False)
 
     def tree(self, depth=0):
-        """The controls below, a line for each, for a person to read."""
+        """A readable list of the controls below, one line each."""
         held = self.states & {"showing", "focused", "checked", "is-default", "enabled", "modal"}
-        told = f"{'  ' * depth}{self.role} {self.name!r} {sorted(held)} {self.area}"
+        text = f"{'  ' * depth}{self.role} {self.name!r} {sorted(held)} {self.area}"
         if self.text != self.name:
-            told += f" text {self.text[:200]!r}"
-        return "\n".join([told] + [child.tree(depth + 1) for child in self.children()])
+            text += f" text {self.text[:200]!r}"
+        return "\n".join([text] + [child.tree(depth + 1) for child in self.children()])
 
 
 def program(process):
-    """What the program of that process id shows, or None: the node above its windows."""
-    # What has happened is told by events, which wait for this loop.
+    """The node above the windows of that process, or None."""
+    # Process the pending events of the accessibility bus.
     while GLib.MainContext.default().iteration(False):
         pass
     desktop = Atspi.get_desktop(0)
-    # The library's memory of the tree lags behind the program.
+    # The library's cache of the tree lags behind the program.
     desktop.set_cache_mask(Atspi.Cache.NONE)
     return next((node for node in Node(desktop).children() if node.process == process), None)

@@ -1,4 +1,4 @@
-"""One run of an installer, driven and watched as its user would."""
+"""One run of an installer, driven and observed as by its user."""
 
 import contextlib
 import fcntl
@@ -10,12 +10,12 @@ import accessible
 import processes
 from processes import Failure, wait_until
 
-# Writes down what it is asked to open, in place of the desktop's own.
+# Replaces the desktop's own xdg-open and records what it is asked to open.
 _XDG_OPEN = """#!/bin/sh
 printf '%s\\n' "$1" >> "$RECORD_OF_OPENED"
 """
 
-# A session that is tested tells of a failed check by its output, not by how it ends.
+# The sanitizers report to the output. They do not change how the program ends.
 _SANITIZERS = {"ASAN_OPTIONS": "detect_leaks=0:handle_abort=0",
                "UBSAN_OPTIONS": "print_stacktrace=1"}
 
@@ -35,8 +35,8 @@ def program_of(bundle):
 
 @contextlib.contextmanager
 def _no_other_starting(applications):
-    # Each installer writes and deletes the same file there as it starts: two at the same moment
-    # could take each other's for their own. The folder itself may not exist yet.
+    # Each installer writes and deletes the same file there at its start. Two at the same time could
+    # mistake each other's file for their own. The folder itself may not exist yet.
     guard = os.open(os.path.dirname(applications), os.O_RDONLY)
     try:
         fcntl.flock(guard, fcntl.LOCK_EX)
@@ -46,17 +46,17 @@ def _no_other_starting(applications):
 
 
 class Program:
-    """A program that runs. `scale`: how many points of the screen one of its own takes."""
+    """A running program. `scale`: the number of screen points for one of its points."""
 
     def __init__(self, screen, process, scale=1):
         self.screen = screen
         self.id = process
         self._scale = scale
 
-    # What it shows.
+    # Windows and controls.
 
     def windows(self):
-        """The windows on the screen, in the order in which they were made."""
+        """The visible windows in the order of their creation."""
         shown = accessible.program(self.id)
         return [window for window in (shown.children() if shown else ())
                 if "showing" in window.states]
@@ -65,39 +65,39 @@ class Program:
         return [window.name for window in self.windows()]
 
     def window(self, title, seconds=30):
-        """Waits for the window of that title."""
+        """Waits for the window with that title."""
         return wait_until(lambda: next((w for w in self.windows() if w.name == title), None),
                           f"a window {title!r}", seconds, self.described)
 
     def x_window(self, title):
-        """Waits for the X window of that title: the accessibility tree has a window before the
+        """Waits for the X window with that title. The accessibility tree has a window before the
         window manager does."""
         return wait_until(
             lambda: [w for w, name in self.screen.windows(self.id) if name == title],
             f"the window manager to have {title!r}", 30, self.described)[0]
 
     def controls(self, name=None, role=None, within=None):
-        """The controls on the screen with that name and role, in all windows or below `within`."""
+        """The visible controls with that name and role, in all windows or below `within`."""
         roots = [within] if within else self.windows()
         return [node for root in roots for node in root.below()
                 if (name is None or node.name == name) and (role is None or node.role == role)
                 and "showing" in node.states]
 
     def find(self, name=None, role=None, within=None, seconds=30):
-        """Waits for a control and gives it; the last one, where there are several."""
+        """Waits for a control and returns it; the last one if there are several."""
         return wait_until(lambda: next(reversed(self.controls(name, role, within)), None),
                           f"a control {name!r} {role or ''}", seconds, self.described)
 
     def waits_for(self, text, seconds=30):
-        """Waits until some control shows that text, whole, and gives the control."""
+        """Waits until a control shows exactly that text, and returns the control."""
         return wait_until(
             lambda: next((node for node in self.controls()
                           if text in (node.name, node.text)), None),
             f"the text {text!r}", seconds, self.described)
 
     def wait_for_bar(self, share=0.01):
-        """Waits until that share of the progress bar is filled. On a slow machine its last part may
-        never be."""
+        """Waits until that share of the progress bar is filled. On a slow machine it may never be
+        filled completely."""
         bar = self.find("Progress", "progress bar")
 
         def is_filled():
@@ -105,21 +105,21 @@ class Program:
             return value >= share * most
         wait_until(is_filled, f"the bar to be filled to {share:.0%}", 60, self.described)
 
-    # What its user does.
+    # Input.
 
     def press(self, *names, within=None):
-        """Presses buttons, one after the other, through their accessible actions."""
+        """Presses buttons in order, through their accessible actions."""
         for name in names:
             if not self.find(name, within=within).press():
                 raise Failure(f"{name!r} has no action\n{self.described()}")
 
     def click(self, *names, within=None):
-        """Clicks the middle of controls, one after the other, with the mouse."""
+        """Clicks the middle of controls in order, with the mouse."""
         for name in names:
             self.click_on(self.find(name, within=within))
 
     def click_on(self, node, across=0.5, down=0.5):
-        """Clicks a point of a control, given in parts of its width and height."""
+        """Clicks a point of a control, given as fractions of its width and height."""
         x, y, width, height = self.on_screen(self.place_at_rest(node))
         self.screen.click(x + int(width * across), y + int(height * down))
 
@@ -129,19 +129,19 @@ class Program:
         self.screen.click(*self.on_screen(node.place_of(text)))
 
     def on_screen(self, place):
-        """A place or an area on the screen. The toolkit tells both before it scales them."""
+        """Converts a point or an area of the toolkit, which has no scale, to the screen."""
         return tuple(round(part * self._scale) for part in place)
 
     def place_at_rest(self, node):
-        """Where a control is once its window has come to rest."""
+        """The area of a control after its window has stopped moving."""
         def settled():
-            # A new window stands elsewhere until the window manager has placed it.
+            # A new window is elsewhere until the window manager has placed it.
             first = node.area
             return first and self.is_active() and first == node.area and first
         return wait_until(settled, f"{node.name!r} to rest", 30, self.described)
 
     def key(self, *chords):
-        """Presses keys, chord after chord, each once a window of the program has the focus."""
+        """Presses chords of keys in order. Waits before each until the program has the focus."""
         for chord in chords:
             wait_until(self.is_active, "its front window to have the focus", 30, self.described)
             self.screen.key(chord)
@@ -151,7 +151,7 @@ class Program:
         self.screen.type(text)
 
     def is_active(self):
-        """Whether its front window has the focus, and is what the program takes for it."""
+        """Whether its front window has the focus, and the program knows all its windows."""
         windows = self.screen.windows(self.id)
         return (bool(windows) and windows[-1][0].id == self.screen.active_window()
                 and len(windows) == len(self.windows()))
@@ -165,23 +165,23 @@ class Program:
                    self.described)
 
     def dismiss(self, *messages):
-        """Waits for messages, one after the other, and answers each by Return."""
+        """Waits for messages in order and answers each by Return."""
         for message in messages:
             self.waits_for(message)
             self.key("Return")
 
     def ask_to_close(self, title):
-        """What a press of a window's close button does, also where it has none."""
+        """Asks the window to close, as its close button does, even if it has none."""
         self.screen.ask_to_close(self.x_window(title))
 
     def described(self):
-        """All its windows and controls, for a person to read."""
+        """A readable list of all its windows and controls."""
         return "\n".join(window.tree() for window in self.windows())
 
 
 class Installer(Program):
-    """Starts `program` with a home and a temporary folder of its own below `folder`, and waits
-    until it takes events. `settings` are added to its environment."""
+    """Starts `program` with a new home and temporary folder below `folder`, and waits until it
+    handles events. `settings` are added to its environment."""
 
     def __init__(self, screen, program, folder, settings=None):
         self.home = os.path.join(folder, "home")
@@ -217,10 +217,10 @@ class Installer(Program):
         return (shown and shown.answers()
                 and not os.path.exists(os.path.join(self.applications, "X.txt")))
 
-    # How it went.
+    # Results.
 
     def status(self, seconds=60):
-        """Waits for the end of the program and gives its exit status."""
+        """Waits for the end of the program and returns its exit status."""
         wait_until(lambda: not self.runs(), "the program to end", seconds, self.described)
         if "Sanitizer" in self.said() or "runtime error:" in self.said():
             raise Failure(self.said())
@@ -230,12 +230,12 @@ class Installer(Program):
         return self.process.poll() is None
 
     def said(self):
-        """What it wrote to its output and error output."""
+        """Its output and error output."""
         with open(self._output, encoding="utf-8", errors="replace") as output:
             return output.read()
 
     def opened(self):
-        """What it has asked the desktop to open."""
+        """The items that it asked the desktop to open."""
         if not os.path.exists(self._record):
             return []
         with open(self._record, encoding="utf-8", errors="replace") as record:

@@ -1,4 +1,4 @@
-"""Processes that end with this one, and waits that are never longer than they need to be."""
+"""Processes that end with this one, and waiting for conditions."""
 
 import ctypes
 import os
@@ -14,23 +14,23 @@ _libc = ctypes.CDLL(None, use_errno=True)
 
 
 class Failure(AssertionError):
-    """What was waited for did not come. The message says what, and what was there instead."""
+    """A condition did not become true in time. The message describes it and the actual state."""
 
 
 def adopt_orphans():
-    """Makes this process the parent of whatever its children leave behind, so that
-    `end_descendants` finds a program that was started detached, too."""
+    """Makes this process the parent of orphans of its children, so that `end_descendants` also
+    finds programs that were started detached."""
     _libc.prctl(_PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
 
 
 def end_with_parent():
-    """For `preexec_fn`: the process dies if this one is killed without a chance to clean up."""
+    """For `preexec_fn`: the process is killed when this one ends, even without a clean-up."""
     _libc.prctl(_PR_SET_PDEATHSIG, signal.SIGKILL, 0, 0, 0)
 
 
 def start_as_user():
-    """The same, and the program keeps to the rights that files give it, also when it runs as root:
-    what is unwritable to a user is so in a test."""
+    """The same. A program that runs as root also obeys the rights of files: what a user can't write
+    is unwritable in a test."""
     end_with_parent()
     if os.geteuid() == 0:
         for right in (_CAP_DAC_OVERRIDE, _CAP_DAC_READ_SEARCH):
@@ -38,13 +38,13 @@ def start_as_user():
 
 
 def _parents():
-    """The parent of each process of this machine, by its id, zombies included."""
+    """The parents of all processes of this machine by their ids, zombies included."""
     found = {}
     for entry in os.listdir("/proc"):
         if entry.isdigit():
             try:
                 with open(f"/proc/{entry}/stat", encoding="utf-8", errors="replace") as stat:
-                    # The name, in parentheses, may hold anything; state and parent follow it.
+                    # The name, in parentheses, may be anything. State and parent follow it.
                     fields = stat.read().rpartition(")")[2].split()
             except (FileNotFoundError, ProcessLookupError):
                 continue
@@ -67,7 +67,7 @@ def descendants():
 
 
 def command_line(process):
-    """The words that `process` was started with; none if it is gone or a zombie."""
+    """The command line of `process`; empty if it has ended or is a zombie."""
     try:
         with open(f"/proc/{process}/cmdline", "rb") as line:
             return line.read().decode(errors="replace").split("\0")[:-1]
@@ -76,12 +76,12 @@ def command_line(process):
 
 
 def descendant_where(condition):
-    """A process below this one for whose words `condition` holds; None if there is none."""
+    """A process below this one whose command line fulfils `condition`, or None."""
     return next((found for found in descendants() if condition(command_line(found))), None)
 
 
 def end_descendants(keep=()):
-    """Kills every process below this one but those in `keep` and what is below them. Needs
+    """Kills every process below this one, except those in `keep` and their descendants. Requires
     `adopt_orphans`."""
     while True:
         doomed = [child for child in children() if child not in keep]
@@ -97,8 +97,8 @@ def end_descendants(keep=()):
 
 
 def wait_until(condition, what, seconds=30.0, otherwise=None):
-    """Asks `condition` again and again and returns its first true answer. After `seconds` it raises
-    a Failure that says `what` was waited for, and the text that `otherwise()` gives."""
+    """Calls `condition` repeatedly and returns its first true result. After `seconds` it raises a
+    Failure with `what` and the text of `otherwise()`."""
     begin = time.monotonic()
     while True:
         answer = condition()
@@ -106,7 +106,7 @@ def wait_until(condition, what, seconds=30.0, otherwise=None):
             return answer
         waited = time.monotonic() - begin
         if waited > seconds:
-            told = otherwise() if otherwise else ""
-            raise Failure(f"waited {seconds:g} s for {what}" + (f"\n{told}" if told else ""))
-        # Often at first, then less, so as not to slow down what is waited for.
+            text = otherwise() if otherwise else ""
+            raise Failure(f"waited {seconds:g} s for {what}" + (f"\n{text}" if text else ""))
+        # First often, then less, in order not to slow down the other processes.
         time.sleep(min(0.02 + waited / 20, 0.25))

@@ -11,7 +11,7 @@ _CONTROL_KEYS = {"\n": "Return", "\t": "Tab"}
 
 
 class Screen:
-    """Takes the connection to the X server of a session."""
+    """The screen behind the connection to a session's X server."""
 
     def __init__(self, display):
         self._display = display
@@ -30,7 +30,7 @@ class Screen:
         self._display.sync()
 
     def key(self, chord):
-        """Presses keys together, by their X names: "Return", "Control_L+q"."""
+        """Presses keys together. They have their X names: "Return", "Control_L+q"."""
         codes = [self._code(XK.string_to_keysym(name)) for name in chord.split("+")]
         self._press([code for code, _ in codes])
 
@@ -58,8 +58,8 @@ class Screen:
     # Windows.
 
     def windows(self, process=None):
-        """The windows that the window manager has on the screen, lowest first: (X window, title)
-        of each. With `process`, only those of that process id."""
+        """The windows of the window manager, lowest first: (X window, title) of each. With
+        `process`, only those of that process id."""
         found = []
         for number in self._property(self._root, "_NET_CLIENT_LIST_STACKING") or ():
             window = self._display.create_resource_object("window", number)
@@ -75,13 +75,13 @@ class Screen:
     def active_window(self):
         """The number of the X window that has the focus; 0 if none has."""
         active = self._property(self._root, "_NET_ACTIVE_WINDOW")
-        # The window manager may tell it before the keys go there.
+        # The window manager may report it before it gets the keys.
         focus = self._display.get_input_focus().focus
         return active[0] if active and getattr(focus, "id", focus) == active[0] else 0
 
     def ask_to_close(self, window):
-        """What the window manager sends when its close button is pressed, also to a window that
-        has none."""
+        """Sends what the window manager sends for its close button, even to a window without
+        one."""
         protocols = self._display.intern_atom("WM_PROTOCOLS")
         delete = self._display.intern_atom("WM_DELETE_WINDOW")
         window.send_event(protocol.event.ClientMessage(
@@ -90,7 +90,7 @@ class Screen:
 
     @contextlib.contextmanager
     def covered(self, area):
-        """Has another window stand over a part of the screen for a while."""
+        """Covers a part of the screen with another window during the context."""
         window = self._root.create_window(*area, 0, X.CopyFromParent, override_redirect=True,
                                           background_pixel=0x808080, event_mask=X.ExposureMask)
         window.map()
@@ -102,12 +102,12 @@ class Screen:
             self._display.sync()
 
     def resize(self, window, width, height):
-        """Asks the window manager to give the window this size, as a drag of its edge would."""
+        """Asks the window manager to resize the window, as a drag of its edge does."""
         window.configure(width=width, height=height)
         self._display.sync()
 
     def icon_of(self, window):
-        """The pixels of a window's icon, after its width and height. Empty if it has none."""
+        """The width, the height and the pixels of a window's icon. Empty if it has none."""
         return list(self._property(window, "_NET_WM_ICON") or ())
 
     def _property(self, window, name):
@@ -117,7 +117,7 @@ class Screen:
     # Pixels.
 
     def cover(self, colour):
-        """Gives the screen behind all windows a colour: (red, green, blue)."""
+        """Sets the colour behind all windows: (red, green, blue)."""
         red, green, blue = colour
         self._root.change_attributes(background_pixel=red << 16 | green << 8 | blue)
         self._root.clear_area()

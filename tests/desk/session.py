@@ -24,14 +24,14 @@ from processes import wait_until  # noqa: E402
 
 _LAUNCHER = ("/usr/libexec/at-spi-bus-launcher", "/usr/lib/at-spi2-core/at-spi-bus-launcher")
 
-# What the user's own session says of itself; a program would follow it out of this one.
+# Variables of the user's own session. A program would use them to leave this one.
 _FOREIGN = ("DBUS_SESSION_BUS_ADDRESS", "AT_SPI_BUS_ADDRESS", "WAYLAND_DISPLAY", "XDG_SESSION_TYPE",
             "XAUTHORITY", "DISPLAY", "QT_QPA_PLATFORM", "QT_PLUGIN_PATH", "QT_STYLE_OVERRIDE",
             "QT_QPA_PLATFORMTHEME", "XDG_CURRENT_DESKTOP", "NO_AT_BRIDGE")
 
 
 class Session:
-    """`with Session() as session:` has the desktop up; its names are in `os.environ`."""
+    """In `with Session() as session:` the desktop runs. `os.environ` has its addresses."""
 
     def __init__(self, size=(1280, 1024)):
         self._size = size
@@ -41,7 +41,7 @@ class Session:
         processes.adopt_orphans()
         for number in (signal.SIGTERM, signal.SIGHUP):
             signal.signal(number, lambda *_: sys.exit(1))
-        # The names of sockets are short, so the folder stands right in /tmp.
+        # Names of sockets must be short, so the folder is directly in /tmp.
         self.folder = tempfile.mkdtemp(prefix="desk-", dir="/tmp")
         try:
             self._start()
@@ -76,8 +76,8 @@ class Session:
         self._run("openbox", "--sm-disable")
 
     def add_screen(self):
-        """Starts an X server and gives its name. `kill_screen` takes one away."""
-        # -noreset: the server would forget everything each time its last window goes.
+        """Starts an X server and returns its name. `kill_screen` ends it."""
+        # -noreset: otherwise the server loses its state when its last client disconnects.
         number = self._answer_of("Xvfb", "-displayfd", "{}", "-noreset", "-nolisten", "tcp",
                                  "-screen", "0", f"{self._size[0]}x{self._size[1]}x24")
         return f":{number}"
@@ -107,30 +107,30 @@ class Session:
         return line
 
     def logs(self):
-        """What the servers of this session have said."""
-        told = []
+        """The output of this session's servers."""
+        texts = []
         for name in sorted(os.listdir(self.folder)):
             if name.endswith(".log"):
                 with open(os.path.join(self.folder, name), errors="replace") as log:
-                    told.append(f"{name}: {log.read()}")
-        return "\n".join(told)
+                    texts.append(f"{name}: {log.read()}")
+        return "\n".join(texts)
 
     def servers(self):
-        """The ids of the processes that make up this desktop."""
+        """The process ids of this desktop's servers."""
         return [server.pid for server in self._started]
 
     def end_others(self):
-        """Ends every program that runs on this desktop."""
-        # The accessibility bus starts its registry late, and as an orphan of its own.
+        """Kills all other programs on this desktop."""
+        # The accessibility bus starts its registry late, as an orphan.
         keep = [child for child in processes.children()
                 if child in self.servers()
                 or "at-spi" in " ".join(processes.command_line(child))]
         processes.end_descendants(keep)
 
     def close(self):
-        """Ends the desktop and everything on it. Nothing of it stays, in /tmp neither."""
+        """Ends the desktop and all its programs, and deletes its folder in /tmp."""
         for server in reversed(self._started):
-            # Only a server that ends by itself takes its lock file with it.
+            # A killed server would leave its lock file.
             server.terminate()
         for server in self._started:
             try:
@@ -143,12 +143,12 @@ class Session:
 
 
 class WaylandSession(Session):
-    """A desktop of Wayland, which shows windows of X by a server of its own. It has no mouse and no
-    keyboard, and gives no pictures. `ZEPHIN_COMPOSITOR` names another compositor than weston: sway
-    or kwin."""
+    """A Wayland desktop, which shows X windows through XWayland. It has no mouse, no keyboard and
+    no pictures of the screen. `ZEPHIN_COMPOSITOR` names another compositor than weston: sway or
+    kwin."""
 
     def _start_window_manager(self):
-        pass  # The compositor is that, too.
+        pass  # The compositor is the window manager.
 
     def add_screen(self):
         os.environ["WAYLAND_DISPLAY"] = "wayland-1"
@@ -188,7 +188,7 @@ class WaylandSession(Session):
         return self._screen_named()
 
     def _script_that_names_the_screen(self):
-        """Three paths: for a configuration, of a script that the compositor runs, for a program."""
+        """The paths of a configuration, of a script that the compositor runs, and of a program."""
         script = os.path.join(self.folder, "name-screen")
         with open(script, "w", encoding="utf-8") as file:
             file.write(f"#!/bin/sh\necho $DISPLAY $WAYLAND_DISPLAY > {self.folder}/part\n"
@@ -211,7 +211,7 @@ def _accessibility_is_up():
         Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
         | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
     try:
-        # Asked for a name that nobody has yet, the bus would start a second launcher.
+        # A call to a name without an owner would make the bus start a second launcher.
         owned = bus.call_sync("org.freedesktop.DBus", "/", "org.freedesktop.DBus", "NameHasOwner",
                               GLib.Variant("(s)", ("org.a11y.Bus",)), None, 0, 5000, None)
         return owned.unpack()[0] and bus.call_sync(

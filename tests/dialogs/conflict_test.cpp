@@ -10,7 +10,7 @@ namespace {
 
 using GlobalsVk::gConflictType;
 
-/// The window's size, the text's, and the place of the buttons, in points.
+/// The sizes of the window and the text, and the positions of the buttons, in points.
 std::vector<int> FitOf(const MessageModal& window) {
   return {window.Width(),
           window.Height(),
@@ -29,7 +29,7 @@ const std::vector<int> kNormal{572, 243, 532, 177, 203, 288, 380, 472};
 class Conflict : public testing::Test {
  protected:
   Conflict() { run.BareWindow(); }
-  /// The next window with that title has this text; it is left by `button`.
+  /// The next window has this title, text and size. It is answered by `button`.
   void Expect(const char* title, const char* text, const std::vector<int>& fit,
               const char* button) {
     run.desktop.ExpectWindow(title, [=](Window& shown) {
@@ -42,7 +42,7 @@ class Conflict : public testing::Test {
   StubRun run;
 };
 
-TEST_F(Conflict, LengthInCharactersPicksTheSizeAndTheEndTakesItBack) {
+TEST_F(Conflict, TextLengthSelectsTheSizeAndTheEndRestoresIt) {
   const auto xs = [](std::size_t count) { return std::string(count, 'x'); };
   struct Row {
     std::vector<std::string> texts;
@@ -55,7 +55,7 @@ TEST_F(Conflict, LengthInCharactersPicksTheSizeAndTheEndTakesItBack) {
       {{xs(200), xs(400)}, kNormal},
       {{xs(401), xs(600)}, {572, 343, 532, 277, 303, 288, 380, 472}},
       {{xs(601)}, {572, 443, 532, 377, 403, 288, 380, 472}},
-      // Shrunk as a short text, it grows back as a tiny one.
+      // A line feed counts for the first size only, so that the original size is not restored.
       {{xs(38) + "\n"}, kShort, 243 + 100},
   };
   for (const auto& row : rows) {
@@ -70,7 +70,7 @@ TEST_F(Conflict, LengthInCharactersPicksTheSizeAndTheEndTakesItBack) {
   }
 }
 
-TEST_F(Conflict, ButtonsCloseUpToTheRightOfThoseThatAreHidden) {
+TEST_F(Conflict, ButtonsMoveToThePlaceOfAHiddenOne) {
   for (const auto& [hidden, left1, left2] : {std::tuple{"Btn2", 380, 380}, {"Btn3", 472, 472}}) {
     const Ref<MessageModal> window = MakeWindow<MessageModal>();
     window->ControlByName(hidden)->SetVisible(false);
@@ -81,7 +81,7 @@ TEST_F(Conflict, ButtonsCloseUpToTheRightOfThoseThatAreHidden) {
   }
 }
 
-TEST_F(Conflict, QuestionIsFittedAndAnsweredByItsCaptions) {
+TEST_F(Conflict, QuestionIsSizedAndReturnsTheAnswer) {
   Expect("Confirmation", "Go on?", kTiny, "Btn2");
   EXPECT_TRUE(GlobalsVk::YesNoDlg("Go on?"));
   Expect("Confirmation", "UNKNOWN ERROR. ", kTiny, "Btn3");

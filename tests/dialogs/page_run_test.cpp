@@ -7,7 +7,7 @@
 namespace zephin::test {
 namespace {
 
-TEST(PageRun, HtmlAnywhereInAnyLetterCaseMakesAWebPage) {
+TEST(PageRun, HtmlTagAnywhereMakesAWebPage) {
   StubRun run;
   run.BareWindow();
   const std::vector<std::pair<String, bool>> rows{
@@ -43,7 +43,7 @@ TEST(PageRun, HtmlAnywhereInAnyLetterCaseMakesAWebPage) {
     });
     EXPECT_TRUE(ShowPage(page));
   }
-  // The item that a web page is given is only a path.
+  // A web page receives its item as a path only.
   EXPECT_TRUE(std::filesystem::is_empty(run.scratch / "Temporary"));
 }
 

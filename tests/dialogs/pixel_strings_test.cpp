@@ -25,14 +25,14 @@ class PixelStrings : public testing::Test {
   StubRun run;
 };
 
-TEST_F(PixelStrings, RunsAreWrittenOut) {
+TEST_F(PixelStrings, RunsAreExpanded) {
   const std::vector<std::pair<const char*, const char*>> rows{
       {"", ""},
       {"no runs]", "no runs]"},
       {"A[1]B[0]C[-3]D", "AD"},
       {"12A[3]34", "12AAA34"},
       {"A[2.9]B[ 2]C[x]D[]E", "AABBE"},
-      // Right behind a run its own bracket is the digit.
+      // Directly after a run, the digit of the next run is the closing bracket.
       {"A[2][2]B", "AA]]B"},
       {"A[2[9]", "AA"},
       {"F[8]0[14]F[2]", "FFFFFFFF00000000000000FF"},
@@ -44,7 +44,7 @@ TEST_F(PixelStrings, RunsAreWrittenOut) {
   }
 }
 
-TEST_F(PixelStrings, PicturesHaveTheirPixelsFromTheTopLeft) {
+TEST_F(PixelStrings, PixelsAreInRowsFromTheTopLeft) {
   struct Row {
     std::int64_t width, height;
     const char* digits;
@@ -57,7 +57,7 @@ TEST_F(PixelStrings, PicturesHaveTheirPixelsFromTheTopLeft) {
       // Pixels begin anywhere in a run.
       {2, 2, "12345[4]6789ABC[10]D[9]", {0xFF123455, 0xFF556789, 0xFFABCCCC, 0xFFCCCCCC}},
       {3, 1, "A0[12]123456[1]78", {0xFFA00000, 0xFF000000, 0xFF012345}},
-      // A wrong digit is only a wrong colour: "a" is worth 42.
+      // An invalid digit gives a wrong colour: "a" counts as 42.
       {1, 1, "0a0Aa0", {0xFF2A0AA0}},
       {0, 0, "x", {}},
       {5, 0, "A[3]", {}},
@@ -71,7 +71,7 @@ TEST_F(PixelStrings, PicturesHaveTheirPixelsFromTheTopLeft) {
   EXPECT_TRUE(PixelStringToPicture(2, 2, "").IsNil());
 }
 
-TEST_F(PixelStrings, WhatIsNoPictureIsToldWithoutTakingItsMemory) {
+TEST_F(PixelStrings, InvalidPictureIsReportedWithoutAllocatingItsSize) {
   const std::string most = "0[25000000]1[25000000]";
   const std::vector<std::tuple<std::int64_t, std::int64_t, std::string>> rows{
       {1, 1, "[6]FFFFFF"},     {1, 1, "FFFFFFA[6"},    {1, 1, "F[5]"},
@@ -88,7 +88,7 @@ TEST_F(PixelStrings, WhatIsNoPictureIsToldWithoutTakingItsMemory) {
     });
     EXPECT_TRUE(PixelStringToPicture(width, height, Utf8(digits)).IsNil()) << digits;
   }
-  // The most that a string may stand for is still no failure.
+  // The largest allowed expansion succeeds.
   EXPECT_FALSE(PixelStringToPicture(1, 1, Utf8(most)).IsNil());
   EXPECT_LT(PeakMegabytes() - before, 40);
   String text = Utf8(most + "0");

@@ -1,4 +1,4 @@
-"""What users hear who don't see the windows, and see who don't use a mouse."""
+"""The windows for users of a screen reader, and for users without a mouse."""
 
 import case
 from accessible import Atspi, Node
@@ -16,9 +16,9 @@ EVERY_KIND = {
 
 class Accessibility(case.InstallerTest):
     def places_of_focus(self, run, title):
-        """Presses Tab until the focus is back where it was. Gives the controls that had it."""
+        """Presses Tab until the focus returns to its start. Returns the controls that had it."""
         window = run.window(title)
-        # Where it was, the pointer would light up a button.
+        # Elsewhere the pointer might highlight a button.
         self.screen.move_to(0, 0)
         area = run.place_at_rest(window)
         found, looks = [], []
@@ -33,14 +33,14 @@ class Accessibility(case.InstallerTest):
         name = wait_until(new_focus, "a focus", 30, run.described)
         while name not in found:
             found.append(name)
-            looks.append(wait_until(new_look, f"{name!r} to look as if it had the focus", 30,
+            looks.append(wait_until(new_look, f"{name!r} to show the focus", 30,
                                     run.described))
             run.key("Tab")
             name = wait_until(new_focus, "the focus to move on", 30, run.described)
-        self.assertEqual(name, found[0], "the way of the focus goes round")
+        self.assertEqual(name, found[0], "the focus returns to its start")
         return found
 
-    def test_focus_is_seen_wherever_the_keys_take_it(self):
+    def test_focus_is_visible_on_every_control(self):
         run = self.open(**EVERY_KIND)
         rounds = {"Install": ["Install", "Info", "tool.example", "Quit"],
                   "Pre-Installation Notes": ["I Agree", "Quit", "Pre-Installation Notes"],
@@ -55,13 +55,13 @@ class Accessibility(case.InstallerTest):
         run.key("Escape")
         self.assert_ends(run)
 
-    def test_bar_tells_how_far_it_is(self):
-        told, others = [], []
+    def test_bar_reports_its_progress(self):
+        values, others = [], []
 
         def take(event):
             node = Node(event.source)
             if node.role == "progress bar" and event.type.endswith("value") and node.value:
-                told.append(node.value[0])
+                values.append(node.value[0])
             elif node.role == "progress bar":
                 others.append(event.type)
         listener = Atspi.EventListener.new(take)
@@ -69,10 +69,10 @@ class Accessibility(case.InstallerTest):
             listener.register(f"object:property-change:accessible-{what}")
             self.addCleanup(listener.deregister, f"object:property-change:accessible-{what}")
         run = self.begin(self.open(**case.LONG))
-        # To look at the program lets events come in.
-        wait_until(lambda: run.windows() and len(set(told)) >= 5, "five steps of the bar", 30,
+        # A query of the program also processes pending events.
+        wait_until(lambda: run.windows() and len(set(values)) >= 5, "five steps of the bar", 30,
                    run.described)
-        self.assertEqual(told, sorted(told))
+        self.assertEqual(values, sorted(values))
         self.assertEqual(others, [], "nothing else about the bar changes")
         self.assert_ends(run)
 

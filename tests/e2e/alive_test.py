@@ -1,7 +1,7 @@
-"""The window stays alive: with a gigabyte to work on, the program looks at its event loop again
-within a tenth of a second, on one processor. Measured inside the real program by `pauses.cpp`,
-which leaves out the time for which other programs had the processor, so that a busy machine fails
-nothing. Shell commands may block the window; their time is left out, too."""
+"""The window stays responsive: while the program processes a gigabyte, it returns to its event loop
+within a tenth of a second, on one processor. `pauses.cpp` measures this in the real program,
+without the time in which other programs had the processor, so that a busy machine does not matter.
+Shell commands may block the window. Their time is not counted either."""
 
 import contextlib
 import functools
@@ -18,9 +18,9 @@ import case
 _BLOCK = bytes(1 << 20)
 _BLOCKS = 1 << 10  # A gigabyte.
 _LONGEST = 0.1  # Seconds.
-# What the sanitizers add, most of it to the taking and freeing of a gigabyte of memory.
+# Sanitizers slow down mostly the allocation and release of a gigabyte.
 _LONGEST_WITH_SANITIZERS = 0.3
-_LOOKS = 100  # At least: or else nothing has been measured.
+_LOOKS = 100  # Fewer iterations of the event loop measure nothing.
 _FILES = 20000
 
 _RECORD = struct.Struct("QQ")
@@ -28,12 +28,12 @@ _UP = bytes((byte + 1) % 256 for byte in range(256))
 
 
 class TooLong(AssertionError):
-    """A pause that a user would notice."""
+    """A pause that a user notices."""
 
 
 def up_to_three_times(test):
-    """A disk that others keep busy holds up a call now and then; what the program does itself takes
-    as long each time."""
+    """Repeats a failed measurement: a busy disk delays single calls, but the program's own work
+    takes the same time in each run."""
     @functools.wraps(test)
     def repeated(self):
         for _ in range(2):
@@ -48,7 +48,7 @@ def up_to_three_times(test):
 
 
 class Scrambled(io.FileIO):
-    """A payload as it stands in a bundle."""
+    """A payload in the scrambled form of a bundle."""
 
     def write(self, data):
         block = bytearray(data)

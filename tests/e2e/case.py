@@ -1,5 +1,5 @@
-"""What the tests in a real window share: one desktop for a file of tests, an installer made for
-each test, and a picture of the screen where one fails."""
+"""Shared by the tests in real windows: one desktop for each file of tests, a new installer for each
+test, and a picture of the screen after a failure."""
 
 import http.server
 import json
@@ -23,16 +23,16 @@ from screen import Screen  # noqa: E402
 from session import Session  # noqa: E402
 
 _BUILD = os.path.abspath(os.environ.get("ZEPHIN_BUILD", os.path.join(ROOT, "build", "debug")))
-# Another build's stub may take the place of this one's.
+# The stub of another build may be used instead.
 STUB = os.environ.get("ZEPHIN_STUB", os.path.join(_BUILD, "stage", "Setup.app"))
 MAKE_SETUP = os.path.join(_BUILD, "tools", "make_setup", "make_setup")
 _PICTURES = os.path.join(_BUILD, "Testing", "e2e")
 PAUSES = os.path.join(_BUILD, "tests", "e2e", "libzephin_pauses.so")
 
-# A file of tests that hangs ends by itself, and cleans up, before CTest would kill it.
+# A file of tests that hangs ends and cleans up before CTest kills it.
 _LIMIT = 840
 
-# The bar of such a setup takes three seconds, so that there is something to interrupt.
+# The bar of such a setup takes three seconds, long enough to interrupt it.
 LONG = {"payload": {"noise": os.urandom(17000000)}}
 
 
@@ -48,27 +48,27 @@ def write_tree(folder, tree):
 
 
 def write_script(path, text):
-    """Writes a shell script that can be run, and gives its path."""
+    """Writes an executable shell script and returns its path."""
     pathlib.Path(path).write_text("#!/bin/sh\n" + text, encoding="utf-8")
     os.chmod(path, 0o755)
     return path
 
 
 def read_tree(folder):
-    """What `write_tree` would have written there, all as bytes."""
+    """The tree in the form that `write_tree` takes, with all contents as bytes."""
     return {item.name: read_tree(item) if item.is_dir() else item.read_bytes()
             for item in pathlib.Path(folder).iterdir()}
 
 
 def clipboard():
-    """The text that stands there."""
+    """The text on the clipboard."""
     return subprocess.run(["xclip", "-selection", "clipboard", "-o"], check=True, timeout=30,
                           stdout=subprocess.PIPE, encoding="utf-8").stdout
 
 
 def page(body, status=200, promised=None, **headers):
-    """A server's answer: bytes, or blocks of them as they come. It breaks off if more bytes are
-    promised than come."""
+    """A server's answer: bytes, or an iterable of blocks. It breaks off if `promised` is larger
+    than its length."""
     def answer(request):
         request.send_response(status)
         request.send_header("Content-Length", str(promised or len(body)))
@@ -81,8 +81,8 @@ def page(body, status=200, promised=None, **headers):
 
 
 class Server(http.server.ThreadingHTTPServer):
-    """Answers on loopback by `pages`: functions of the request, by their paths. `certificate`: the
-    files of it and of its key. `asked` tells of the requests, `met` counts the connections."""
+    """A server on loopback. `pages` maps paths to functions that answer a request. `certificate`:
+    the files of the certificate and its key. `asked` lists requests, `met` counts connections."""
 
     def __init__(self, pages, certificate=None):
         asked = self.asked = []
@@ -111,14 +111,14 @@ class Server(http.server.ThreadingHTTPServer):
         return connection
 
     def handle_error(self, *_):
-        pass  # A client that hangs up is what some of these tests are about.
+        pass  # In some tests the client closes the connection early.
 
 
 class InstallerTest(unittest.TestCase):
     """A test that opens installers. `self.folder` is its scratch folder, `self.target` the parent
-    folder for what it installs."""
+    of the installed folder."""
 
-    session = None  # Of the whole file, see main().
+    session = None  # Shared by the file, see main().
     screen = None
 
     def setUp(self):
@@ -134,7 +134,7 @@ class InstallerTest(unittest.TestCase):
         shutil.rmtree(self.folder, ignore_errors=True)
 
     def bundle(self, files=None, payload=None, **fields):
-        """Makes an installer: `fields` of setup.json, beside the `files` that they name."""
+        """Makes an installer from `fields` of setup.json and the `files` that they name."""
         setup = {"fTargetFolder": "Tool", "fMessage": "Welcome", **fields}
         if "patch" not in fields:
             setup["payload"] = "payload"
@@ -151,44 +151,44 @@ class InstallerTest(unittest.TestCase):
         return os.path.join(bundle, "Contents", "Resources", name)
 
     def open(self, bundle=None, settings=None, **fields):
-        """Starts a bundle, or the one that `fields` describe."""
+        """Starts a bundle, or a new one with `fields`."""
         executable = program_of(bundle or self.bundle(**fields))
         run = Installer(self.screen, executable, os.path.join(self.folder, "user"), settings)
         self.opened.append(run)
         return run
 
     def choose_folder(self, run, folder=None):
-        """Answers the folder dialog."""
+        """Selects `folder`, by default the target, in the folder dialog."""
         field = run.find("Directory:", "text")
         wait_until(lambda: field.enter(folder or self.target), "the field to take a text")
         run.press("Select")
 
     def begin(self, run, *pressed):
-        """Presses Install and what comes after it, and chooses the folder."""
+        """Presses Install and the buttons `pressed`, and selects the folder."""
         run.press("Install", *pressed)
         self.choose_folder(run)
         return run
 
     def install(self, run, *pressed):
-        """The same, and waits for the end."""
+        """The same, and waits for the end of the run."""
         self.assert_ends(self.begin(run, *pressed))
 
     def installed(self, name="Tool"):
-        """What stands in the installed folder; None if there is none."""
+        """The contents of the installed folder; None if it does not exist."""
         folder = os.path.join(self.target, name)
         return read_tree(folder) if os.path.isdir(folder) else None
 
     def assert_ends(self, run, seconds=60):
-        """The run ends by itself, and with status 0 like every run."""
+        """Waits for the end of the run, which always has status 0."""
         self.assertEqual(run.status(seconds), 0, run.said())
 
     def assert_opens(self, run, *addresses):
-        """The desktop is asked to open these and no others."""
+        """Waits until the desktop was asked to open these addresses and no others."""
         wait_until(lambda: len(run.opened()) >= len(addresses), f"{addresses} to be opened")
         self.assertEqual(run.opened(), list(addresses))
 
     def serve(self, pages, certificate=None):
-        """Starts a server."""
+        """Starts a server, which ends with the test."""
         server = Server(pages, certificate)
         self.addCleanup(server.server_close)
         self.addCleanup(server.shutdown)
@@ -196,28 +196,28 @@ class InstallerTest(unittest.TestCase):
 
 
 class _Result(unittest.TextTestResult):
-    """Leaves a picture of the screen and tells what was on it when a test fails."""
+    """Saves a picture of the screen and prints the windows when a test fails."""
 
     def addFailure(self, test, err):
         super().addFailure(test, err)
-        self._tell(test)
+        self._report(test)
 
     def addError(self, test, err):
         super().addError(test, err)
-        self._tell(test)
+        self._report(test)
 
     def addSubTest(self, test, subtest, err):
         super().addSubTest(test, subtest, err)
         if err:
-            self._tell(test)
+            self._report(test)
 
-    def _tell(self, test):
+    def _report(self, test):
         os.makedirs(_PICTURES, exist_ok=True)
         path = os.path.join(_PICTURES, test.id().removeprefix("__main__.") + ".png")
         try:
             test.screen.picture(path)
             print(f"The screen: {path}", file=sys.stderr)
-        except Exception as error:  # The display may be what has failed.
+        except Exception as error:  # The display itself may have failed.
             print(f"No picture of the screen: {error!r}", file=sys.stderr)
         for run in getattr(test, "opened", ()):
             print(run.described(), file=sys.stderr)
@@ -228,7 +228,7 @@ def _too_long(*_):
 
 
 def main(kind=Session):
-    """Runs the tests of the calling file on a desktop of their own, of that kind."""
+    """Runs the tests of the calling file on a new desktop of that kind."""
     signal.signal(signal.SIGALRM, _too_long)
     signal.alarm(_LIMIT)
     with kind() as session:

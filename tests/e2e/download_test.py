@@ -1,4 +1,4 @@
-"""Options from servers that are good, poor, silent and strange."""
+"""Downloads from good, slow, silent and untrusted servers."""
 
 import io
 import os
@@ -10,16 +10,16 @@ import case
 from case import page, wait_until
 
 _FAILED = "Setup file download failed."
-_AROUND = 106  # What an archive takes beside the bytes of its one file.
+_AROUND = 106  # Length of an archive minus that of its single file.
 
 
 def content(length):
-    """What the file in an archive of that length holds."""
+    """The content of the file in an archive of that length."""
     return b"x" * (length - _AROUND)
 
 
 def archive(length):
-    """An archive of exactly that many bytes, which holds one file "data"."""
+    """An archive of exactly that length with one file, "data"."""
     made = io.BytesIO()
     with zipfile.ZipFile(made, "w") as file:
         file.writestr("data", content(length))
@@ -29,7 +29,7 @@ def archive(length):
 
 class Downloads(case.InstallerTest):
     def certificate(self, name):
-        """Makes a certificate for the loopback address, signed by itself. Gives it and its key."""
+        """Makes a self-signed certificate for the loopback address. Returns its file and key."""
         files = [os.path.join(self.folder, name + end) for end in (".pem", ".key")]
         subprocess.run(["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt",
                         "ec_paramgen_curve:prime256v1", "-nodes", "-days", "2", "-subj",
@@ -39,7 +39,7 @@ class Downloads(case.InstallerTest):
         return files
 
     def open_with(self, options, settings=None, **fields):
-        """Starts an installer and takes it to the downloads: of (caption, address, folder)."""
+        """Starts an installer up to the downloads. `options`: (caption, address, folder)."""
         run = self.open(settings=settings, fInstallOptions=[
             {"caption": caption, "source": source, "folder": folder}
             for caption, source, folder in options], **fields)
@@ -60,12 +60,12 @@ class Downloads(case.InstallerTest):
                 ("Misnamed", f"https://localhost:{safe.server_port}/safe.zip", "both"),
                 ("Safe", f"HTTPS://{safe.address}/safe.zip", "none"))
         run = self.open_with(
-            # The last one comes through a folder of its own into the installed one.
+            # The last one is merged into the installed folder.
             [(caption, address, "" if caption == "Safe" else caption)
              for caption, address, _ in rows], settings={"SSL_CERT_FILE": ours[0]})
-        for caption, _, told in rows:
+        for caption, _, messages_of in rows:
             messages = [_FAILED, "Install failed for option " + caption]
-            run.dismiss(*messages[{"both": 0, "own": 1, "none": 2}[told]:])
+            run.dismiss(*messages[{"both": 0, "own": 1, "none": 2}[messages_of]:])
         self.assert_ends(run)
         self.assertEqual(plain.asked, ["/least.zip", "/moved.zip", "/late.zip"])
         self.assertEqual((strange.met, safe.met, safe.asked), (1, 2, ["/safe.zip"]))
@@ -82,12 +82,12 @@ class Downloads(case.InstallerTest):
         def trickle():
             for at in range(0, len(body), 1000):
                 yield body[at:at + 1000]
-                time.sleep(2.1)  # More than the limit on silence, in all.
+                time.sleep(2.1)  # In total more than the limit on silence.
 
         def fall_silent(request):
             page(body[:9999], promised=len(body))(request)
             begin = time.monotonic()
-            request.rfile.read(1)  # Returns when the other side hangs up.
+            request.rfile.read(1)  # Returns when the client disconnects.
             silence.append(time.monotonic() - begin)
 
         server = self.serve({"/slow.zip": page(trickle(), promised=len(body)),
@@ -101,12 +101,12 @@ class Downloads(case.InstallerTest):
 
         silent.dismiss(_FAILED, "Install failed for option silent")
         self.assert_ends(silent)
-        wait_until(lambda: silence, "the installer to hang up")
+        wait_until(lambda: silence, "the installer to disconnect")
         self.assertTrue(19 < silence[0] < 40, silence)
         self.assertEqual(sorted(os.listdir(self.target)), ["silent", "slow"])
         self.assertEqual(self.installed("silent"), {"read me.txt": b"Hello"})
 
-    def test_window_lives_during_a_slow_download(self):
+    def test_window_repaints_during_a_slow_download(self):
         def trickle():
             while True:
                 yield b"x"
@@ -119,7 +119,7 @@ class Downloads(case.InstallerTest):
         plain = self.screen.rows(*area)
         with self.screen.covered(area):
             self.assertNotEqual(self.screen.rows(*area)[100], plain[100])
-        # Only the program itself can bring back what was covered.
+        # Only the program itself can repaint the covered part.
         wait_until(lambda: self.screen.rows(*area) == plain, "the window to be painted")
         run.click("Quit")
         self.assert_ends(run)

@@ -1,4 +1,4 @@
-"""The ends of a run, the bad ones included: each has status 0, and says what there is to say."""
+"""All ends of a run, failures included: each has status 0 and reports its reason."""
 
 import contextlib
 import os
@@ -16,7 +16,7 @@ from hearing import assert_heard
 
 
 class ManagerThatKeepsNothing(threading.Thread):
-    """A clipboard manager that reports success and takes no text. `asked` is set when it has."""
+    """A clipboard manager that reports success without taking the text, and then sets `asked`."""
 
     def __init__(self, display):
         super().__init__(daemon=True)
@@ -39,13 +39,13 @@ class ManagerThatKeepsNothing(threading.Thread):
             request.requestor.send_event(Xlib.protocol.event.SelectionNotify(
                 time=request.time, requestor=request.requestor, selection=request.selection,
                 target=request.target, property=request.property))
-            # The answer has reached the program before the test goes on.
+            # Ensures that the program has the answer before the test continues.
             self._display.sync()
             self.asked.set()
 
 
 class Endings(case.InstallerTest):
-    def test_asked_to_end(self):
+    def test_requests_to_end(self):
         rows = {"close": lambda run: run.ask_to_close("Install"),
                 "keys": lambda run: run.key("Control_L+q"),
                 **{number.name: lambda run, number=number: run.process.send_signal(number)
@@ -91,7 +91,7 @@ class Endings(case.InstallerTest):
     def test_clipboard_outlives_the_run(self):
         self.install_with_a_text_on_the_clipboard()
 
-    def test_clipboard_outlives_the_run_although_a_manager_only_claims_to_keep_it(self):
+    def test_clipboard_outlives_the_run_with_a_manager_that_keeps_nothing(self):
         asked = ManagerThatKeepsNothing(self.session.display.get_display_name()).asked
         self.install_with_a_text_on_the_clipboard()
         self.assertTrue(asked.wait(30))
@@ -100,7 +100,7 @@ class Endings(case.InstallerTest):
 
 class Faults(case.InstallerTest):
     def assert_reported(self, run, kind):
-        """The program ends with a report of that kind of failure, which can be heard."""
+        """Waits for an accessible report of that kind of failure, and for the end of the run."""
         alert = wait_until(lambda: next((w for w in run.windows() if w.role == "alert"), None),
                            "the report", 30, run.described)
         assert_heard(alert)
@@ -115,7 +115,7 @@ class Faults(case.InstallerTest):
                 os.remove(self.resource(bundle, gone))
                 self.assert_reported(self.open(bundle), "OutOfBounds")
 
-    def test_failure_is_told_in_windows_that_are_heard_and_the_rest_goes_on(self):
+    def test_failure_is_reported_in_accessible_windows_and_the_rest_continues(self):
         case.write_tree(self.folder, {"file": "in the way"})
         run = self.begin(self.open(
             files={"release.txt": "What is new"}, fPostInstallNotes="release.txt",

@@ -1,4 +1,4 @@
-"""Helper programs of a publisher: real scripts, which talk to the installer over the clipboard."""
+"""Helper programs of a publisher: real scripts, which communicate over the clipboard."""
 
 import os
 import pathlib
@@ -8,7 +8,7 @@ import time
 import case
 from case import wait_until
 
-# say TEXT: puts a text on the clipboard. heard: what stands there.
+# say TEXT: sets the text of the clipboard. heard: prints it.
 _SHELL = """say() { printf '%s' "$1" | xclip -selection clipboard -i >/dev/null 2>&1; }
 heard() { xclip -selection clipboard -o 2>/dev/null; }
 """
@@ -17,10 +17,10 @@ heard() { xclip -selection clipboard -o 2>/dev/null; }
 class Helper(case.InstallerTest):
     def setUp(self):
         super().setUp()
-        self.sign = pathlib.Path(self.folder, "sign")  # Of a script to its test.
+        self.sign = pathlib.Path(self.folder, "sign")  # Created by a script for its test.
 
     def program(self, script, name="helper.sh"):
-        """Writes a shell script, from which a setup's folder is one step away."""
+        """Writes a shell script into the parent of the setups' folders."""
         return case.write_script(os.path.join(self.folder, name), _SHELL + script)
 
     def open_with(self, script, field="fExecuteBeforeName", **fields):
@@ -28,7 +28,7 @@ class Helper(case.InstallerTest):
         return self.open(helpers=["../helper.sh"], **{field: "helper.sh"}, **fields)
 
     def quit(self, run):
-        """Once the main window shows, and no other."""
+        """Waits until only the main window is visible, and quits."""
         run.window("Install")
         wait_until(lambda: run.titles() == ["Install"], "one window", 30, run.described)
         run.press("Quit")
@@ -36,13 +36,13 @@ class Helper(case.InstallerTest):
 
 
 class Before(Helper):
-    def test_installer_waits_hidden_and_shows_the_helpers_message(self):
+    def test_installer_waits_hidden_and_shows_the_message(self):
         go = os.path.join(self.folder, "go")
         run = self.open_with(f"say ZephinInstallWait\ntouch '{self.sign}'\n"
                              f"until [ -e '{go}' ]; do sleep 0.1; done\n"
                              "say 'zephininstalldone:All & <b>set</b>'")
         wait_until(self.sign.exists, "the helper to start")
-        # The grace of three seconds, and one look at the clipboard more.
+        # The three seconds for an answer, and one further check of the clipboard.
         limit = time.monotonic() + 5
         wait_until(lambda: run.titles() or time.monotonic() > limit, "the time to pass")
         self.assertEqual(run.titles(), [])
@@ -50,8 +50,8 @@ class Before(Helper):
         run.dismiss("All & <b>set</b>")
         self.quit(run)
 
-    def test_helper_that_is_too_busy_to_answer_is_waited_for(self):
-        # Longer than the grace of three seconds and the time that most programs are busy.
+    def test_busy_helper_is_waited_for(self):
+        # Longer than the three seconds for an answer.
         run = self.open_with(
             "printf ZephinInstallWait | xclip -selection clipboard -i -quiet >/dev/null 2>&1 &\n"
             "until [ \"$(heard)\" = ZephinInstallWait ]; do sleep 0.1; done\n"
@@ -59,7 +59,7 @@ class Before(Helper):
         run.dismiss("All set")
         self.quit(run)
 
-    def test_clipboard_taken_while_a_helper_works(self):
+    def test_clipboard_replaced_while_a_helper_works(self):
         for text in ("what a user has copied", "", "x" * 5000000):
             with self.subTest(text[:30]):
                 run = self.open_with(f"say ZephinInstallWait\ntouch '{self.sign}'\nexec sleep 1000")

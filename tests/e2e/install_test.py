@@ -1,11 +1,11 @@
-"""Whole installs, from the first click to the folder on disk, and the ways out of the middle."""
+"""Complete installs, from the first click to the folder on disk, and runs that are stopped."""
 
 import os
 import subprocess
 
 import case
 
-# Every page and question that comes between the click on Install and the end.
+# Every page and question between the click on Install and the end.
 EVERYTHING = {
     "files": {"notes.txt": "Read this first", "agreement.html": "<html><p>Be kind</p></html>",
               "release.txt": "What is new", "light": {"light.css": "white"},
@@ -19,7 +19,7 @@ EVERYTHING = {
     "fInstallOptions": [{"caption": "Maps", "source": "maps", "folder": "Maps"},
                         {"caption": "Songs", "source": "songs"}],
 }
-# With the second choice and the first option.
+# The result of the second choice and the first option.
 INSTALLED = {"read me.txt": b"Hello", "deep": {"er": {"note": b"x" * 500}},
              "Themes": {"dark.css": b"black"}, "Maps": {"map.txt": b"here"}}
 NOTES = {"files": {"release.txt": "What is new"}, "fPostInstallNotes": "release.txt"}
@@ -29,10 +29,10 @@ class WholeInstall(case.InstallerTest):
     def assert_installed(self, run):
         self.assert_ends(run)
         self.assertEqual(self.installed(), INSTALLED)
-        self.assertEqual(os.listdir(self.target), ["Tool"], "nothing else is left beside it")
+        self.assertEqual(os.listdir(self.target), ["Tool"], "no other items are beside it")
         self.assert_opens(run, "http://tool.example/done")
 
-    def test_by_keyboard_alone(self):
+    def test_by_keyboard_only(self):
         run = self.open(**EVERYTHING)
         for title in ("Install", "Pre-Installation Notes", "License Agreement"):
             run.window(title)
@@ -80,14 +80,14 @@ class OtherWays(case.InstallerTest):
                 run.wait_for_bar()
                 leave(run)
                 self.assert_ends(run)
-                # Nothing is cleaned up: the next run does that.
+                # Nothing is cleaned up. The next run does that.
                 self.assertTrue(os.path.exists(os.path.join(self.target, "Tool.zip")))
 
     def test_install_clicked_again_during_the_wait_goes_through_the_flow_once_more(self):
         run = self.begin(self.open(**case.LONG))
         run.find("Progress", "progress bar")
         run.click("Install")
-        # The name of the folder is a whole path by now, which leads nowhere below the second one.
+        # The folder's name is now an absolute path, which does not exist below the second folder.
         self.choose_folder(run, self.folder)
         run.dismiss("Installation Failed")
         self.assert_ends(run)

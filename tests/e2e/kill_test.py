@@ -1,5 +1,5 @@
-"""A run that is killed at any moment after the click on Install: the next one over what is left
-must install right, also while the expander of the killed one is still at work."""
+"""Runs that are killed at any time after the click on Install. The next run over the remains must
+install correctly, even while the expander of the killed run is still working."""
 
 import glob
 import os
@@ -10,19 +10,19 @@ import time
 
 import case
 
-# What a run is killed after, in seconds: the click, or the first sight of what it makes. Most of
-# its work takes milliseconds, so most moments lie there and not in the waits between.
+# When a run is killed: an event and a delay in seconds. Most of its work takes milliseconds, so
+# most times are there and not in the waits between.
 _OVER_INSTALLED = [("click", 0.05 + step / 80) for step in range(20)]
 _AFRESH = ([("archive", step / 500) for step in range(10)]
            + [("folder", step / 200) for step in range(10)]
            + [("click", 0.4 + step / 5) for step in range(6)]
            + [("archive gone", 0), ("archive gone", 0.5)])
-# When an expander that outlived its run comes back to life, after the next run's click.
+# When an expander that outlived its run continues, in seconds after the next run's click.
 _REVIVALS = [0.05, 0.12, 0.15, 0.2, 0.5, 1.15, 1.3, 1.5]
 
-_LANES = 3  # Runs at the same time: they spend most of theirs waiting.
+_LANES = 3  # Runs at the same time: they mostly wait.
 _LONGEST = 120
-_ATTEMPTS = 12  # To see an expander at work, which is soon done.
+_ATTEMPTS = 12  # To find an expander before it has finished.
 
 _PAYLOAD = {f"folder {number}": {f"file {i}": os.urandom(1000 + 37 * i) for i in range(50)}
             for number in range(20)}
@@ -30,7 +30,7 @@ _FILES = sum(len(files) for files in _PAYLOAD.values())
 
 
 def expander_of(archive):
-    """The process that expands that archive, or None."""
+    """The id of the process that expands that archive, or None."""
     return case.descendant_where(
         lambda words: archive in words and words[0].endswith("expand_beside"))
 
@@ -40,7 +40,7 @@ def files_in(folder):
 
 
 class Lane:
-    """Runs of one installer, one after the other, killed ones and whole ones."""
+    """A sequence of runs of one installer, killed ones and complete ones."""
 
     def __init__(self, test, number):
         self.test = test
@@ -65,7 +65,7 @@ class Lane:
         return run
 
     def wait_for(self, condition, run):
-        """In the thread that kills: what the condition gives once it holds, or the run is over."""
+        """For the killing thread: waits for the condition or the end of the run."""
         while not (found := condition()) and run.runs():
             time.sleep(0.0002)
         return found
@@ -80,7 +80,7 @@ class Lane:
         run.process.kill()
 
     def freeze(self, run, caught):
-        """Stops the expander in the middle of its work, and kills the run."""
+        """Stops the expander during its work and kills the run."""
         expander = self.wait_for(lambda: expander_of(self.archive), run)
         try:
             while expander and not caught and files_in(self.target) < _FILES:
@@ -102,25 +102,25 @@ class Lane:
             yield
         self.killed += run.process.returncode == -signal.SIGKILL
 
-    def whole_run(self, told, revive=None):
-        """`revive`: (seconds after the click, a stopped process)."""
+    def whole_run(self, event, revive=None):
+        """A run to the end. `revive`: (seconds after the click, a stopped process)."""
         run = self.start()
         begin = time.monotonic()
         if revive:
             threading.Timer(revive[0], os.kill, (revive[1], signal.SIGCONT)).start()
         while run.runs():
             if time.monotonic() > begin + _LONGEST:
-                self.test.fail(f"after {told} the next run does not end")
+                self.test.fail(f"after {event} the next run does not end")
             yield
-        self.test.assertEqual(run.status(), 0, told)
+        self.test.assertEqual(run.status(), 0, event)
         while expander_of(self.archive):
             if time.monotonic() > begin + _LONGEST:
-                self.test.fail(f"after {told} an expander does not end")
+                self.test.fail(f"after {event} an expander does not end")
             yield
-        self.test.assertEqual(glob.glob(self.target + "*"), [self.target], told)
-        # Not assertEqual, which would print megabytes.
+        self.test.assertEqual(glob.glob(self.target + "*"), [self.target], event)
+        # assertEqual would print megabytes.
         self.test.assertTrue(case.read_tree(self.target) == _PAYLOAD,
-                             f"after {told}: {files_in(self.target)} files")
+                             f"after {event}: {files_in(self.target)} files")
 
     def killed_at(self, moments, afresh):
         for moment in moments:
@@ -145,7 +145,7 @@ class Lane:
 
 class Killed(case.InstallerTest):
     def run_lanes(self, works):
-        """Goes on with one work and then with another, until all are done."""
+        """Runs the generators by turns until all have ended."""
         works = list(works)
         while works:
             for work in list(works):
@@ -160,7 +160,7 @@ class Killed(case.InstallerTest):
     def kills(self, moments, afresh):
         self.run_lanes(lane.killed_at(moments[number::_LANES], afresh)
                        for number, lane in enumerate(self.lanes))
-        # A machine that is slow may not come to see the last of them.
+        # A slow machine may miss the last of them.
         self.assertGreaterEqual(sum(lane.killed for lane in self.lanes), len(moments) - 2)
 
     def test_over_an_installed_folder(self):

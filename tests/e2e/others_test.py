@@ -1,5 +1,5 @@
-"""What others do to the disk while an installer is at work: it goes on, or Quit ends it, and
-nothing of it stays in the way of the next one."""
+"""Changes to the disk by other programs during an install. The run continues and ends, and the next
+one succeeds."""
 
 import os
 import shutil
@@ -10,7 +10,7 @@ from case import wait_until
 
 class Others(case.InstallerTest):
     def begin_to_expand(self, bundle):
-        """Starts an install. The bar has begun to fill when this returns."""
+        """Starts an install and waits until the bar begins to fill."""
         run = self.begin(self.open(bundle))
         run.wait_for_bar()
         return run
@@ -36,14 +36,14 @@ class Others(case.InstallerTest):
         for run in [self.begin_to_expand(bundle), self.begin(self.open(bundle))]:
             def is_over(run=run):
                 for button in run.controls("OK", "push button"):
-                    button.press()  # Whatever it has told.
+                    button.press()  # Of any message.
                 return not run.runs()
             wait_until(is_over, "the end", 60, run.described)
             self.assert_ends(run)
         self.assertNotIn("Tool.zip", os.listdir(self.target))
         self.assert_next_is_whole(bundle)
 
-    def test_folders_taken_away_while_the_bar_fills(self):
+    def test_folders_deleted_while_the_bar_fills(self):
         bundle = self.bundle(**case.LONG)
         installed = os.path.join(self.target, "Tool")
         for gone in (installed, self.target):

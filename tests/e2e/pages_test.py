@@ -1,5 +1,4 @@
-"""The windows and pages before the install: where things stand, what they say, what answers them
-and what doesn't."""
+"""The windows and pages before the install: layout, texts, and the input that answers them."""
 
 import os
 
@@ -20,7 +19,7 @@ class Answers(case.InstallerTest):
         self.assertEqual((os.listdir(self.target), run.opened()), ([], []))
 
     def settle(self, run):
-        """Returns when the program has taken all that was sent to it."""
+        """Waits until the program has handled all input so far."""
         before = wait_until(run.focused, "a focus", 30, run.described)
         run.key("Tab")
         wait_until(lambda: run.focused() not in (before, None), "the focus to move", 30,
@@ -60,7 +59,7 @@ class Answers(case.InstallerTest):
                     self.settle(run)
                     self.assertEqual(run.titles(), ["Install", "License Agreement"])
 
-    def test_window_managers_close_answers_no_page(self):
+    def test_close_from_the_window_manager_answers_no_page(self):
         run = self.open(**{**AGREEMENT["web"], **CHOICES,
                            "files": {**AGREEMENT["web"]["files"], **CHOICES["files"]}})
         run.click("Install")
@@ -72,25 +71,25 @@ class Answers(case.InstallerTest):
             run.click(button, within=window)
         run.find("Directory:", "text")
 
-    def test_info_page_opens_again_and_again(self):
+    def test_info_page_opens_repeatedly(self):
         run = self.open(files={"about.txt": "About"}, fInfo="about.txt")
         for _ in range(3):
             run.click("Info")
             page = run.window("Information")
             self.assertEqual(run.controls("Quit", within=page), [])
-            # Escape is the hidden button's.
+            # Escape belongs to the hidden button.
             run.key("Escape")
             self.settle(run)
             run.click("OK", within=page)
-            wait_until(lambda: run.titles() == ["Install"], "the page to go")
+            wait_until(lambda: run.titles() == ["Install"], "the page to close")
         self.assertTrue(run.runs())
 
 
 class Looks(case.InstallerTest):
-    # Markup, mnemonics and scripts of every direction.
+    # Markup, mnemonics and scripts in both directions.
     ODD = "Café & <b>Bar</b> &amp; &x _y 日本 עברית हिन्दी"
 
-    def test_texts_show_letter_for_letter(self):
+    def test_texts_are_shown_without_markup(self):
         run = self.open(
             files={"page.txt": self.ODD, "a": {"a": "a"}}, fWindowTitle=self.ODD, fMessage=self.ODD,
             fCopyright=self.ODD, fURLDisplayed=self.ODD, fAgreement="page.txt",
@@ -110,7 +109,7 @@ class Looks(case.InstallerTest):
         self.assertIn("checked", row.states)
 
     def assert_laid_out(self, run, window, width, height, places):
-        """A window comes to that size. `places`: (left, top, width, height) by name and role."""
+        """Waits for the window's size. `places`: (left, top, width, height) by name and role."""
         wait_until(lambda: run.place_at_rest(window)[2:] == (width, height),
                    f"the window to be {width} x {height}", 30, run.described)
         left, top, _, _ = run.place_at_rest(window)

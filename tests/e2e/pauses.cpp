@@ -1,5 +1,5 @@
-// Loaded into the program before its own libraries: measures how long the program's first thread is
-// away from its event loop, and tells the test in a file that both map.
+// Preloaded into the program. Measures how long the main thread is away from its event loop, and
+// reports it to the test in a file that both map.
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -16,27 +16,27 @@ struct pollfd;
 
 namespace {
 
-/// What the file holds. Times are nanoseconds.
-struct Told {
-  std::uint64_t looks;  ///< At the event loop.
-  /// The longest pause, without the time for which the system let others run.
+/// The contents of the file. Times are in nanoseconds.
+struct Record {
+  std::uint64_t looks;  ///< Number of iterations of the event loop.
+  /// The longest pause, without the time in which the thread waited for a processor.
   std::uint64_t longest;
 };
 
-/// A moment, and how long this thread has waited for a processor until then.
+/// A time, and how long this thread has waited for a processor until then.
 struct Moment {
   std::uint64_t wall = 0;
   std::uint64_t queued = 0;
 };
 
-// Neither the file nor the descriptor is ever given back: the process may end at any moment.
-Told* told = nullptr;
+// The mapping and the descriptor are never released, since the process may end at any time.
+Record* record = nullptr;
 int statistics = -1;
 Moment since;
 bool pollIsDue = false;
 
 bool Watched() {
-  return told != nullptr && gettid() == getpid();
+  return record != nullptr && gettid() == getpid();
 }
 
 Moment Now() {
@@ -63,7 +63,7 @@ void BeginPause() {
 void EndPause() {
   const Moment now = Now();
   const std::uint64_t wall = now.wall - since.wall;
-  told->longest = std::max(told->longest, wall - std::min(wall, now.queued - since.queued));
+  record->longest = std::max(record->longest, wall - std::min(wall, now.queued - since.queued));
 }
 
 template <class Function>
@@ -75,31 +75,31 @@ Function* Next(const char* name) {
 [[gnu::constructor]] void Start() {
   const char* path = std::getenv("RECORD_OF_PAUSES");
   const int file = path == nullptr ? -1 : open(path, O_RDWR | O_CLOEXEC);
-  // What this program starts is none of the test's business.
+  // Programs that this one starts are not measured.
   unsetenv("RECORD_OF_PAUSES");
   unsetenv("LD_PRELOAD");
   if (file < 0) {
     return;
   }
   statistics = open("/proc/thread-self/schedstat", O_RDONLY | O_CLOEXEC);
-  void* shared = mmap(nullptr, sizeof(Told), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+  void* shared = mmap(nullptr, sizeof(Record), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
   close(file);
   if (shared != MAP_FAILED) {
     BeginPause();
-    told = static_cast<Told*>(shared);
+    record = static_cast<Record*>(shared);
   }
 }
 
 }  // namespace
 
-// A look at the event loop: the toolkit stands on this one.
+// One iteration of the event loop: the toolkit is built on this function.
 extern "C" int g_main_context_iteration(void* context, int mayBlock) {
   static auto* const next = Next<int(void*, int)>("g_main_context_iteration");
   if (!Watched()) {
     return next(context, mayBlock);
   }
   EndPause();
-  ++told->looks;
+  ++record->looks;
   pollIsDue = true;
   const int result = next(context, mayBlock);
   pollIsDue = false;
@@ -107,7 +107,7 @@ extern "C" int g_main_context_iteration(void* context, int mayBlock) {
   return result;
 }
 
-// In a look, the wait for an event; what is done with the event comes behind it.
+// The wait for an event in an iteration. The event is handled after it.
 extern "C" int poll(pollfd* files, unsigned long count, int milliseconds) {
   static auto* const next = Next<int(pollfd*, unsigned long, int)>("poll");
   const int result = next(files, count, milliseconds);

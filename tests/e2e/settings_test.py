@@ -1,5 +1,5 @@
-"""What the user's session says to other programs of the same toolkit changes nothing here, and the
-bundle stays as it was made."""
+"""Settings of the user's session for other programs of the same toolkit have no effect, and the
+bundle is never changed."""
 
 import os
 import pathlib
@@ -14,7 +14,7 @@ from case import wait_until
 WHITE = (255, 255, 255)
 BLUE = (0, 0, 255)
 
-# Each would keep the window from showing, or show it otherwise, in a program that follows it.
+# A program that obeys one of these shows no window, or a different one.
 STRAY = {
     "plug-ins of others": {"QT_PLUGIN_PATH": "{junk}", "QT_QPA_PLATFORM_PLUGIN_PATH": "{junk}"},
     "libraries of others": {"LD_LIBRARY_PATH": "{junk}"},
@@ -37,15 +37,15 @@ ForegroundNormal=240,240,240
 font=DejaVu Sans,24,-1,5,50,0,0,0,0,0
 """
 
-# Of the right names, but no plug-ins and no libraries.
+# Files with the names of plug-ins and libraries, but invalid contents.
 JUNK = dict.fromkeys(("libQt6Core.so.6", "libxcb.so.1", "libcrypto.so.3", "libqxcb.so",
                       "libqwayland.so"), "junk")
 
 
 class Settings(case.InstallerTest):
     def start(self, bundle, settings):
-        """Starts a bundle. Gives the run and where its window has come to rest."""
-        # Where it was, the pointer would light up a button.
+        """Starts a bundle. Returns the run and the final area of its window."""
+        # Elsewhere the pointer might highlight a button.
         self.screen.move_to(0, 0)
         run = self.open(bundle, settings)
         run.wait_for_focus("Install")
@@ -87,15 +87,15 @@ class Settings(case.InstallerTest):
                 wait_until(lambda: self.screen.colours(*place) == {WHITE}, "white")
                 self.stop(run)
 
-    def test_folders_are_in_the_order_of_the_users_language(self):
+    def test_folders_are_sorted_by_the_rules_of_the_language(self):
         names = ["Zebra", "Ägg", "Apple", "file 10", "file 9"]
-        # The dialog opens where the bundle lies.
+        # The dialog opens in the folder of the bundle.
         case.write_tree(self.folder, dict.fromkeys(names, {}))
         locales = os.path.join(self.folder, "user", "locales")
         os.makedirs(locales)
         for language, order in (("sv_SE", ["Apple", "file 9", "file 10", "Zebra", "Ägg"]),
                                 ("de_DE", ["Ägg", "Apple", "file 9", "file 10", "Zebra"]),
-                                # One that the system doesn't have.
+                                # The system does not have this one.
                                 ("pl_PL", ["Apple", "file 9", "file 10", "Zebra", "Ägg"])):
             with self.subTest(language):
                 locale = language + ".UTF-8"
@@ -114,12 +114,12 @@ class Settings(case.InstallerTest):
 class Places(case.InstallerTest):
     @staticmethod
     def listing(folder):
-        """The size and time of each file and folder there."""
+        """The size and time of each file and folder below `folder`."""
         states = {os.path.join(place, name): os.lstat(os.path.join(place, name))
                   for place, folders, files in os.walk(folder) for name in folders + files}
         return {path: (state.st_size, state.st_mtime_ns) for path, state in states.items()}
 
-    def test_installs_from_a_path_of_any_letters_that_nobody_can_write_to(self):
+    def test_installs_from_a_read_only_path_with_any_characters(self):
         plain = self.bundle()
         for name in ("it's $(x) \"a\" : ; \\ é 日本", "line\nfeed"):
             with self.subTest(name):
@@ -132,12 +132,12 @@ class Places(case.InstallerTest):
                 self.assertEqual(self.installed(), {"read me.txt": b"Hello"})
                 self.assertEqual(self.listing(bundle), before)
                 left = set(os.listdir(run.home)) - {os.path.relpath(run.applications, run.home)}
-                self.assertEqual(left, set(), "left in the user's home")
+                self.assertEqual(left, set(), "the user's home is unchanged")
                 shutil.rmtree(os.path.join(self.target, "Tool"))
 
-    def test_installs_from_a_disk_that_nothing_can_write_to(self):
+    def test_installs_from_a_read_only_disk(self):
         bundle = self.bundle()
-        # Root, too, is refused there, which rights alone don't do.
+        # Unlike rights, this also refuses root.
         script = ('mount --bind "$1" "$1" && mount -o remount,bind,ro "$1" && ! touch "$1/x" 2>&- '
                   '&& exec "$2"')
         own = ["unshare", "--mount", *(() if os.geteuid() == 0 else ("--user", "--map-root-user"))]
@@ -150,14 +150,14 @@ class Places(case.InstallerTest):
         self.install(run)
         self.assertEqual(self.installed(), {"read me.txt": b"Hello"})
 
-    def test_downloads_from_a_host_of_other_letters_than_asciis(self):
+    def test_downloads_from_an_international_host_name(self):
         hosts = []
 
         def send_songs(request):
             hosts.append(request.headers["Host"])
             case.page(pathlib.Path(self.folder, "a.zip").read_bytes())(request)
         port = self.serve({"/a.zip": send_songs}).server_port
-        # A name with that end is this machine's.
+        # Names with that end resolve to this machine.
         run = self.open(files={"songs": {"a": os.urandom(20000)}}, fInstallOptions=[
             {"caption": "Songs", "source": f"http://bücher.localhost:{port}/a.zip",
              "content": "songs"}])
@@ -165,7 +165,7 @@ class Places(case.InstallerTest):
         self.assertEqual(hosts, [f"xn--bcher-kva.localhost:{port}"])
         self.assertIn("a", self.installed())
 
-    def test_desktop_entry_starts_the_bundle_wherever_both_are(self):
+    def test_desktop_entry_starts_the_bundle_after_a_move(self):
         bundle = self.bundle()
         folder = os.path.join(self.folder, "moved to $HOME's \"place\" é")
         os.mkdir(folder)

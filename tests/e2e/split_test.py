@@ -1,4 +1,4 @@
-"""A setup that is cut into pieces: it runs on from a copy, so that its disc can be taken out."""
+"""A setup in several pieces. It continues from a copy, so that its disc can be removed."""
 
 import glob
 import os
@@ -11,7 +11,7 @@ _REFUSAL = "Drag the installer out of the Downloads folder before running it."
 
 class Relocation(case.InstallerTest):
     def copy_of(self, bundle):
-        """Waits for the process of the copy and gives its id and the path of its program."""
+        """Waits for the process of the copy. Returns its id and the path of its program."""
         temporary = os.path.join(self.folder, "user", "tmp", f"zephin-{os.getuid()}")
 
         def is_copy(words):
@@ -25,7 +25,7 @@ class Relocation(case.InstallerTest):
     def pieces(self):
         return sorted(os.path.basename(path) for path in glob.glob(self.folder + "/Data#*"))
 
-    def test_first_process_comes_to_its_end_and_the_copy_refuses(self):
+    def test_first_process_ends_and_the_copy_refuses(self):
         bundle = self.bundle(files={"release.txt": "What is new"}, pieceSize=400,
                              payload={"noise": os.urandom(1500)}, fPostInstallNotes="release.txt",
                              fCompletionURL="http://tool.example/done")
@@ -45,7 +45,7 @@ class Relocation(case.InstallerTest):
         self.assert_ends(run)
         self.assert_opens(run, "http://tool.example/done")
 
-        # The copy outlives the first process, and is an orphan of this one by now.
+        # The copy outlives the first process and is now a child of this one.
         copy.press("OK")
         ended, status = wait_until(lambda: next(
             (end for end in [os.waitpid(process, os.WNOHANG)] if end[0]), None),

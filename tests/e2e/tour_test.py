@@ -1,4 +1,4 @@
-"""The sample setups, which show every feature, gone through as the demo does."""
+"""The sample setups, which use every feature, clicked through as in the demo."""
 
 import os
 import pathlib
@@ -10,7 +10,7 @@ from walkthrough import Walk
 
 
 class ListeningWalk(Walk):
-    """Hears each window as a screen reader's user does."""
+    """Checks each window as a screen reader finds it."""
 
     def __init__(self, *arguments):
         super().__init__(*arguments)
@@ -51,7 +51,7 @@ class Tour(case.InstallerTest):
             self.assertIn(name, installed)
         self.assertEqual((aside / "zephin-tour-system.txt").read_bytes(),
                          pathlib.Path("/etc/os-release").read_bytes())
-        # The option that adds to the folder comes later.
+        # The option that adds to the folder is installed later.
         self.assertCountEqual(os.listdir(aside / "zephin-tour/Templates"),
                               ["Meeting.md", "Journal.md"])
         for name in ("Quick start.md", "juniper.cfg", "welcome.txt"):

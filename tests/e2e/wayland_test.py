@@ -1,4 +1,4 @@
-"""Desktops of Wayland, which show windows of X through a server of their own."""
+"""Wayland desktops, which show X windows through XWayland."""
 
 import os
 import pathlib
@@ -15,7 +15,7 @@ class Wayland(case.InstallerTest):
                 run = self.open(settings={"QT_QPA_PLATFORM": platform} if platform else None,
                                 files={"notes.html": "<html>Read</html>"},
                                 fPreInstallNotes="notes.html")
-                # Of the toolkit's plug-ins, only the one for the window system in use is loaded.
+                # The toolkit loads only the plug-in of the window system in use.
                 loaded = pathlib.Path(f"/proc/{run.id}/maps").read_text(encoding="utf-8")
                 self.assertRegex(loaded, "/libqxcb.so")
                 self.assertNotRegex(loaded, "/libqwayland")

@@ -25,7 +25,7 @@ struct Calls {
 Calls calls;
 std::mutex mutex;  // Archives are expanded by several threads.
 
-/// Counts a call, and says whether it fails. One that concerns nothing on a disk isn't counted.
+/// Counts a call and returns whether it fails. Calls without a file on a disk are not counted.
 bool Fails(const std::string& call, std::string path, Room room) {
   const std::lock_guard lock(mutex);
   if (calls.tried == nullptr || path.empty() ||
@@ -62,8 +62,8 @@ std::string FileOnDisk(int file) {
   return fstat(file, &state) == 0 && S_ISREG(state.st_mode) ? PathOf(file) : "";
 }
 
-// The linker's option --wrap leads the calls of NAME to __wrap_NAME, and calls of __real_NAME to
-// NAME. NOLINTBEGIN: names and forms are those of the linker and of the C library.
+// The linker's option --wrap redirects calls of NAME to __wrap_NAME, and calls of __real_NAME to
+// NAME. NOLINTBEGIN: the linker and the C library fix these names and forms.
 
 #define WRAPPED(result, name, parameters, arguments, what, room)    \
   extern "C" result __real_##name parameters;                       \
@@ -91,8 +91,8 @@ WRAPPED(ssize_t, write, (int file, const void* bytes, size_t count), (file, byte
 WRAPPED(ssize_t, copy_file_range,
         (int from, off64_t* fromPlace, int to, off64_t* toPlace, size_t count, unsigned flags),
         (from, fromPlace, to, toPlace, count, flags), PathOf(to), Room::Takes)
-// These two are called with a mode only where they make a file. Without it, whatever stands in its
-// place is passed on, and not looked at.
+// Callers pass a mode to these two only when they create a file. Otherwise the argument is
+// undefined: it is passed on and not used.
 WRAPPED(int, open, (const char* path, int flags, mode_t mode), (path, flags, mode),
         (flags & O_CREAT) != 0 ? path : "", Room::Takes)
 WRAPPED(int, openat, (int folder, const char* path, int flags, mode_t mode),

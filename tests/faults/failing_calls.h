@@ -8,17 +8,17 @@ namespace zephin::test {
 
 /// Which calls fail.
 enum class Failing {
-  One,     ///< One call, once, whatever it is: a disk with a fault.
-  Growing  ///< From one on, all that take room: a disk that is full. What frees room works.
+  One,     ///< One call, once: a disk with a fault.
+  Growing  ///< From one call on, all that need space: a full disk. Freeing space works.
 };
 
 /// How often each call has been made, by "mkdir path".
 using CallCounts = std::map<std::string, int>;
 
-/// While it lives, the first call by which this program changes a disk fails that isn't in `tried`
-/// yet, and is added to it; run after run, each call fails so, whatever the order in which threads
-/// come to theirs. Only calls of this project's own code count, and none on pipes or sockets. The
-/// linker leads them here, so it works in the program that is linked so and in no other.
+/// During its life, fails the first call by this program that changes a disk and is not yet in
+/// `tried`, and adds it there. In repeated runs every call fails once, whatever the order of the
+/// threads. Only calls from this project's own code count, and none on pipes or sockets. The linker
+/// redirects the calls (see CMakeLists.txt).
 class FailingCalls {
  public:
   /// Paths below `root` are named from there.

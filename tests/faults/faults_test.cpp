@@ -11,12 +11,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What has become of a machine.
+/// The state of a machine after a run.
 struct Outcome {
   Contents tree;
-  std::vector<std::string> told;
+  std::vector<std::string> reported;
 
-  /// Whether all of `whole` is there. More may be: what is left of something that failed.
+  /// Whether all items of `whole` exist. A failed step may leave further items.
   bool Has(const Outcome& whole) const { return std::ranges::includes(tree, whole.tree); }
 };
 
@@ -28,24 +28,23 @@ class Faults : public testing::TestWithParam<Work> {
     run.BareWindow();
     GetParam().prepare(run);
   }
-  /// Does the work once. No fault of the disk is one of the program: nothing is raised, and the
-  /// work comes to its end.
+  /// Does the work once. A fault of the disk raises no exception, and the work always ends.
   static Outcome Do(StubRun& run) {
-    run.desktop.told.clear();
+    run.desktop.reported.clear();
     EXPECT_EQ(run.Call([&] { GetParam().act(run, run.BareWindow()); }), -1);
     EXPECT_EQ(run.desktop.failures, std::vector<std::string>());
-    return {Tree(PlaceOf(run)), run.desktop.told};
+    return {Tree(PlaceOf(run)), run.desktop.reported};
   }
   static Outcome DoWhole() {
     StubRun run;
     Prepare(run);
     Outcome whole = Do(run);
-    EXPECT_EQ(whole.told, std::vector<std::string>());
+    EXPECT_EQ(whole.reported, std::vector<std::string>());
     return whole;
   }
 };
 
-TEST_P(Faults, WhateverCallFailsTheWorkEndsAndReportsAndTheNextOneIsWhole) {
+TEST_P(Faults, AfterAnyFailedCallTheRunEndsReportsAndTheNextRunIsComplete) {
   const Outcome whole = DoWhole();
   std::set<std::string> silent;
   for (const Failing which : {Failing::One, Failing::Growing}) {
@@ -60,7 +59,7 @@ TEST_P(Faults, WhateverCallFailsTheWorkEndsAndReportsAndTheNextOneIsWhole) {
       failed = !call.empty();
       SCOPED_TRACE(call + (which == Failing::One ? ", once" : ", and all behind it"));
       EXPECT_FALSE(outcome.tree.contains("Tool.zip") && GetParam().name != "Split");
-      if (which == Failing::One && !outcome.Has(whole) && outcome.told.empty()) {
+      if (which == Failing::One && !outcome.Has(whole) && outcome.reported.empty()) {
         silent.insert(call);
       }
       if (which == Failing::Growing) {
@@ -68,7 +67,7 @@ TEST_P(Faults, WhateverCallFailsTheWorkEndsAndReportsAndTheNextOneIsWhole) {
         fs::remove_all(PlaceOf(run) / "pre");
         const Outcome next = Do(run);
         EXPECT_TRUE(next.Has(whole));
-        EXPECT_EQ(next.told, std::vector<std::string>());
+        EXPECT_EQ(next.reported, std::vector<std::string>());
       }
     }
     EXPECT_GT(tried.size(), 1U) << "the calls aren't led to where they fail";

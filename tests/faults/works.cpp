@@ -22,7 +22,7 @@ void MakeArchive(const fs::path& archive, const std::string& content) {
   make_setup::ZipFolder(folder.Path(), archive);
 }
 
-/// Over an installed folder, with a copy list, a choice and an option.
+/// An install over an existing folder, with a copy list, a choice and an option.
 Work Install() {
   return {"Install",
           [](StubRun& run) {

@@ -11,15 +11,15 @@
 
 namespace zephin::test {
 
-/// Something that installers do to a disk, on a machine of its own. What it makes lies in the
-/// scratch folder's "Place".
+/// One kind of installation that changes a disk, on its own machine. It writes into the folder
+/// "Place" of the scratch folder.
 struct Work {
   std::string name;
   std::function<void(StubRun&)> prepare;
   std::function<void(StubRun&, ZephinStubWindow&)> act;
-  /// The calls of which one may fail, and something be missing then, without a word to the user:
-  /// the expansion of the main payload gives no sign, and neither do copies before the install,
-  /// files in a folder of the copy list, what is placed item by item, and the unscrambling.
+  /// The calls whose failure leaves items missing without a message. Silent are the expansion of
+  /// the main payload, copies before the install, files in a folder of the copy list, the placing
+  /// of single items, and the unscrambling.
   std::set<std::string> silent;
 };
 

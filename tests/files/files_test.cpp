@@ -18,7 +18,7 @@ using Expected = std::map<std::string, std::string>;
 class Files : public testing::Test {
  protected:
   Files() { run.BareWindow(); }
-  /// What is copied, and what stands at the places to copy to.
+  /// Creates the sources of the copies and the items at their destinations.
   void Reset() const {
     fs::remove_all(base);
     WriteFile(base / "new", "new");
@@ -29,7 +29,8 @@ class Files : public testing::Test {
     fs::create_symlink("full", base / "alias");
   }
   String At(const std::string& name) const { return Utf8(base / name); }
-  /// The answer, and what then stands at the place: a file's content, or "/" and a folder's names.
+  /// The result of a call and the item at its destination afterwards: the content of a file, or "/"
+  /// before each name in a folder.
   std::string Outcome(bool answer, const std::string& place) const {
     std::string outcome = answer ? "yes " : "no ";
     if (!fs::is_directory(base / place)) {
@@ -45,8 +46,8 @@ class Files : public testing::Test {
   const fs::path base = run.scratch / "files";
 };
 
-TEST_F(Files, CopyMeetsWhatStandsAtTheDestination) {
-  // From, to, what the tolerant form does and the strict one.
+TEST_F(Files, CopyOntoAnExistingItem) {
+  // Source, destination, outcome of the tolerant copy and of the strict one.
   const std::vector<std::array<const char*, 4>> rows{
       {"new", "none", "yes new", "yes new"},
       {"new", "file", "yes new", "yes new"},
@@ -56,7 +57,7 @@ TEST_F(Files, CopyMeetsWhatStandsAtTheDestination) {
       {"folder", "none", "yes /new", "yes /new"},
       {"folder", "file", "yes /new", "yes /new"},
       {"folder", "alias", "yes /new", "yes /new"},
-      // What is in the way of the tolerant form is copied into: both lengths are 0.
+      // The tolerant copy continues into an existing folder, since both lengths are 0.
       {"folder", "full", "yes /new/old", "yes /new"},
   };
   for (const auto& [source, place, tolerant, strict] : rows) {
@@ -67,7 +68,7 @@ TEST_F(Files, CopyMeetsWhatStandsAtTheDestination) {
   }
 }
 
-TEST_F(Files, RenameReplacesAFileAndSaysYesToAMoveThatFails) {
+TEST_F(Files, RenameReplacesAFileAndReturnsTrueForAFailedMove) {
   const std::vector<std::array<const char*, 3>> rows{
       {"file", "FILE", "no none"},  {"none", "file", "no old"},     {"file", "other", "yes old"},
       {"file", "empty", "yes old"}, {"alias", "other", "yes /old"}, {"file", "full", "yes /old"},
@@ -79,7 +80,7 @@ TEST_F(Files, RenameReplacesAFileAndSaysYesToAMoveThatFails) {
   EXPECT_FALSE(RenameFile(At("file"), "relative"));
 }
 
-TEST_F(Files, CopyFailsWithoutASourceAPlaceOrRoom) {
+TEST_F(Files, CopyFailsWithoutSourceFolderOrSpace) {
   Reset();
   const auto before = Tree(base);
   for (const auto copy : {CopyFile, CopyFileB}) {
@@ -92,7 +93,7 @@ TEST_F(Files, CopyFailsWithoutASourceAPlaceOrRoom) {
   EXPECT_EQ(Tree(base), before);
 }
 
-TEST_F(Files, OnlyTheTolerantCopyForgivesAnErrorIfTheLengthsAgree) {
+TEST_F(Files, OnlyTheTolerantCopyIgnoresAnErrorIfLengthsAreEqual) {
   WriteFile(base / "new", "new");
   WriteFile(base / "locked/file", "old");
   fs::permissions(base / "locked", fs::perms(0555));
@@ -102,7 +103,7 @@ TEST_F(Files, OnlyTheTolerantCopyForgivesAnErrorIfTheLengthsAgree) {
   EXPECT_EQ(ReadFile(base / "locked/file"), "old");
 }
 
-TEST_F(Files, CopyMergesAndBringsWhatAliasesPointTo) {
+TEST_F(Files, CopyMergesFoldersAndCopiesTargetsOfAliases) {
   WriteFile(base / "from/a", "new");
   WriteFile(base / "from/large", std::string(5000, 'x'));
   fs::create_symlink("../elsewhere", base / "from/alias");
@@ -112,7 +113,7 @@ TEST_F(Files, CopyMergesAndBringsWhatAliasesPointTo) {
   WriteFile(base / "elsewhere/c", "c");
   WriteFile(base / "to/a", "old");
   WriteFile(base / "to/kept", "kept");
-  // What can't be copied ends neither the copy nor its success.
+  // A file that can't be copied is skipped, and the copy still succeeds.
   const FullDisk full(4999);
   EXPECT_TRUE(CopyFolder(At("from"), At("to")));
   EXPECT_EQ(Tree(base / "to"), (Expected{{"a", "new"},
@@ -136,7 +137,7 @@ TEST_F(Files, CopyLeavesOutFoldersThatLeadBackToItself) {
   EXPECT_EQ(Tree(base / "from/sub/to"), (Expected{{"sub", "/"}, {"sub/a", "a"}, {"top", "/"}}));
 }
 
-TEST_F(Files, DeletingSparesWhatAliasesPointToAndOpensWhatIsLocked) {
+TEST_F(Files, DeletionKeepsTargetsOfAliasesAndOpensLockedFolders) {
   WriteFile(base / "kept/file", "k");
   fs::permissions(base / "kept/file", fs::perms(0600));
   WriteFile(base / "gone/locked/file", "x");
@@ -152,7 +153,7 @@ TEST_F(Files, DeletingSparesWhatAliasesPointToAndOpensWhatIsLocked) {
   EXPECT_EQ(fs::status(base / "kept/file").permissions(), fs::perms(0600));
 }
 
-TEST_F(Files, ChainOfFoldersIsMadeUpToWhatIsInTheWay) {
+TEST_F(Files, ForceDirectoriesCreatesAllMissingFoldersOrReports) {
   WriteFile(base / "file", "f");
   const std::vector<std::pair<std::string, std::string>> rows{
       {"file", "FILE ALREADY EXISTS.\n\nA file already exists at this path: "},
@@ -173,7 +174,7 @@ TEST_F(Files, ChainOfFoldersIsMadeUpToWhatIsInTheWay) {
   EXPECT_FALSE(DirectoryExists("/") || DirectoryExists(At("file")) || DirectoryExists(At("none")));
 }
 
-TEST(AccessRights, AreGivenToTheItemAloneWhateverItsName) {
+TEST(AccessRights, AreSetOnTheItemOnlyWhateverItsName) {
   StubRun run;
   run.BareWindow();
   const std::string name = "it's \"$(touch evil)\"\n`id`;&\xE9";
@@ -186,7 +187,7 @@ TEST(AccessRights, AreGivenToTheItemAloneWhateverItsName) {
   fs::permissions(folder, fs::perms(0700));
   ViewConst::AllUsersFullAccess(Utf8(folder));
   EXPECT_EQ(fs::status(folder).permissions(), fs::perms(0777));
-  // From a tree that is deleted they don't go to a target that stays.
+  // In a tree that is being deleted, rights are not set on the target of a link.
   ViewConst::AllUsersFullAccessInTree(alias);
   EXPECT_EQ(fs::status(file).permissions(), fs::perms(0400));
   ViewConst::AllUsersFullAccess(Utf8(file));

@@ -21,7 +21,7 @@ TEST(Folders, DeletionNeverEntersALinkNotEvenOneThatCannotBeRemoved) {
       WriteFile(run.scratch / "user/kept" / path, content);
     }
   }
-  // A plain user can't remove what is in these folders, but can empty the folder that is linked to.
+  // The user can't remove the items of these folders, but could empty the folder that is linked to.
   fs::create_directory(run.scratch / "foreign");
   fs::create_directory_symlink("../user/kept", run.scratch / "foreign/link");
   fs::create_directory_symlink("user/kept", run.scratch / "link");
@@ -33,7 +33,7 @@ TEST(Folders, DeletionNeverEntersALinkNotEvenOneThatCannotBeRemoved) {
   }
 }
 
-TEST(Folders, AreNotTheSameOnTwoDisksWithOneNumber) {
+TEST(Folders, AreDifferentOnTwoDisksWithEqualInodes) {
   struct stat first {};
   struct stat second {};
   ASSERT_EQ(stat("/proc", &first) + stat("/sys", &second), 0);

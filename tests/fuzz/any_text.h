@@ -13,17 +13,17 @@
 namespace zephin::test {
 
 inline constexpr std::string_view kNul("\0", 1);
-/// Fills the blocks in which a text is searched.
+/// Longer than one step of a block-wise search.
 inline constexpr std::string_view kFiller =
     "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx";
-/// Characters, parts of characters and forms of one letter, one beside the other.
+/// Characters, parts of characters and variants of one letter.
 inline constexpr std::array<std::string_view, 22> kPieces = {
     "a",          "A",        "\u00E9", "\u00C9", "k",  "\u212A",   "K",    "\u017F",
     "s",          "S",        "\u00FF", "\u0178", "|",  "\xE2\x84", "\xAA", "\U00010400",
     "\U00010428", "\xF0\x90", "\xFF",   "\u6F22", kNul, kFiller};
 
-/// A text in any encoding, made of any bytes or of a few kinds of pieces. Then the largest bytes
-/// repeat a stretch from before: a search goes wrong, if at all, where a text resembles itself.
+/// A text in any encoding, of any bytes or of a few kinds of pieces. In the latter case large bytes
+/// repeat an earlier part, since searches are most likely to fail in texts that repeat.
 inline String AnyText(FuzzedDataProvider& data, std::size_t most) {
   constexpr std::size_t kStretch = 16;
   const auto encoding = static_cast<Encoding>(data.ConsumeIntegralInRange(0, 3));
@@ -35,7 +35,7 @@ inline String AnyText(FuzzedDataProvider& data, std::size_t most) {
   }
   std::vector<std::string> pieces;
   for (std::size_t i = first; i < first + kinds; ++i) {
-    // What the encoding can't hold stays as it is.
+    // A piece that the encoding lacks is used unchanged.
     const String piece = Utf8(std::string(kPieces[i % kPieces.size()]));
     pieces.push_back(ConvertEncoding(piece, encoding).Bytes());
   }

@@ -8,16 +8,15 @@
 
 namespace zephin::test {
 
-/// The one machine for all inputs, on which the program stands before its start. Its user closes
-/// whatever comes up.
+/// The machine for all inputs, with the program before its start-up. Its user closes every window.
 inline StubRun& BareStub() {
-  // First, so that the place of the one window that nobody owns outlives the machine.
+  // First, so that the static window without an owner outlives the machine.
   CloseImplicitMessageModal();
   static StubRun run;
-  // What the machine takes for a failed test is a finding.
+  // A failed expectation in the machine is a finding.
   GTEST_FLAG_SET(break_on_failure, true);
   run.desktop.AgreeToAll("/");
-  run.desktop.told.clear();
+  run.desktop.reported.clear();
   return run;
 }
 

@@ -1,5 +1,5 @@
-// Obeys copy lists of any bytes on an imagined disk. Finds items deleted or copied that their entry
-// doesn't name, at another time than its own or over what stands.
+// Runs copy lists of any bytes on a simulated disk. Finds items that are deleted or copied although
+// their entry does not name them, at the wrong time, or over an existing item.
 #include <algorithm>
 #include <functional>
 #include <string>
@@ -20,15 +20,15 @@ using Act = std::pair<String, String>;
 
 std::vector<Act> gActs;
 
-/// What stands at a path hangs on its letters: 0 is a folder, 1 a file. As on a real disk, nothing
-/// has an empty or a relative path.
+/// The kind of the item at a path depends on its letters: 0 is a folder, 1 a file, 2 nothing. Empty
+/// and relative paths have no item.
 unsigned KindOf(const String& path) {
   return path.View().starts_with('/') ? std::hash<std::string_view>()(path.View()) % 3 : 2;
 }
 
 }  // namespace
 
-// In place of util/files, util/folders and the access rights, as the inputs name any path.
+// These replace the real functions, since the inputs may name any path of the machine.
 namespace ViewConst {
 
 bool FileExists(const String& path) {
@@ -57,7 +57,7 @@ bool RenameFile(const String& /*oldPath*/, const String& /*newPath*/) {
 
 bool CopyFile(const String& source, const String& destination) {
   gActs.emplace_back(source, destination);
-  // Whether it succeeds hangs on the path, too.
+  // The result depends on the path, too.
   return DirectoryExists(destination);
 }
 
@@ -92,7 +92,7 @@ using ViewConst::FileExists;
 
 constexpr std::string_view kTarget = "/Applications/My Folder";
 
-/// Whether the path is written in the entry, but for what the user's home or the target adds.
+/// Whether the entry contains the path, except for a prefix from the home or target folder.
 bool IsNamed(std::string_view path, std::string_view entry) {
   const std::string home = BareStub().Home();
   const std::size_t added = path.starts_with(home)      ? home.size()
@@ -115,12 +115,12 @@ void CheckEntry(const String& entry, const std::vector<Act>& acts, bool isBefore
   const bool isOfBefore = TextEquals(key, "preinstalldelete") || TextEquals(key, "preinstallcopy");
   Require(acts.empty() || isOfBefore == isBefore);
   Require(acts.size() <= (isBefore ? 1 : 2));
-  // Braces protect what stands.
+  // Braces protect existing items.
   Require(acts.size() < 2 || !NthField(entry, "=", 2).View().starts_with('{'));
   for (const auto& [path, destination] : acts) {
     Require(IsNamed(path.View(), entry.View()) && IsNamed(destination.View(), entry.View()));
     Require(FileExists(path));
-    // It stands in the way no longer if it has been deleted first.
+    // An existing destination must have been deleted first.
     Require(!FileExists(destination) || (acts.size() == 2 && acts[0] == Act{destination, ""}));
   }
 }

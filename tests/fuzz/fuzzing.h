@@ -4,13 +4,13 @@
 #include <cstdlib>
 #include <string_view>
 
-/// What all fuzzers share: how they are given their inputs, and how they tell a finding.
+/// Shared by all fuzzers: how they receive inputs and how they report a finding.
 namespace zephin::test {
 
 /// Each fuzzer defines it.
 void TryInput(std::string_view input);
 
-/// A condition that doesn't hold is a finding.
+/// A false condition is a finding.
 inline void Require(bool condition) {
   if (!condition) {
     std::abort();

@@ -1,7 +1,6 @@
-// Makes pictures from any bytes: the first two characters are the width and the height, of which
-// "0" is none and small letters are powers of four, "a" being 1. Finds pictures that their digits
-// don't give, others than those of the same digits written out, and memory taken for sizes that are
-// only claimed (which the limits of its run forbid).
+// Makes pictures of any bytes. The first two characters are the width and the height: "0" is 0, and
+// small letters are powers of four, "a" being 1. Finds pictures that differ from those of the same
+// digits without runs, and memory that is allocated for sizes without digits (a limit of the run).
 #include <algorithm>
 #include <string>
 
@@ -15,7 +14,7 @@ namespace {
 
 using ViewConst::PixelStringToPicture;
 
-/// Number of digits; negative where they are no pixel string.
+/// Number of digits; negative if this is no pixel string.
 std::int64_t LengthOf(const String& pixelString) {
   try {
     return ViewConst::ExpandedLength(pixelString.View());
@@ -43,7 +42,7 @@ void TryInput(std::string_view input) {
   const bool hasSize = width >= 0 && height >= 0 && std::max(width, height) <= 32767;
   const bool canBe = hasSize && !pixelString.IsEmpty() && length >= width * height * 6;
   Require(picture.IsNil() != canBe);
-  // Longer ones would take their time.
+  // Longer ones would take too long.
   constexpr std::int64_t kMostCompared = 20'000;
   if (length < 0 || length > kMostCompared) {
     return;

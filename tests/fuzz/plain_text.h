@@ -9,11 +9,10 @@
 #include "platform/framework/string.h"
 #include "platform/framework/text/mac_roman.h"
 
-/// The encodings once more, as plainly as they can be written: what the fuzzers hold the string
-/// library to. No attention is paid to speed.
+/// A simple implementation of the encodings, with which the fuzzers compare the string library.
 namespace zephin::test {
 
-/// Numbers from here on stand for bytes that are no text.
+/// Numbers from here on represent invalid bytes.
 inline constexpr std::uint32_t kRaw = 0x110000;
 
 /// A character, numbered as encodings.h does it, and where it ends in its text.
@@ -55,7 +54,7 @@ inline PlainCharacter Utf8At(std::string_view bytes, std::size_t at) {
   for (std::size_t i = 1; i < size && at + i < bytes.size(); ++i) {
     code = code << 6U | (ByteOf(bytes, at + i) & 0x3FU);
   }
-  // Valid is what comes out again when it is encoded.
+  // A sequence is valid if encoding its code gives the same bytes.
   if (IsScalar(code) && PlainUtf8(code) == bytes.substr(at, size)) {
     return {code, at + size};
   }

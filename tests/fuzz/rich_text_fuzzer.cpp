@@ -1,5 +1,5 @@
-// Reads any bytes as a page text of the record, and as one in digits. Finds plain pages with a byte
-// lost, and pages in digits with a unit lost or others than what their own digits give.
+// Reads any bytes as a page of the record, both plain and in hexadecimal digits. Finds lost bytes
+// in plain pages, and lost or wrong units in pages of digits.
 #include <algorithm>
 #include <string>
 

@@ -1,11 +1,11 @@
-"""Checks the plan of the house: which folder may include which, and where the system shows."""
+"""Checks the layers of the code: which folder may include which, and which use system headers."""
 
 import os
 import re
 import sys
 
-# The floors, bottom to top. A file includes from its own folder or from one further up this list.
-FLOORS = (
+# The layers, bottom to top. A file includes from its own folder or from one earlier in this list.
+LAYERS = (
     "platform/expander",
     "platform/framework",
     "platform/qt",
@@ -23,21 +23,25 @@ FLOORS = (
     "bench",
 )
 
-# Nothing includes these but their own tests and benchmarks: a port replaces them whole, or they are
-# programs of their own.
-ALONE = {"platform/expander": (), "platform/qt": ("platform/framework",),
+# Only their own tests and benchmarks include these: a port replaces them completely, or they are
+# separate programs.
+ALONE = {"platform/expander": (), "platform/qt": ("platform/framework", "platform/expander"),
          "tools/make_setup": ("platform/framework", "util", "setup")}
 
-# Outside platform/, <...> is the standard library, but for these.
-LIBRARIES = {"tools/": ("libdeflate.h", "nlohmann/json.hpp", "png.h", "unistd.h", "zlib.h"),
+# What the expander sends to its window program, which is in platform/qt.
+MESSAGES = ("platform/expander/report/message.h", "platform/expander/report/reason.h")
+
+# Outside platform/, <...> is the standard library, with these exceptions.
+LIBRARIES = {"tools/": ("archive.h", "archive_entry.h", "libdeflate.h", "nlohmann/json.hpp",
+                        "png.h", "unistd.h", "zlib.h", "zstd.h"),
              "tests/": None, "bench/": None, "platform/": None}
 
 LONGEST = 400
 DEEPEST = 6
 
 
-def floor(path):
-    return next(level for level, folder in enumerate(FLOORS) if path.startswith(folder + "/"))
+def layer(path):
+    return next(level for level, folder in enumerate(LAYERS) if path.startswith(folder + "/"))
 
 
 def sources(root):
@@ -49,15 +53,17 @@ def sources(root):
 
 
 def own_include_fault(path, included):
-    if not included.startswith(tuple(folder + "/" for folder in FLOORS)):
-        return f"includes {included}, whose folder has no floor"
-    own, other = FLOORS[floor(path)], FLOORS[floor(included)]
-    if FLOORS.index(other) > FLOORS.index(own):
-        return f"includes {included} of a higher floor"
+    if not included.startswith(tuple(folder + "/" for folder in LAYERS)):
+        return f"includes {included}, whose folder has no layer"
+    own, other = LAYERS[layer(path)], LAYERS[layer(included)]
+    if LAYERS.index(other) > LAYERS.index(own):
+        return f"includes {included} of a higher layer"
     if own in ("tests", "bench"):
         return None
     if own in ALONE and other != own and other not in ALONE[own]:
         return f"includes {included}, but {own} uses no other folder"
+    if included.startswith(MESSAGES) and path.startswith("platform/qt/expansion/"):
+        return None
     if other in ALONE and other != own:
         return f"includes {included}, which no other folder uses"
     return None
@@ -83,17 +89,17 @@ def own_includes(root, path):
 
 
 def depth(root, path, known):
-    """How many of our own headers are included in each other, from this one down."""
+    """The number of own headers that include each other, from this one down."""
     if path not in known:
-        known[path] = 0  # A circle is found by the compiler.
+        known[path] = 0  # The compiler reports cycles.
         known[path] = 1 + max((depth(root, header, known) for header in own_includes(root, path)
                                if os.path.exists(os.path.join(root, header))), default=0)
     return known[path]
 
 
 def own_header_is_late(path, included):
-    """Whether a source includes its own header (of the same name, without the system's) after
-    another one: a header that lacks an include of its own would not be noticed."""
+    """Whether a source includes its own header (without the suffix of a system) after another one.
+    Included first, a header that misses an include fails to compile."""
     name = re.sub(r"(_linux|_curl)?\.cpp$", ".h", os.path.basename(path))
     return name in [os.path.basename(header) for header in included[1:]] and (
         os.path.basename(included[0]) != name)
@@ -105,20 +111,20 @@ def line_faults(root, path, lines):
         if include:
             own, system = include.groups()
             if own and not os.path.exists(os.path.join(root, own)):
-                fault = f"includes {own}, which is no path from the root"
+                fault = f"includes {own}, which is not a path from the root"
             else:
                 fault = own_include_fault(path, own) if own else system_include_fault(path, system)
             if fault:
                 yield number, fault
         if re.match(r"\s*#\s*(el)?if.*(__linux|__unix|__APPLE__|_WIN32|__MACH__|Q_OS_)", line):
-            yield number, "asks for the operating system; the build chooses a source instead"
+            yield number, "tests for the operating system; the build selects a source instead"
 
 
 def faults(root, path, known):
     with open(os.path.join(root, path), encoding="utf-8") as source:
         lines = source.read().splitlines()
-    if not path.startswith(tuple(folder + "/" for folder in FLOORS)):
-        yield 1, "is in a folder that has no floor"
+    if not path.startswith(tuple(folder + "/" for folder in LAYERS)):
+        yield 1, "is in a folder without a layer"
         return
     if len(lines) > LONGEST:
         yield 1, f"has {len(lines)} lines; no file has more than {LONGEST}"

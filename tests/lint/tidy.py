@@ -1,6 +1,6 @@
-"""Runs clang-tidy on the sources of one folder. What passes is noted by its content in the user's
-cache folder: a source is checked again only if it, something that it includes, its command or the
-checks are different, in whichever clone of the project."""
+"""Runs clang-tidy on the sources of one folder. The user's cache folder has a note for each source
+that passed, by content. A source is checked again only if it, its includes, its command or the
+checks have changed, in any clone of the project."""
 
 import glob
 import hashlib
@@ -12,7 +12,7 @@ import sys
 
 
 def includes(build, objects):
-    """The files that each object was made from, as the build has recorded them."""
+    """The files that each object was built from, as recorded by the build."""
     recorded = subprocess.run(["ninja", "-C", build, "-t", "deps", *objects], check=True,
                               stdout=subprocess.PIPE, encoding="utf-8").stdout
     found, current = {}, None
@@ -26,8 +26,8 @@ def includes(build, objects):
 
 
 def fingerprint(root, command, files, checks):
-    """Different if anything is that could change what clang-tidy finds. A file of the system counts
-    by size and time, one of the project by its content."""
+    """A hash of everything that affects the result of clang-tidy: the content of the project's
+    files, size and time of the system's files."""
     state = hashlib.sha256(checks + command.replace(root, ".").encode())
     for path in sorted(files):
         state.update(path.replace(root, ".").encode() + b"\0")
@@ -41,7 +41,7 @@ def fingerprint(root, command, files, checks):
 
 
 def rules_for(root, folder):
-    """The files with the checks of a folder and of the folders above it."""
+    """The contents of the files .clang-tidy of a folder and of the folders above it."""
     found, place = b"", os.path.join(root, folder)
     while place.startswith(root):
         path = os.path.join(place, ".clang-tidy")

@@ -245,7 +245,7 @@ TEST_F(ExpandFolder, PatchNeedsAnInstalledFolderAndIsExpandedBesideIt) {
   EXPECT_EQ(window.fTargetFolder.Bytes(), (chosen / "ToolPatch").string());
 }
 
-// What the relocated copy of a split setup would do.
+// The state of the relocated copy of a split setup.
 TEST(ExpandFolderOfACopy, PiecesTakePrecedenceOverASinglePayload) {
   StubRun run;
   run.machine.temporaryFolder = run.Disk();

@@ -46,7 +46,7 @@ TEST_F(ScrambledFile, IsReplacedByAWholeNewFileInBothDirections) {
 }
 
 // Freeing what was read must not damage the file under its other name.
-TEST_F(ScrambledFile, LargeFileIsWholeAndItsHardLinkKeepsItsContent) {
+TEST_F(ScrambledFile, LargeFileIsCompleteAndItsHardLinkIsUnchanged) {
   std::string scrambled;
   scrambled.resize(33'000'001, 'b');
   const std::string before = scrambled;

@@ -64,7 +64,7 @@ class SplitSetup : public testing::TestWithParam<Combine> {
   const std::string no = "Btn3";
 };
 
-TEST_P(SplitSetup, PiecesAreJoinedInTheOrderOfTheirNumbers) {
+TEST_P(SplitSetup, PiecesAreJoinedInNumericOrder) {
   const std::vector<std::pair<std::vector<std::string>, std::string>> rows{
       {{"End"}, "one,End,"},
       {{"2", "3", "End"}, "one,2,3,End,"},

@@ -76,7 +76,7 @@ TEST_F(ExpandSelection, ContentIsMergedIntoItsFolder) {
   }
 }
 
-TEST_F(ExpandSelection, OfEqualCaptionsTheLastChoiceAndEveryOptionIsPlaced) {
+TEST_F(ExpandSelection, LastChoiceAndEveryOptionOfEqualCaptionsArePlaced) {
   AddArchive("1.zip", "one=1");
   AddArchive("2.zip", "two=2");
   const std::string list = "Same,/1.zip,A|Other,/1.zip,B|SAME,/2.zip,A";
@@ -130,7 +130,7 @@ TEST(ExpandSelectionAlone, OutsideABundleTheArchiveIsMissingAndWithoutAProgramTh
   }
 }
 
-TEST_F(ExpandSelection, OptionFromAnAddressIsNamedWhileItDownloadsAndIsMergedWithLeftovers) {
+TEST_F(ExpandSelection, DownloadedOptionIsShownByNameAndMergedWithLeftovers) {
   const std::string noise = Noise(20'000);
   AddArchive("pack.zip", "noise=" + noise);
   const LoopbackServer server(HttpResponse("200 OK", ReadFile(run.Resources() / "pack.zip")));

@@ -27,7 +27,7 @@ std::string ListOf(int count) {
   return list;
 }
 
-/// Checks the buttons and rows of a dialog with so many entries.
+/// Checks the buttons and rows of a dialog with `count` entries.
 template <class Dialog>
 ScriptedDesktop::WindowAnswer Looks(int count, int buttonTop, int selectedRow) {
   return [=](Window& window) {
@@ -60,7 +60,7 @@ ScriptedDesktop::WindowAnswer Picks(const std::vector<int>& rows, char button) {
 
 class SelectChoiceAndOptions : public testing::Test {
  protected:
-  /// Returns the status of the run's end, -1 if the run continues.
+  /// Returns the exit status, or -1 if the run continues.
   int Select(const std::string& choices, const std::string& options) {
     run.BareWindow().fInstallChoices = Utf8(choices);
     run.BareWindow().fInstallOptions = Utf8(options);

@@ -40,7 +40,7 @@ SetupRecord ReadGoldenRecord() {
   return ReadRecord({files["Data"], Encoding::None}, Utf8(files["TextData"]));
 }
 
-TEST(GoldenRecord, ReadsAsThePublishersFields) {
+TEST(GoldenRecord, IsReadIntoTheFields) {
   const SetupRecord record = ReadGoldenRecord();
   EXPECT_TRUE(record.fApplicationFolder && record.fCenterMessage);
   EXPECT_FALSE(record.fPromptToReplace || record.fInstallationPatch);
@@ -78,13 +78,13 @@ TEST(GoldenRecord, ReadsAsThePublishersFields) {
   EXPECT_EQ(record.fLabels(IndexOf(Caption::ReleaseNotesTitle)).Bytes(), "Neu \u00E4");
 }
 
-TEST(GoldenRecord, IsWhatMakeSetupWrites) {
+TEST(GoldenRecord, IsWrittenByMakeSetup) {
   const ScratchFolder scratch;
   make_setup::WriteRecord(ReadGoldenRecord(), scratch.Path());
   EXPECT_EQ(Tree(scratch.Path()), GoldenRecord());
 }
 
-TEST(Documents, NameEveryCaptionKeywordAndFieldAsTheTablesDo) {
+TEST(Documents, NameEveryCaptionKeywordAndField) {
   for (const char* page : {"docs/publishing.md", "tools/make_setup/README.md"}) {
     const std::string text = ReadFile(kSource / page);
     const auto expectNamed = [&](const std::string& name) {
@@ -112,7 +112,7 @@ TEST(Documents, NameEveryCaptionKeywordAndFieldAsTheTablesDo) {
   }
 }
 
-TEST(Documents, GiveEachCaptionItsIndexNameAndWording) {
+TEST(Documents, ListEachCaptionWithIndexNameAndWording) {
   // The rows of the table: "| index | wording | name |", at times two or three of them in one.
   std::istringstream lines(ReadFile(kSource / "docs/publishing.md"));
   std::map<std::string, std::string> rowOf;

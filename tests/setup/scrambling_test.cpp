@@ -7,7 +7,7 @@
 namespace zephin::test {
 namespace {
 
-TEST(Scrambling, AnyCutIntoBlocksGivesWhatEachByteGivesAlone) {
+TEST(Scrambling, ResultDoesNotDependOnTheBlocks) {
   std::string plain;
   for (std::size_t i = 0; i < 1001; ++i) {
     plain += static_cast<char>(i * 7 + i / 256);

@@ -18,7 +18,7 @@ PlainUser::PlainUser(const fs::path& folder) : wasRoot_(geteuid() == 0) {
   for (const auto& item : fs::recursive_directory_iterator(folder)) {
     done = done && lchown(item.path().c_str(), kNobody, kSame) == 0;
   }
-  // The real user too, which a shell goes back to; the saved one is the way back.
+  // The real user too, which a shell returns to. The saved one allows to return to root.
   if (!done || setresuid(kNobody, kNobody, 0) != 0) {
     throw std::runtime_error("can't become a plain user");
   }

@@ -8,8 +8,8 @@
 
 namespace zephin::test {
 
-/// While it lives, this process is a user without privileges, to whom `folder` belongs with all
-/// that it holds. Changes nothing if it is one already.
+/// Makes this process an unprivileged user and the owner of `folder` and its contents, until the
+/// object is destroyed. Does nothing if the process is not root.
 class PlainUser {
  public:
   explicit PlainUser(const std::filesystem::path& folder);
@@ -19,7 +19,7 @@ class PlainUser {
   bool wasRoot_;
 };
 
-/// While it lives, no file takes more than `bytes`: the disk seems to be full behind them.
+/// Limits the size of every file to `bytes`, as on a full disk, until the object is destroyed.
 class FullDisk {
  public:
   explicit FullDisk(std::size_t bytes);

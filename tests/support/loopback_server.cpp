@@ -25,7 +25,7 @@ int BoundSocket(int& port) {
   return socket;
 }
 
-/// What a client asks, which is short and comes in one piece.
+/// The request of a client. It is short and arrives in one piece.
 std::string Receive(int connection) {
   std::string request(65536, '\0');
   const ssize_t size = recv(connection, request.data(), request.size(), 0);
@@ -41,7 +41,7 @@ std::string HttpResponse(const std::string& status, const std::string& body) {
 
 LoopbackServer::LoopbackServer(std::string answer, Then then)
     : answer_(std::move(answer)), then_(then), listener_(BoundSocket(port_)) {
-  // Whatever proxy this machine has, it can't reach the loopback device.
+  // A proxy of this machine can't reach its loopback device.
   setenv("no_proxy", "127.0.0.1", 1);
   EXPECT_EQ(listen(listener_, 8), 0);
   thread_ = std::thread([this] { Serve(); });
@@ -70,7 +70,7 @@ void LoopbackServer::Serve() {
       const std::lock_guard lock(mutex_);
       requests_.push_back(request);
     }
-    // Waits until all has been taken, or the client has gone.
+    // Waits until the client has read everything or has closed the connection.
     send(client, answer_.data(), answer_.size(), MSG_NOSIGNAL);
     if (then_ == Then::KeepOpen) {
       kept_ = client;

@@ -12,8 +12,8 @@ namespace zephin::test {
 /// A response with that body and its length.
 std::string HttpResponse(const std::string& status, const std::string& body);
 
-/// A server on the loopback device that gives the same answer to each request, byte for byte, from
-/// a thread of its own.
+/// A server on the loopback device with its own thread. It sends the same bytes in answer to each
+/// request.
 class LoopbackServer {
  public:
   enum class Then { Close, KeepOpen };
@@ -30,7 +30,7 @@ class LoopbackServer {
   std::vector<std::string> Requests() const;
   /// Whether the whole answer to the last request has been sent.
   bool HasAnswered() const { return answered_; }
-  /// Sends more on a connection that has been kept open.
+  /// Sends more bytes on the connection that was kept open.
   void SendMore(const std::string& bytes) const;
 
  private:
@@ -47,7 +47,7 @@ class LoopbackServer {
   std::thread thread_;
 };
 
-/// A port of the loopback device on which nobody listens.
+/// A port of the loopback device without a listener.
 int UnusedPort();
 
 }  // namespace zephin::test

@@ -21,7 +21,7 @@ ScratchFolder::ScratchFolder() {
 }
 
 ScratchFolder::~ScratchFolder() {
-  // Folders that a test has closed are opened again, so that all can go.
+  // Restores the rights of folders, so that everything can be deleted.
   std::error_code ignored;
   fs::permissions(path_, fs::perms::owner_all, fs::perm_options::add, ignored);
   for (auto at = fs::recursive_directory_iterator(path_, ignored); at != fs::end(at);

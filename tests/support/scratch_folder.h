@@ -7,7 +7,7 @@
 
 namespace zephin::test {
 
-/// A folder of its own for a test, in which everything may be made; it goes with the object.
+/// A new folder for one test. It is deleted with the object.
 class ScratchFolder {
  public:
   ScratchFolder();
@@ -23,11 +23,11 @@ class ScratchFolder {
   std::filesystem::path path_;
 };
 
-/// Makes a file of that content, with the folders above it.
+/// Writes a file and creates missing parent folders.
 void WriteFile(const std::filesystem::path& path, const std::string& content);
 /// The content of a file; fails the test if it can't be read.
 std::string ReadFile(const std::filesystem::path& path);
-/// Printable bytes that don't get much shorter in an archive, always the same.
+/// Printable bytes that hardly compress, the same in each call.
 std::string Noise(std::size_t length);
 /// Everything below a folder: relative path to content, "/" for folders, "-> target" for links.
 using Contents = std::map<std::string, std::string>;

@@ -37,7 +37,7 @@ ScriptedDesktop::Answer ScriptedDesktop::Take(Kind kind, const std::string& show
 
 void ScriptedDesktop::RunModal(Window& window) {
   if (!agreedFolder_.empty()) {
-    told.push_back(window.Title().Bytes());
+    reported.push_back(window.Title().Bytes());
     for (const Ref<Control>& control : window.Controls()) {
       const Ref<PushButton> button = RefCast<PushButton>(control);
       if (!button.IsNil() && button->Default()) {
@@ -57,7 +57,7 @@ void ScriptedDesktop::RunModal(Window& window) {
 
 void ScriptedDesktop::ShowMessage(const String& text) {
   if (!agreedFolder_.empty()) {
-    told.push_back(text.Bytes());
+    reported.push_back(text.Bytes());
     return;
   }
   EXPECT_EQ(Take(Kind::Message, "message " + text.Bytes()).name, text.Bytes());
@@ -94,8 +94,8 @@ void ScriptedDesktop::LetEventsRun(int waitMilliseconds) {
   if (waitMilliseconds > 0) {
     milliseconds += waitMilliseconds;
   } else if (clockWasRead_) {
-    // A loop that reads the clock and yields is waiting: for more than a tick. One that only
-    // yields is at work.
+    // A loop that reads the clock and yields is waiting, so the clock advances by more than a tick.
+    // A loop that only yields is working.
     milliseconds += 17;
   }
   clockWasRead_ = false;

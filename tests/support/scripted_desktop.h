@@ -20,10 +20,10 @@ struct RunEnded {
 };
 
 /// A desktop without a screen, whose user follows a script: each modal window, message and folder
-/// dialog is answered by the next answer of a queue, which names what it is for. One without an
-/// answer fails the test at once, and an answer left over fails it at the end. The clock is virtual
-/// and moves only as the program waits. Archives are expanded by the real expander; every other
-/// launch is only written down.
+/// dialog takes the next answer of a queue, which must be meant for it. A missing answer fails the
+/// test at once, and an answer left over fails it at the end. The clock is virtual and advances
+/// only while the program waits. Archives are expanded by the real expander; other launches are
+/// only recorded.
 class ScriptedDesktop : public QuietDesktop {
  public:
   using WindowAnswer = std::function<void(Window&)>;
@@ -31,7 +31,7 @@ class ScriptedDesktop : public QuietDesktop {
   ~ScriptedDesktop() override;
 
   // The script.
-  /// The next modal window has that title; `answer` is given it and must have it hidden.
+  /// The next modal window has that title. `answer` receives it and must hide it.
   void ExpectWindow(const std::string& title, WindowAnswer answer) {
     answers_.push_back({Kind::Window, title, std::move(answer)});
   }
@@ -45,36 +45,35 @@ class ScriptedDesktop : public QuietDesktop {
   void ExpectFolderDialog(const std::string& path) {
     answers_.push_back({Kind::FolderDialog, path, {}});
   }
-  /// Has `act` called by a user after that delay on the virtual clock, in milliseconds.
+  /// Calls `act` after that delay on the virtual clock, in milliseconds.
   void After(std::int64_t delay, std::function<void()> act) {
     timed_.emplace(milliseconds + delay, std::move(act));
   }
   /// What the user does in the main event loop, in order. When all is done the run ends with
   /// status -1.
   void InEventLoop(std::function<void()> act) { eventLoop_.push_back(std::move(act)); }
-  /// From now on the user goes on wherever there is a way: presses the button that Return presses,
-  /// closes each message, and chooses `folder` in the folder dialog. Needs no answer from the
-  /// queue.
+  /// From now on the user presses the default button of each window, closes each message and
+  /// chooses `folder` in the folder dialog. The queue is not used.
   void AgreeToAll(const std::string& folder) { agreedFolder_ = folder; }
-  /// Called after each launch has been written down, before an archive is expanded.
+  /// Called after each launch has been recorded and before an archive is expanded.
   std::function<void(const std::string& path)> onLaunch;
   /// Looks at a folder dialog before it is answered.
   std::function<void(const SelectFolderDialog&)> onFolderDialog;
 
-  // What has happened.
+  // What the program did.
   std::vector<std::string> launched;
   std::vector<std::string> opened;
-  std::vector<std::string> told;      ///< Messages, and titles of windows, to a user who agrees.
+  std::vector<std::string> reported;  ///< Messages and window titles since AgreeToAll.
   std::vector<std::string> failures;  ///< Kinds of failure that were reported.
   std::string clipboard;
   MouseCursor cursor = MouseCursor::Arrow;
   int bringToFrontCalls = 0;
   std::int64_t milliseconds = 0;  ///< The virtual clock.
 
-  // The user's hands.
-  /// Presses the button; a test fails if the user couldn't (hidden, disabled, not there).
+  // The user's input.
+  /// Presses the button. Fails the test if it is hidden, disabled or missing.
   static void Press(Window& window, const std::string& button);
-  /// The first window that was shown: the program's main one. There must be one.
+  /// The first window that was shown, which is the main one. It must exist.
   Window& Main() const { return *main_; }
   void PressInMain(const std::string& button) const { Press(Main(), button); }
 
@@ -102,7 +101,7 @@ class ScriptedDesktop : public QuietDesktop {
     std::string name;  ///< Title, text, or the path to choose.
     WindowAnswer act;
   };
-  /// The next answer, which must be of that kind; fails the test and ends the run if it isn't.
+  /// The next answer, which must be of that kind. Otherwise fails the test and ends the run.
   Answer Take(Kind kind, const std::string& shown);
 
   std::deque<Answer> answers_;

@@ -11,13 +11,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The main window as it is before its open event.
+/// The main window before its open event.
 class UnstartedWindow : public ZephinStubWindow {
  public:
   void Event_Open() override {}
 };
 
-/// The status with which `run` ends, or -1 if it returns.
+/// The exit status of `run`, or -1 if it returns.
 int StatusOf(const std::function<void()>& run) {
   try {
     run();

@@ -19,8 +19,8 @@ namespace zephin::test {
 /// The captions of a record: these, and empty ones for all others.
 Array<String> Captions(const std::map<Caption, String>& captions = {});
 
-/// A machine in a scratch folder and a bundle on it, on which the program can be run as a whole or
-/// a method of its window alone:
+/// A machine in a scratch folder with a bundle. Runs the whole program or single methods of its
+/// window:
 ///
 ///   home/, System/, Applications/, Temporary/, Disk/Setup.app/Contents/{MacOS,Resources,Helpers}
 class StubRun {
@@ -29,7 +29,7 @@ class StubRun {
   ~StubRun();
 
   ScratchFolder scratch;
-  SetupRecord record;  ///< As a bundle without settings has it.
+  SetupRecord record;  ///< Initially that of a bundle without settings.
   Machine machine;
   ScriptedDesktop desktop;
 
@@ -42,17 +42,17 @@ class StubRun {
   /// Makes `Data2` in the bundle from a folder of the scratch folder.
   void SetPayload(const std::filesystem::path& folder, const std::string& topName) const;
 
-  /// Writes the record into the bundle and runs the whole program. Gives the status of its end; -1
-  /// if it was still waiting for its user when the script had ended.
+  /// Writes the record into the bundle and runs the whole program. Returns its exit status, or -1
+  /// if it still waits for the user at the end of the script.
   int Run();
-  /// The same with whatever record the bundle has.
+  /// The same with the record that is already in the bundle.
   int RunAsItStands();
 
-  /// The main window without a start, its fields empty but for 27 empty captions. An application
-  /// that has been opened stands behind it.
+  /// The main window before the start-up: its fields are empty, except for 27 empty captions. Its
+  /// application has been opened.
   ZephinStubWindow& BareWindow();
-  /// Calls `body`, in which the program may quit or fail as in a handler. Gives the status of the
-  /// run's end, or -1 if `body` returned.
+  /// Calls `body`, which may quit or raise as a handler may. Returns the exit status, or -1 if
+  /// `body` returned.
   int Call(const std::function<void()>& body);
 
  private:

@@ -10,7 +10,7 @@ namespace {
 
 using namespace ViewConst;
 
-TEST(Paths, AreCutAtTheLastSeparatorAndTheLastDotBehindIt) {
+TEST(Paths, AreSplitAtTheLastSeparatorAndTheLastDotAfterIt) {
   // Folder, name, extension, path with another one, and the folder around the bundle.
   const std::vector<std::pair<const char*, const char*>> rows{
       {"", ",,,.zip,"},
@@ -30,7 +30,7 @@ TEST(Paths, AreCutAtTheLastSeparatorAndTheLastDotBehindIt) {
   }
 }
 
-TEST(Paths, PartBeforeASeparatorCountsTheSearchThatFindsNone) {
+TEST(Paths, DirectoryPathExtractReturnsThePartBeforeASeparator) {
   const std::vector<std::pair<const char*, const char*>> rows{
       {"/a/b", ",,/a,/a/b,"}, {"/a/", ",,/a,/a/,"}, {"a/b", ",a,a/b,,"}, {"", ",,,,"}};
   for (const auto& [path, expected] : rows) {
@@ -42,7 +42,7 @@ TEST(Paths, PartBeforeASeparatorCountsTheSearchThatFindsNone) {
   }
 }
 
-TEST(Paths, OnlyAFolderThatIsThereEndsInASeparatorAndRelativeOnesNeverResolve) {
+TEST(Paths, OnlyAnExistingFolderEndsInASeparatorAndRelativePathsAreInvalid) {
   StubRun run;
   run.BareWindow();
   const std::string base = run.scratch.Path();
@@ -56,7 +56,7 @@ TEST(Paths, OnlyAFolderThatIsThereEndsInASeparatorAndRelativeOnesNeverResolve) {
   }
 }
 
-TEST(Text, FindFieldGivesTheFirstMatchInAnyLetterCase) {
+TEST(Text, FindFieldReturnsTheFirstMatchIgnoringCase) {
   StubRun run;
   run.BareWindow();
   const std::vector<std::tuple<const char*, const char*, int>> rows{
@@ -66,7 +66,7 @@ TEST(Text, FindFieldGivesTheFirstMatchInAnyLetterCase) {
   }
 }
 
-TEST(Text, ReplaceSwapsBytesByWayOfMacRoman) {
+TEST(Text, ReplaceWorksOnTheBytesInMacRoman) {
   StubRun run;
   run.BareWindow();
   const std::vector<std::tuple<String, const char*, const char*, const char*, Encoding>> rows{

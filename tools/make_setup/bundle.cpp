@@ -1,6 +1,7 @@
 #include "tools/make_setup/bundle.h"
 
 #include <algorithm>
+#include <chrono>
 
 #include "setup/bundle_files.h"
 #include "setup/limits.h"
@@ -12,6 +13,7 @@
 #include "tools/make_setup/record_writer.h"
 #include "tools/make_setup/setup_error.h"
 #include "tools/make_setup/setup_file.h"
+#include "tools/make_setup/tarball.h"
 
 namespace zephin::make_setup {
 namespace {
@@ -91,7 +93,7 @@ class Work {
     const std::string topName =
         setup_.record.fTargetFolder.Bytes() + (setup_.record.fInstallationPatch ? "Patch" : "");
     const fs::path payload = resources_ / kPayloadFile;
-    At("payload", [&] { WritePayload(tree, topName, payload, report_); });
+    At("payload", [&] { WritePayload(tree, topName, payload, setup_.compression, report_); });
     // Before the payload is cut: the installer joins the pieces and then looks at the whole length.
     CheckExpansionTime(contents, fs::file_size(payload), warn_);
     if (setup_.pieceSize != 0) {
@@ -103,7 +105,7 @@ class Work {
     for (const ArchiveSource& archive : setup_.archives) {
       const fs::path path = (archive.download ? beside_ : resources_) / archive.name;
       // Without a top-level folder: the installer expands into one of the name in the record.
-      ZipFolder(archive.folder, path, {.report = report_});
+      ZipFolder(archive.folder, path, {.compression = setup_.compression, .report = report_});
       const auto size = static_cast<std::int64_t>(fs::file_size(path));
       if (archive.download && size < kSmallestDownload) {
         throw SetupError("fInstallOptions: " + archive.folder.string() +
@@ -147,6 +149,28 @@ class Work {
   };
 };
 
+/// Writes what a publisher hands out, and only that: not the archives for the publisher's server.
+void WriteArchive(const BundleRequest& request, const fs::path& scratch, Observer& observer) {
+  const std::string name = request.output.stem().string();
+  const fs::path beside = scratch / "beside";
+  const fs::path readme = scratch / "README.txt";
+  WriteFile(readme, "Unpack this archive into a folder of your own and open " + name +
+                        ".desktop there by a double click.\n"
+                        "If your desktop does not start it, run " +
+                        name + ".app/Contents/MacOS/Setup in a terminal.\n");
+  // The one time that stays the same when the same setup is packed again, also after a clone of
+  // the stub.
+  const auto time =
+      fs::file_time_type::clock::to_sys(fs::last_write_time(request.folder / "setup.json"));
+  // In one folder, since some programs unpack into the folder that they are started in.
+  WriteTarball(beside / (name + ".tar.gz"),
+               {{readme, name + "/README.txt"},
+                {scratch / "bundle", name + "/" + name + ".app"},
+                {beside / (name + ".desktop"), name + "/" + name + ".desktop"}},
+               {.time = std::chrono::floor<std::chrono::seconds>(time).time_since_epoch().count(),
+                .report = [&] { observer.Packed({}); }});
+}
+
 std::vector<std::string> NamesIn(const fs::path& folder) {
   std::vector<std::string> names;
   for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
@@ -161,6 +185,12 @@ std::vector<std::string> NamesIn(const fs::path& folder) {
 BundleResult MakeBundle(const BundleRequest& request, Observer& observer) {
   Setup setup = ReadSetup(request.folder, request.values);
   CheckPlaces(request.folder, request.stub, request.output);
+  if (request.archive && setup.pieceSize != 0) {
+    throw SetupError(
+        (request.folder / "setup.json").string() +
+        ": pieceSize: must be left out for one archive (--archive): the pieces are for "
+        "several discs");
+  }
   const ScratchFolder scratch(request.output);
   const fs::path bundle = scratch.Path() / "bundle";
   const fs::path beside = scratch.Path() / "beside";
@@ -169,6 +199,9 @@ BundleResult MakeBundle(const BundleRequest& request, Observer& observer) {
   BundleResult result;
   result.packed = At((request.folder / "setup.json").string(), [&] { return work.Run(); });
   WriteDesktopEntry(request.output.stem().string(), beside);
+  if (request.archive) {
+    WriteArchive(request, scratch.Path(), observer);
+  }
   // Counted before the bundle is in its place, so that no error can follow.
   result.size = ContentsOf(ListTree(bundle)).bytes;
   result.beside = NamesIn(beside);

@@ -33,6 +33,9 @@ struct BundleRequest {
   std::filesystem::path output = {};  ///< The bundle to make, "*.app". An existing one is replaced.
   std::map<std::string, std::string> values = {};  ///< They replace `${NAME}` in setup.json.
   bool strict = false;                             ///< Warnings are errors.
+  /// Also makes "NAME.tar.gz" beside the bundle: a folder "NAME" with the bundle, its desktop entry
+  /// and a file README.txt. Everything in it has the time of setup.json.
+  bool archive = false;
 };
 
 struct BundleResult {
@@ -42,7 +45,8 @@ struct BundleResult {
 };
 
 /// Makes a bundle, and beside it the file that starts it on a Linux desktop, the further pieces of
-/// a split payload, and the archives of options that are downloaded.
+/// a split payload, the archives of options that are downloaded and, if asked for, the archive of
+/// everything that a user needs.
 ///
 /// Everything is made in a folder beside `output` first and moved at the end. Throws SetupError or
 /// a file system error, and leaves everything as it was.

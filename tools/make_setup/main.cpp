@@ -13,11 +13,13 @@ using zephin::make_setup::BundleRequest;
 using zephin::make_setup::BundleResult;
 
 constexpr const char* kHelp =
-    R"(Usage: make_setup [--strict] [--set NAME=VALUE]... FOLDER STUB_APP OUTPUT_APP
+    R"(Usage: make_setup [--archive] [--strict] [--set NAME=VALUE]... FOLDER STUB_APP OUTPUT_APP
        make_setup --check [--strict] [--set NAME=VALUE]... FOLDER
 
 Makes an installer from a folder with a setup.json and the stub's bundle.
 
+  --archive           also make NAME.tar.gz, the one file to hand out: bundle,
+                      desktop entry and a short README.txt, in a folder NAME
   --check             only look for faults in the folder; write nothing
   --strict            treat warnings as errors
   --set NAME=VALUE    replace ${NAME} in setup.json by another value than its default
@@ -51,6 +53,8 @@ CommandLine Read(const std::vector<std::string>& arguments) {
     }
     if (argument == "--check") {
       line.task = Task::Check;
+    } else if (argument == "--archive") {
+      line.request.archive = true;
     } else if (argument == "--strict") {
       line.request.strict = true;
     } else if (argument == "--set") {

@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "tools/make_setup/setup_error.h"
+#include "tools/make_setup/zstd_packer.h"
 
 namespace zephin::make_setup {
 namespace {
@@ -103,8 +104,7 @@ std::string Compress(std::string_view content, libdeflate_compressor* compressor
   return stream;
 }
 
-/// Whether none of many samples of a piece gains anything, as in pictures and archives: the whole
-/// would take as long as any other content, for nothing.
+/// Without it such a content would take as long as any other, for nothing.
 bool IsIncompressible(std::string_view content, libdeflate_compressor* compressor) {
   constexpr std::size_t kShortest = 1 << 17;
   constexpr std::size_t kSample = 1 << 12;
@@ -121,7 +121,7 @@ bool IsIncompressible(std::string_view content, libdeflate_compressor* compresso
   return true;
 }
 
-PackedPiece Pack(const Piece& piece, const Compressors& compressors) {
+PackedPiece PackDeflated(const Piece& piece, const Compressors& compressors) {
   if (!compressors.usual || !compressors.copying) {
     throw std::bad_alloc();
   }
@@ -141,6 +141,20 @@ PackedPiece Pack(const Piece& piece, const Compressors& compressors) {
   return packed;
 }
 
+/// Whether a large file is like a picture or an archive everywhere that a look is taken.
+bool IsIncompressibleFile(const std::string& file, std::uint64_t size,
+                          libdeflate_compressor* compressor) {
+  constexpr std::uint64_t kPlaces = 8;
+  constexpr std::uint64_t kLook = kLongestPiece / 2;
+  for (std::uint64_t i = 0; i < kPlaces; ++i) {
+    const std::uint64_t place = (size - kLook) / (kPlaces - 1) * i;
+    if (!IsIncompressible(ReadPiece({file, place, kLook, false, false}), compressor)) {
+      return false;
+    }
+  }
+  return true;
+}
+
 }  // namespace
 
 std::vector<Piece> PiecesOf(const std::string& file, std::uint64_t size) {
@@ -154,8 +168,15 @@ std::vector<Piece> PiecesOf(const std::string& file, std::uint64_t size) {
   return pieces;
 }
 
-PackedPieces::PackedPieces(std::vector<Piece> pieces, unsigned threads)
-    : pieces_(std::move(pieces)) {
+/// What each thread has of its own.
+struct PackedPieces::Packers {
+  const Compressors deflate;
+  ZstdPacker zstd;
+  bool stored = false;  ///< Of the file that zstd is at.
+};
+
+PackedPieces::PackedPieces(std::vector<Piece> pieces, unsigned threads, Compression compression)
+    : pieces_(std::move(pieces)), compression_(compression) {
   const unsigned wanted = threads == 0 ? std::thread::hardware_concurrency() : threads;
   for (unsigned i = 0; i < std::clamp(wanted, 1U, kMostThreads); ++i) {
     threads_.emplace_back([this] { Work(); });
@@ -187,27 +208,67 @@ PackedPiece PackedPieces::Next() {
   return std::move(result.piece);
 }
 
+PackedPiece PackedPieces::Pack(std::size_t index, Packers& packers) const {
+  const Piece& piece = pieces_[index];
+  if (compression_ == Compression::Deflate) {
+    return PackDeflated(piece, packers.deflate);
+  }
+  std::string content = ReadPiece(piece);
+  PackedPiece packed;
+  packed.crc = libdeflate_crc32(0, content.data(), content.size());
+  if (piece.first && piece.last) {
+    packers.stored = IsIncompressible(content, packers.deflate.usual.get());
+    if (!packers.stored) {
+      packed.bytes = packers.zstd.Pack(content);
+      packers.stored = packed.bytes.size() >= content.size();
+    }
+  } else {
+    if (piece.first) {
+      std::uint64_t size = piece.length;
+      for (std::size_t i = index; !pieces_[i].last; ++i) {
+        size += pieces_[i + 1].length;
+      }
+      packers.stored = IsIncompressibleFile(piece.file, size, packers.deflate.usual.get());
+      packers.zstd.Begin(size);
+    }
+    if (!packers.stored) {
+      packed.bytes = packers.zstd.Continue(content, piece.last);
+    }
+  }
+  packed.stored = packers.stored;
+  if (packed.stored) {
+    packed.bytes = std::move(content);
+  }
+  return packed;
+}
+
 void PackedPieces::Work() {
-  const Compressors compressors;
+  Packers packers;
   std::unique_lock lock(mutex_);
-  for (;;) {
-    changed_.wait(lock,
-                  [this] { return stopped_ || begun_ == pieces_.size() || ahead_ < kMostAhead; });
-    if (stopped_ || begun_ == pieces_.size()) {
-      return;
+  while (!stopped_ && begun_ < pieces_.size()) {
+    std::size_t index = begun_++;
+    // A frame can't be made by two threads.
+    while (compression_ == Compression::Zstd && !pieces_[begun_ - 1].last) {
+      ++begun_;
     }
-    const std::size_t index = begun_++;
-    ahead_ += pieces_[index].length;
-    lock.unlock();
-    Result result;
-    try {
-      result.piece = Pack(pieces_[index], compressors);
-    } catch (...) {
-      result.error = std::current_exception();
+    for (const std::size_t end = begun_; index < end; ++index) {
+      // What Next waits for is made in any case: the room may be taken by pieces behind it.
+      changed_.wait(lock, [&] { return stopped_ || index == taken_ || ahead_ < kMostAhead; });
+      if (stopped_) {
+        return;
+      }
+      ahead_ += pieces_[index].length;
+      lock.unlock();
+      Result result;
+      try {
+        result.piece = Pack(index, packers);
+      } catch (...) {
+        result.error = std::current_exception();
+      }
+      lock.lock();
+      results_.emplace(index, std::move(result));
+      changed_.notify_all();
     }
-    lock.lock();
-    results_.emplace(index, std::move(result));
-    changed_.notify_all();
   }
 }
 

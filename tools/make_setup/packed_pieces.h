@@ -28,10 +28,15 @@ inline constexpr std::uint64_t kLongestPiece = 1 << 20;
 /// The pieces of a file of `size` bytes.
 std::vector<Piece> PiecesOf(const std::string& file, std::uint64_t size);
 
+/// How contents are compressed where that makes them shorter.
+enum class Compression { Deflate, Zstd };
+
 struct PackedPiece {
-  /// Those of all pieces of a file, joined, are one deflate stream. A file of one piece that
-  /// compression would not make shorter is stored as it is.
+  /// Those of all pieces of a file, joined, are one deflate stream or one zstd frame, of which the
+  /// part of a piece may be empty.
   std::string bytes;
+  /// The file is stored as it is, since compression would not make it shorter. The same for all
+  /// pieces of a file.
   bool stored = false;
   std::uint32_t crc = 0;  ///< CRC-32 of the piece's content.
 };
@@ -41,8 +46,10 @@ struct PackedPiece {
 /// number of pieces.
 class PackedPieces {
  public:
-  /// `threads`: 0 for one on each processor.
-  PackedPieces(std::vector<Piece> pieces, unsigned threads);
+  /// `threads`: 0 for one on each processor. The pieces of a file must follow each other. With zstd
+  /// they are compressed by one thread.
+  PackedPieces(std::vector<Piece> pieces, unsigned threads,
+               Compression compression = Compression::Deflate);
   /// Ends the threads, also before all pieces are compressed.
   ~PackedPieces();
   PackedPieces(const PackedPieces&) = delete;
@@ -53,13 +60,16 @@ class PackedPieces {
   PackedPiece Next();
 
  private:
+  struct Packers;
   struct Result {
     PackedPiece piece;
     std::exception_ptr error;
   };
   void Work();
+  PackedPiece Pack(std::size_t index, Packers& packers) const;
 
   const std::vector<Piece> pieces_;
+  const Compression compression_;
   std::mutex mutex_;
   std::condition_variable changed_;
   std::map<std::size_t, Result> results_;  ///< Of pieces from `taken_` on, by their index.

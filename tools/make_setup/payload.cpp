@@ -34,8 +34,12 @@ void ForEachBlock(std::istream& from, std::uint64_t size,
 }  // namespace
 
 void WritePayload(const fs::path& folder, const std::string& topName, const fs::path& payload,
-                  const PackReport& report) {
-  ZipFolder(folder, payload, {.topName = topName, .form = ZipForm::Scrambled, .report = report});
+                  Compression compression, const PackReport& report) {
+  ZipFolder(folder, payload,
+            {.topName = topName,
+             .form = ZipForm::Scrambled,
+             .compression = compression,
+             .report = report});
 }
 
 void CutIntoPieces(const fs::path& payload, std::uint64_t size, const fs::path& resources,

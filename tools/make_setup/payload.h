@@ -14,7 +14,8 @@ namespace zephin::make_setup {
 /// Writes the contents of a folder as the file `payload`. `topName` is the name of the archive's
 /// top-level folder: that of the target folder, with "Patch" at the end in a patch.
 void WritePayload(const std::filesystem::path& folder, const std::string& topName,
-                  const std::filesystem::path& payload, const PackReport& report = {});
+                  const std::filesystem::path& payload,
+                  Compression compression = Compression::Deflate, const PackReport& report = {});
 
 /// Cuts a payload into pieces of `size` bytes and deletes it. Writes "Data#1" to `resources`, and
 /// "Data#2", "Data#3" and so on to "Data#End" to `beside`. Throws SetupError for a size that gives

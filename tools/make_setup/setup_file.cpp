@@ -159,6 +159,14 @@ void ReadHelpers(Fields& fields, const fs::path& folder, Setup& setup) {
   }
 }
 
+void ReadCompression(Fields& fields, Setup& setup) {
+  const std::string name = fields.Text("compression");
+  if (!name.empty() && name != "deflate" && name != "zstd") {
+    throw SetupError("compression: " + Quoted(name) + R"(: must be "deflate" or "zstd")");
+  }
+  setup.compression = name == "zstd" ? Compression::Zstd : Compression::Deflate;
+}
+
 void ReadPayload(Fields& fields, const fs::path& folder, Setup& setup) {
   setup.pieceSize = fields.Number("pieceSize");
   if (!fields.Has("patch")) {
@@ -194,6 +202,7 @@ Setup ReadSetup(const fs::path& folder, const std::map<std::string, std::string>
     ReadHelpers(fields, folder, setup);
     CheckProgram("fExecuteBeforeName", record.fExecuteBeforeName, setup);
     CheckProgram("fExecuteAfterName", record.fExecuteAfterName, setup);
+    ReadCompression(fields, setup);
     ReadPayload(fields, folder, setup);
     ReadSelections(fields, folder, setup);
     record.fPostCopy = ReadCommands(fields);

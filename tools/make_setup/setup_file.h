@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "setup/record.h"
+#include "tools/make_setup/packed_pieces.h"
 
 /// The file setup.json in a setup's folder, which describes one bundle. The record's fields have
 /// their own names there; a page is the name of a text file or an HTML file, a picture that of a
@@ -50,9 +51,10 @@ struct PatchSource {
 /// Everything that goes into one bundle.
 struct Setup {
   SetupRecord record;
-  std::filesystem::path payload;     ///< Empty if `patch` is set.
-  std::optional<PatchSource> patch;  ///< The payload is made from these two folders.
-  std::uint64_t pieceSize = 0;       ///< In bytes; 0 for a payload in one file.
+  std::filesystem::path payload;                   ///< Empty if `patch` is set.
+  std::optional<PatchSource> patch;                ///< The payload is made from these two folders.
+  std::uint64_t pieceSize = 0;                     ///< In bytes; 0 for a payload in one file.
+  Compression compression = Compression::Deflate;  ///< Of the payload and the archives.
   /// Files and application bundles that are copied beside the record under their own names.
   std::vector<std::filesystem::path> helpers;
   std::vector<ArchiveSource> archives;

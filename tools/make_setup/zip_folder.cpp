@@ -28,7 +28,7 @@ std::int64_t UnixTime(const fs::path& path) {
 /// An item of the archive and the pieces of its content.
 struct Planned {
   ZipEntry entry;
-  std::string target;  ///< Of a link; the content of every other item is in pieces.
+  std::string target = {};  ///< Of a link.
   std::size_t pieces = 0;
 };
 
@@ -58,7 +58,7 @@ class Plan {
   void Add(const TreeItem& item) {
     const fs::path path = folder_ / item.path;
     const auto mode = static_cast<std::uint32_t>(item.mode);
-    Planned added{{NameOf(item), 0, 0, item.size}, "", 0};
+    Planned added{.entry = {.name = NameOf(item), .size = item.size}};
     switch (item.kind) {
       case ItemKind::File: {
         added.entry.mode = kUnixFile | mode;
@@ -101,34 +101,36 @@ class Plan {
 
 /// Packs an item's pieces, which are the next ones.
 void WritePieces(const Planned& item, PackedPieces& pieces, ZipWriter& zip,
-                 const PackReport& report) {
+                 const ZipOptions& options) {
   std::uint64_t left = item.entry.size;
   uLong crc = 0;
-  bool stored = false;
+  ZipMethod method = ZipMethod::Stored;
   for (std::size_t i = 0; i < item.pieces; ++i) {
     PackedPiece piece = pieces.Next();
     const std::uint64_t length = std::min(left, kLongestPiece);
     crc = crc32_combine(crc, piece.crc, static_cast<z_off_t>(length));
-    stored = piece.stored;
+    method = piece.stored                                  ? ZipMethod::Stored
+             : options.compression == Compression::Deflate ? ZipMethod::Deflated
+                                                           : ZipMethod::Zstd;
     zip.Write(std::move(piece.bytes));
     left -= length;
-    if (report) {
-      report(left == 0 ? 1 : 0, length);
+    if (options.report) {
+      options.report(left == 0 ? 1 : 0, length);
     }
   }
-  zip.End(stored, static_cast<std::uint32_t>(crc));
+  zip.End(method, static_cast<std::uint32_t>(crc));
 }
 
 void WriteArchive(const Plan& plan, ZipWriter& zip, const ZipOptions& options) {
-  PackedPieces pieces(plan.pieces, options.threads);
+  PackedPieces pieces(plan.pieces, options.threads, options.compression);
   for (const Planned& item : plan.planned) {
     zip.Begin(item.entry);
     if (item.pieces > 0) {
-      WritePieces(item, pieces, zip, options.report);
+      WritePieces(item, pieces, zip, options);
       continue;
     }
     zip.Write(item.target);
-    zip.End(true,
+    zip.End(ZipMethod::Stored,
             static_cast<std::uint32_t>(crc32(0, reinterpret_cast<const Bytef*>(item.target.data()),
                                              static_cast<uInt>(item.target.size()))));
   }

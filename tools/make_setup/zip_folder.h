@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 
+#include "tools/make_setup/packed_pieces.h"
 #include "tools/make_setup/zip_writer.h"
 
 namespace zephin::make_setup {
@@ -19,6 +20,7 @@ struct ZipOptions {
   /// level themselves, and there must be some.
   std::string topName = {};
   ZipForm form = ZipForm::Plain;
+  Compression compression = Compression::Deflate;
   unsigned threads = 0;  ///< 0 for one on each processor. The archive doesn't depend on it.
   PackReport report = {};
 };

@@ -14,9 +14,9 @@ constexpr std::uint32_t kDirectoryEnd = 0x06054b50;
 constexpr std::uint32_t kDirectoryEnd64 = 0x06064b50;
 constexpr std::uint32_t kDirectoryEnd64Locator = 0x07064b50;
 constexpr std::uint16_t kNamesAreUtf8 = 0x0800;
-constexpr std::uint16_t kDeflated = 8;
 constexpr std::uint16_t kVersion = 20;
 constexpr std::uint16_t kVersion64 = 45;
+constexpr std::uint16_t kVersionZstd = 63;
 constexpr std::uint16_t kMadeOnUnix = 3 << 8;
 constexpr std::uint16_t kTimeField = 0x5455;
 constexpr std::uint16_t kSizesField = 1;
@@ -46,6 +46,11 @@ bool IsLarge(const ZipEntry& entry) {
   return entry.size > kLargest32;
 }
 
+/// The version of the format that a reader must know.
+std::uint16_t VersionFor(const ZipEntry& entry, bool fields64) {
+  return entry.method == ZipMethod::Zstd ? kVersionZstd : fields64 ? kVersion64 : kVersion;
+}
+
 /// Time and date as the format has them: in steps of two seconds, from 1980 to 2107. They are UTC,
 /// so that an archive is the same wherever it is made; programs prefer the field of 1970.
 void PutTime(std::string& text, std::int64_t seconds) {
@@ -66,7 +71,7 @@ void PutTime(std::string& text, std::int64_t seconds) {
 /// The part that both headers have in common, from the flags to the sizes.
 void PutDescription(std::string& text, const ZipEntry& entry, std::uint64_t packedSize) {
   Put16(text, kNamesAreUtf8);
-  Put16(text, entry.stored ? 0 : kDeflated);
+  Put16(text, static_cast<std::uint16_t>(entry.method));
   PutTime(text, entry.time);
   Put32(text, entry.crc);
   Put32(text, IsLarge(entry) ? kElsewhere : packedSize);
@@ -111,10 +116,10 @@ void ZipWriter::Write(std::string data) {
   Append(std::move(data));
 }
 
-void ZipWriter::End(bool stored, std::uint32_t crc) {
+void ZipWriter::End(ZipMethod method, std::uint32_t crc) {
   Written& item = items_.back();
   item.packedSize = length_ - dataStart_;
-  item.entry.stored = stored;
+  item.entry.method = method;
   item.entry.crc = crc;
   std::string header = LocalHeader(item);
   if (form_ == ZipForm::Scrambled) {
@@ -145,7 +150,7 @@ std::string ZipWriter::LocalHeader(const Written& item) {
   const std::string extra = SizesField(large) + TimeField(entry);
   std::string header;
   Put32(header, kLocalHeader);
-  Put16(header, IsLarge(entry) ? kVersion64 : kVersion);
+  Put16(header, VersionFor(entry, IsLarge(entry)));
   PutDescription(header, entry, item.packedSize);
   Put16(header, extra.size());
   return header + entry.name + extra;
@@ -162,7 +167,7 @@ std::string ZipWriter::DirectoryHeader(const Written& item) {
   if (isFar) {
     large.push_back(item.position);
   }
-  const std::uint16_t version = large.empty() ? kVersion : kVersion64;
+  const std::uint16_t version = VersionFor(entry, !large.empty());
   const std::string extra = SizesField(large) + TimeField(entry);
   std::string header;
   Put32(header, kDirectoryHeader);

@@ -10,14 +10,17 @@
 
 namespace zephin::make_setup {
 
+/// How the data of an item are packed, by the numbers of the zip format.
+enum class ZipMethod : std::uint16_t { Stored = 0, Deflated = 8, Zstd = 93 };
+
 /// An item of a zip archive.
 struct ZipEntry {
   std::string name;        ///< UTF-8, with "/" between names, and at the end of a folder's.
   std::uint32_t mode = 0;  ///< Kind and permissions as the system has them (st_mode).
   std::int64_t time = 0;   ///< In seconds since 1970, UTC.
   std::uint64_t size = 0;  ///< Of the content, in bytes.
-  bool stored = false;     ///< The data is the content itself; else it is a deflate stream.
   std::uint32_t crc = 0;   ///< CRC-32 of the content.
+  ZipMethod method = ZipMethod::Stored;
 };
 
 /// Whether the file is scrambled as a whole, as the payload of a bundle is.
@@ -30,11 +33,11 @@ class ZipWriter {
  public:
   explicit ZipWriter(const std::filesystem::path& path, ZipForm form);
 
-  /// Begins an entry, of which only `stored` and `crc` may be unknown until `End`.
+  /// Begins an entry, of which only `crc` and `method` may be unknown until `End`.
   void Begin(const ZipEntry& entry);
   /// Appends to the data of the entry.
   void Write(std::string data);
-  void End(bool stored, std::uint32_t crc);
+  void End(ZipMethod method, std::uint32_t crc);
 
   /// Writes the directory and closes the file.
   void Close();

@@ -3,8 +3,11 @@
 #include <system_error>
 
 #include "platform/expander/common/text.h"
+#include "platform/expander/report/report.h"
 
 namespace zephin::expander {
+
+static_assert(Faults::kWholeArchive == Report::kWholeArchive);
 
 std::string Cause::Text() const {
   std::string text = text_ == nullptr ? "" : text_;
@@ -15,7 +18,7 @@ std::string Cause::Text() const {
   return text;
 }
 
-void Faults::Add(std::uint32_t order, std::string_view name, std::string_view why) {
+void Faults::Count(std::uint32_t order, std::string_view name, std::string_view why) {
   const std::lock_guard<std::mutex> lock(mutex_);
   if (count_ == 0 || order < firstOrder_) {
     firstOrder_ = order;
@@ -24,8 +27,19 @@ void Faults::Add(std::uint32_t order, std::string_view name, std::string_view wh
   ++count_;
 }
 
+void Faults::Add(std::uint32_t order, std::string_view name, std::string_view why, Reason reason) {
+  Count(order, name, why);
+  if (report_ != nullptr) {
+    report_->AddFault(order, reason, name, why);
+  }
+}
+
 void Faults::Add(std::uint32_t order, std::string_view name, const Cause& cause) {
-  Add(order, name, cause.Text());
+  if (cause.KeepsItem()) {
+    Count(order, name, cause.Text());
+  } else {
+    Add(order, name, cause.Text(), cause.ForUser());
+  }
 }
 
 std::uint64_t Faults::Count() const {

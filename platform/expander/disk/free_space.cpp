@@ -54,17 +54,32 @@ Found CountExisting(const Plan& plan, int folder, std::uint64_t block) {
   return found;
 }
 
-std::string Figures(const char* what, std::uint64_t needed, std::uint64_t free) {
-  return "needs " + std::to_string(needed) + " " + what + ", but only " + std::to_string(free) +
-         " are free on the disk";
+// Part of a disk may be reserved for the system's own user.
+bool IsSystem() {
+  return ::geteuid() == 0;
+}
+
+std::uint64_t FreeBytes(const struct statvfs& disk) {
+  return MultiplySaturated(IsSystem() ? disk.f_bfree : disk.f_bavail, disk.f_frsize);
 }
 
 }  // namespace
 
-std::string WhyNoRoom(const Plan& plan, int folder, Existing existing) {
+std::string Shortage::Text() const {
+  return "needs " + std::to_string(needed) +
+         (reason == Reason::NoSpace ? " bytes" : " files and folders") + ", but only " +
+         std::to_string(free) + " are free on the disk";
+}
+
+std::uint64_t FreeBytes(int folder) {
+  struct statvfs disk {};
+  return ::fstatvfs(folder, &disk) == 0 ? FreeBytes(disk) : 0;
+}
+
+std::optional<Shortage> FindShortage(const Plan& plan, int folder, Existing existing) {
   struct statvfs disk {};
   if (::fstatvfs(folder, &disk) != 0 || disk.f_blocks == 0 || disk.f_frsize == 0) {
-    return {};
+    return std::nullopt;
   }
   const std::uint64_t block = disk.f_frsize;
   const std::uint64_t items = plan.files.size() + plan.links.size() + plan.folders.size() - 1;
@@ -74,22 +89,20 @@ std::string WhyNoRoom(const Plan& plan, int folder, Existing existing) {
     const std::uint64_t blocks = entry.size / block + (entry.size % block != 0 ? 1 : 0);
     needed = AddSaturated(needed, MultiplySaturated(blocks, block));
   }
-  // Part of a disk may be reserved for the system's own user.
-  const bool system = ::geteuid() == 0;
-  const std::uint64_t free = MultiplySaturated(system ? disk.f_bfree : disk.f_bavail, block);
-  const std::uint64_t freeItems = system ? disk.f_ffree : disk.f_favail;
+  const std::uint64_t free = FreeBytes(disk);
+  const std::uint64_t freeItems = IsSystem() ? disk.f_ffree : disk.f_favail;
   const bool countsItems = disk.f_files != 0;
   if (needed <= free && (!countsItems || items <= freeItems)) {
-    return {};
+    return std::nullopt;
   }
   const Found found = existing == Existing::Replace ? CountExisting(plan, folder, block) : Found{};
   if (needed > AddSaturated(free, found.bytes)) {
-    return Figures("bytes", needed, free);
+    return Shortage{Reason::NoSpace, needed, free};
   }
   if (countsItems && items > AddSaturated(freeItems, found.items)) {
-    return Figures("files and folders", items, freeItems);
+    return Shortage{Reason::NoFileSlots, items, freeItems};
   }
-  return {};
+  return std::nullopt;
 }
 
 }  // namespace zephin::expander

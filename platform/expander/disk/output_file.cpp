@@ -45,7 +45,7 @@ Cause CheckReplaceable(int folder, const char* leaf, const Replacing& replacing)
     return Cause::System(EISDIR);
   }
   if (replacing.made.Has(FileId::From(status))) {
-    return Cause::Fixed("has the same name as another entry on this disk");
+    return Cause::Fixed("has the same name as another entry on this disk", Reason::InTheWay);
   }
   return Cause::System(replacing.existing == Existing::Keep ? EEXIST : 0);
 }

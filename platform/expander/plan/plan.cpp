@@ -90,6 +90,15 @@ void AddFolder(const Entry& entry, FolderTable& table, std::vector<Folder>& fold
   folder.attributes = entry.attributes;
 }
 
+Reason ReasonToRefuse(const Entry& entry, std::size_t longestPath) {
+  if (entry.path.empty() || entry.path.size() > longestPath) {
+    return Reason::NameRefused;
+  }
+  const bool encrypted = (entry.flags & (kFlagEncrypted | kFlagStrongEncryption)) != 0;
+  const bool known = entry.method == kMethodStored || entry.method == kMethodDeflated;
+  return encrypted || !known ? Reason::Unsupported : Reason::Damaged;
+}
+
 /// The entries that are neither refused nor companions.
 std::vector<const Entry*> Usable(const std::vector<Entry>& entries, std::size_t longestPath,
                                  Faults& faults) {
@@ -104,7 +113,7 @@ std::vector<const Entry*> Usable(const std::vector<Entry>& entries, std::size_t 
       refusal = "the name is longer than a path can be";
     }
     if (refusal != nullptr) {
-      faults.Add(entry.order, entry.storedName, refusal);
+      faults.Add(entry.order, entry.storedName, refusal, ReasonToRefuse(entry, longestPath));
     } else {
       usable.push_back(&entry);
     }
@@ -130,7 +139,7 @@ Plan MakePlan(const std::vector<Entry>& entries, std::size_t tableSize, std::siz
     }
     if (table.Full()) {
       faults.Add(Faults::kWholeArchive, entry->storedName,
-                 "needs more folders than an archive of this size may have");
+                 "needs more folders than an archive of this size may have", Reason::NoArchive);
       plan.folders.resize(1);
       return plan;
     }
@@ -141,7 +150,8 @@ Plan MakePlan(const std::vector<Entry>& entries, std::size_t tableSize, std::siz
       continue;
     }
     if (table.Has(entry->path)) {
-      faults.Add(entry->order, entry->storedName, "is a file or link where a folder must be");
+      faults.Add(entry->order, entry->storedName, "is a file or link where a folder must be",
+                 Reason::Damaged);
       continue;
     }
     auto& list = entry->kind == EntryKind::Link ? plan.links : plan.files;

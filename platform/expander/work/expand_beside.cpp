@@ -41,11 +41,6 @@ bool EndsInZip(std::string_view name) {
   return end == ".zip";
 }
 
-std::string NameWithoutZip(const std::string& name) {
-  const std::string stem = EndsInZip(name) ? name.substr(0, name.size() - 4) : name;
-  return stem.empty() ? "Archive" : stem;
-}
-
 enum class ItemKind { File, Folder };
 
 /// "Name" for 1, "Name 2" for 2. Extensions are kept: "page 2.html", "Tool 2.app".
@@ -63,12 +58,14 @@ std::string NumberedName(const std::string& name, int number, ItemKind kind) {
 /// One expansion beside an archive that is already open.
 class Placement {
  public:
-  Placement(const ArchiveFile& file, const std::string& archivePath, mode_t mask, Faults& faults)
+  Placement(const ArchiveFile& file, const std::string& archivePath, mode_t mask, Faults& faults,
+            Report& report)
       : file_(file),
         archivePath_(archivePath),
         beside_(archivePath),
         mask_(mask),
-        faults_(faults) {}
+        faults_(faults),
+        report_(report) {}
 
   void Run(Result& result);
 
@@ -87,6 +84,7 @@ class Placement {
   ArchivePath beside_;
   mode_t mask_;
   Faults& faults_;
+  Report& report_;
   Descriptor parent_;
   Plan plan_;
   Replacing replacing_{Existing::Keep, {}};
@@ -99,8 +97,9 @@ void Placement::Run(Result& result) {
     return;
   }
   CentralDirectory directory;
+  const NameLease lease(report_);
   directory.Read(file_, archivePath_, faults_);
-  const std::string ownName = NameWithoutZip(beside_.name);
+  const std::string ownName = NameOfContents(archivePath_);
   // Room for the archive's own name too, and for a number behind a name.
   const std::size_t room = RoomBelow(beside_.folder);
   const std::size_t aside = ownName.size() + 8;
@@ -108,8 +107,9 @@ void Placement::Run(Result& result) {
   if (plan_.folders.size() == 1 && plan_.files.empty() && plan_.links.empty()) {
     return;
   }
-  if (const std::string why = WhyNoRoom(plan_, parent_.Number(), Existing::Keep); !why.empty()) {
-    faults_.Add(Faults::kWholeArchive, archivePath_, why);
+  if (const auto shortage = FindShortage(plan_, parent_.Number(), Existing::Keep)) {
+    faults_.Add(Faults::kWholeArchive, archivePath_, shortage->Text(), shortage->reason);
+    report_.SetSpace(shortage->needed, shortage->free);
     return;
   }
   const std::string only(OnlyTopItem(plan_));
@@ -149,7 +149,8 @@ void Placement::PlaceFolder(std::uint32_t folder, const std::string& wanted, Res
     return;
   }
   WorkControl control;
-  Site site{file_, plan_, Root{root.Number(), folder}, faults_, control, replacing_, mask_};
+  Site site{file_,   plan_, Root{root.Number(), folder}, faults_, control, replacing_,
+            report_, mask_};
   RootWatch watch(parent_.Number(), result.placedAs, root.Number(), control);
   RunSteps(site, &watch, result);
   if (watch.End() == RootState::Vanishing) {
@@ -171,7 +172,7 @@ void Placement::PlaceFile(Entry& entry, Result& result) {
            ++number <= kMostNames);
   entry.path = result.placedAs;
   WorkControl control;
-  Site site{file_, plan_, Root{parent_.Number(), 0}, faults_, control, replacing_, mask_};
+  Site site{file_, plan_, Root{parent_.Number(), 0}, faults_, control, replacing_, report_, mask_};
   RunSteps(site, nullptr, result);
   if (result.expanded == 0) {
     result.placedAs.clear();
@@ -188,23 +189,30 @@ void Placement::RunSteps(Site& site, RootWatch* watch, Result& result) {
   }
   FinishFolders(site);
   if (site.control.Stopped()) {
-    faults_.Add(Faults::kWholeArchive, result.placedAs,
-                "was deleted or moved during the expansion");
+    faults_.Add(Faults::kWholeArchive, result.placedAs, "was deleted or moved during the expansion",
+                Reason::Gone);
   }
+  FinishReport(site);
   result.expanded = CountExpanded(site);
 }
 
 }  // namespace
 
-Result ExpandBeside(const std::string& archivePath) {
+std::string NameOfContents(const std::string& archivePath) {
+  const std::string name = ArchivePath(archivePath).name;
+  const std::string stem = EndsInZip(name) ? name.substr(0, name.size() - 4) : name;
+  return stem.empty() ? "Archive" : stem;
+}
+
+Result ExpandBeside(const std::string& archivePath, Report& report) {
   Result result;
-  Faults faults;
+  Faults faults(report);
   ArchiveFile file;
   // Opened first: the archive may be deleted at any time.
   if (const int code = file.Open(archivePath); code != 0) {
     faults.Add(Faults::kWholeArchive, archivePath, Cause::System(code));
   } else {
-    Placement(file, archivePath, CreationMask(), faults).Run(result);
+    Placement(file, archivePath, CreationMask(), faults, report).Run(result);
   }
   result.faults = faults.Count();
   result.firstFault = faults.First();

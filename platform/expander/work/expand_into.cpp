@@ -37,32 +37,37 @@ Descriptor OpenFolder(const std::string& path) {
 }
 
 void Expand(const ArchiveFile& file, const std::string& archivePath, int folder,
-            const std::string& folderPath, mode_t mask, Result& result, Faults& faults) {
+            const std::string& folderPath, mode_t mask, Result& result, Faults& faults,
+            Report& report) {
   CentralDirectory directory;
+  const NameLease lease(report);
   directory.Read(file, archivePath, faults);
   Plan plan = MakePlan(directory.entries, directory.Size(), RoomBelow(folderPath), faults);
-  if (const std::string why = WhyNoRoom(plan, folder, Existing::Replace); !why.empty()) {
-    faults.Add(Faults::kWholeArchive, archivePath, why);
+  if (const auto shortage = FindShortage(plan, folder, Existing::Replace)) {
+    faults.Add(Faults::kWholeArchive, archivePath, shortage->Text(), shortage->reason);
+    report.SetSpace(shortage->needed, shortage->free);
     return;
   }
   WorkControl control;
   Replacing replacing;
-  Site site{file, plan, Root{folder, 0}, faults, control, replacing, mask};
+  Site site{file, plan, Root{folder, 0}, faults, control, replacing, report, mask};
   MakeFolders(site);
   WriteFiles(site);
   MakeLinks(site);
   FinishFolders(site);
   if (control.Stopped()) {
-    faults.Add(Faults::kWholeArchive, folderPath, "was deleted or moved during the expansion");
+    faults.Add(Faults::kWholeArchive, folderPath, "was deleted or moved during the expansion",
+               Reason::Gone);
   }
+  FinishReport(site);
   result.expanded = CountExpanded(site);
 }
 
 }  // namespace
 
-Result ExpandInto(const std::string& archivePath, const std::string& folderPath) {
+Result ExpandInto(const std::string& archivePath, const std::string& folderPath, Report& report) {
   Result result;
-  Faults faults;
+  Faults faults(report);
   const mode_t mask = CreationMask();
   const int made = ForceFolder(folderPath);
   const Descriptor folder = OpenFolder(folderPath);
@@ -72,7 +77,7 @@ Result ExpandInto(const std::string& archivePath, const std::string& folderPath)
   } else if (const int code = file.Open(archivePath); code != 0) {
     faults.Add(Faults::kWholeArchive, archivePath, Cause::System(code));
   } else {
-    Expand(file, archivePath, folder.Number(), folderPath, mask, result, faults);
+    Expand(file, archivePath, folder.Number(), folderPath, mask, result, faults, report);
   }
   result.faults = faults.Count();
   result.firstFault = faults.First();

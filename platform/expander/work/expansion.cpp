@@ -10,9 +10,12 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 #include <memory>
 #include <string_view>
 
+#include "platform/expander/disk/free_space.h"
+#include "platform/expander/report/report.h"
 #include "platform/expander/zip/entry_data.h"
 
 namespace zephin::expander {
@@ -133,9 +136,23 @@ Cause MakeLink(Site& site, Entry& entry, int folder, const std::string& target, 
   return {};
 }
 
+/// The size of the files for which `counts`, in bytes; not above the largest number.
+template <class Predicate>
+std::uint64_t BytesOf(const Plan& plan, Predicate counts) {
+  std::uint64_t bytes = 0;
+  for (const Entry& entry : plan.files) {
+    if (counts(entry)) {
+      bytes += std::min(entry.size, std::numeric_limits<std::uint64_t>::max() - bytes);
+    }
+  }
+  return bytes;
+}
+
 }  // namespace
 
 void MakeFolders(Site& site) {
+  site.report.SetWork(BytesOf(site.plan, [](const Entry&) { return true; }),
+                      site.plan.files.size() + site.plan.links.size());
   FolderDescriptors descriptors(site.plan.folders, site.root);
   for (std::uint32_t i = 1; i < site.plan.folders.size() && !site.control.Stopped(); ++i) {
     if (i != site.root.folder) {
@@ -211,6 +228,16 @@ void RemoveRemains(Site& site) {
   }
 }
 
+void FinishReport(Site& site) {
+  if (site.control.Stopped()) {
+    site.report.SetTakenAway();
+    return;
+  }
+  // The disk may have been filled by others after the space was checked.
+  const auto missing = [](const Entry& entry) { return !entry.made; };
+  site.report.SetSpace(BytesOf(site.plan, missing), FreeBytes(site.root.descriptor));
+}
+
 std::uint64_t CountExpanded(const Site& site) {
   const auto made = [](const Entry& entry) { return entry.made; };
   const auto isDone = [](const Folder& folder) { return folder.named && folder.code == 0; };
@@ -224,10 +251,11 @@ std::uint64_t CountExpanded(const Site& site) {
 bool FolderLost(Site& site, const Entry& entry) {
   const int code = site.plan.folders[entry.folder].code;
   if (code == ENOTDIR) {
-    site.faults.Add(entry.order, entry.storedName, "a file or link is in the place of its folder");
+    site.faults.Add(entry.order, entry.storedName, "a file or link is in the place of its folder",
+                    Reason::InTheWay);
   } else if (code != 0) {
     site.faults.Add(entry.order, entry.storedName,
-                    "its folder could not be made: " + Cause::System(code).Text());
+                    "its folder could not be made: " + Cause::System(code).Text(), ReasonOf(code));
   }
   return code != 0;
 }

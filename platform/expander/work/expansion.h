@@ -20,6 +20,8 @@
 
 namespace zephin::expander {
 
+class Report;
+
 /// What all steps work on. The caller owns what it refers to.
 struct Site {
   const ArchiveFile& file;
@@ -28,6 +30,7 @@ struct Site {
   Faults& faults;
   WorkControl& control;
   Replacing& replacing;
+  Report& report;
   /// The process's file creation mask.
   mode_t mask = 0;
 };
@@ -43,6 +46,9 @@ void FinishFolders(Site& site);
 /// Deletes the files, links and empty folders that the steps made, as far as they still are the
 /// same items under the same names. What someone else has put in their place is kept.
 void RemoveRemains(Site& site);
+
+/// Completes the site's report, after all steps.
+void FinishReport(Site& site);
 
 /// The number of entries that are on disk whole, after all steps.
 std::uint64_t CountExpanded(const Site& site);

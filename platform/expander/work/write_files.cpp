@@ -11,6 +11,7 @@
 #include "platform/expander/common/resources.h"
 #include "platform/expander/disk/output_file.h"
 #include "platform/expander/plan/file_jobs.h"
+#include "platform/expander/report/report.h"
 #include "platform/expander/work/expansion.h"
 #include "platform/expander/work/threads.h"
 #include "platform/expander/zip/entry_data.h"
@@ -71,6 +72,7 @@ void FileWriter::Write(Entry& entry, Step writeLarge) {
   if (site_.control.Stopped() || FolderLost(site_, entry)) {
     return;
   }
+  site_.report.SetName(&entry.storedName);
   OutputFile file(site_.replacing);
   Outcome outcome = IsSmall(entry) ? WriteSmall(entry, file) : (this->*writeLarge)(entry, file);
   Cause attributes;
@@ -80,6 +82,7 @@ void FileWriter::Write(Entry& entry, Step writeLarge) {
   }
   entry.made = outcome.kind == Outcome::Kind::Written;
   entry.id = file.Id();
+  site_.report.AddEntry();
   if (outcome.kind == Outcome::Kind::Failed) {
     site_.faults.Add(entry.order, entry.storedName, outcome.cause);
     NoteLoss(site_);
@@ -105,6 +108,7 @@ Outcome FileWriter::WriteSmall(const Entry& entry, OutputFile& file) {
   }
   if (!cause) {
     cause = file.Write(data.data(), data.size());
+    site_.report.AddBytes(data.size());
   }
   return Outcome::From(cause);
 }
@@ -123,6 +127,7 @@ Outcome FileWriter::WriteBlocks(const Entry& entry, OutputFile& file) {
     if (const Cause cause = file.Write(buffer_.Data(), *size)) {
       return Outcome::From(cause);
     }
+    site_.report.AddBytes(*size);
     outcome = Check(file);
   }
   return outcome;
@@ -143,6 +148,7 @@ Outcome FileWriter::WriteThroughRelay(const Entry& entry, OutputFile& file) {
         relay.GiveUp();
         return;
       }
+      site_.report.AddBytes(data->size());
       relay.GiveBack();
     }
   });

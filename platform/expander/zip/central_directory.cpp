@@ -114,17 +114,27 @@ const char* CheckData(const Entry& entry) {
   if (entry.kind == EntryKind::Folder) {
     return nullptr;
   }
-  // One byte of deflated data unpacks to at most this many.
-  constexpr std::uint64_t kLargestRatio = 1032;
+  // One byte of packed data unpacks to at most this many. Of zstd a block of 128 KB that repeats
+  // one byte takes four.
+  constexpr std::uint64_t kLargestDeflateRatio = 1032;
+  constexpr std::uint64_t kLargestZstdRatio = (128U << 10U) / 4;
   if ((entry.flags & (kFlagEncrypted | kFlagStrongEncryption | kFlagMaskedHeaders)) != 0) {
     return "is encrypted";
   }
-  if (entry.method != kMethodStored && entry.method != kMethodDeflated) {
-    return "is packed by a method that is not known here";
+  bool possible = false;
+  switch (entry.method) {
+    case kMethodStored:
+      possible = entry.size == entry.packedSize;
+      break;
+    case kMethodDeflated:
+      possible = entry.size / kLargestDeflateRatio <= entry.packedSize;
+      break;
+    case kMethodZstd:
+      possible = entry.size / kLargestZstdRatio <= entry.packedSize;
+      break;
+    default:
+      return "is packed by a method that is not known here";
   }
-  const bool possible = entry.method == kMethodStored
-                            ? entry.size == entry.packedSize
-                            : entry.size / kLargestRatio <= entry.packedSize;
   return possible ? nullptr : "states a size that its data can't have";
 }
 
@@ -252,11 +262,12 @@ void CentralDirectory::Read(const ArchiveFile& file, const std::string& archiveN
                             Faults& faults) {
   DirectoryEnd end;
   if (const std::string why = FindDirectoryEnd(file, end); !why.empty()) {
-    faults.Add(Faults::kWholeArchive, archiveName, why);
+    faults.Add(Faults::kWholeArchive, archiveName, why, Reason::NoArchive);
     return;
   }
   if (end.size > kLargestTable) {
-    faults.Add(Faults::kWholeArchive, archiveName, "has a table of contents too large to be real");
+    faults.Add(Faults::kWholeArchive, archiveName, "has a table of contents too large to be real",
+               Reason::NoArchive);
     return;
   }
   bytes_.resize(end.size);
@@ -279,7 +290,8 @@ void CentralDirectory::Read(const ArchiveFile& file, const std::string& archiveN
   if ((entries.size() & mask) != (end.count & mask)) {
     faults.Add(Faults::kWholeArchive, archiveName,
                "its table of contents breaks off after " + std::to_string(entries.size()) + " of " +
-                   std::to_string(end.count) + " entries");
+                   std::to_string(end.count) + " entries",
+               Reason::NoArchive);
   }
   RefuseOverlaps(entries, end.offset);
 }

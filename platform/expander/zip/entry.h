@@ -60,6 +60,7 @@ constexpr const char* kSharesBytes = "shares bytes of the archive with another e
 
 constexpr std::uint16_t kMethodStored = 0;
 constexpr std::uint16_t kMethodDeflated = 8;
+constexpr std::uint16_t kMethodZstd = 93;
 constexpr std::uint16_t kFlagEncrypted = 1U << 0U;
 constexpr std::uint16_t kFlagDescriptor = 1U << 3U;
 constexpr std::uint16_t kFlagStrongEncryption = 1U << 6U;

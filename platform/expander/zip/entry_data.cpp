@@ -13,6 +13,17 @@ constexpr const char* kWrongSize = "its data are not as long as stated";
 
 }  // namespace
 
+Decoder* Unpacker::DecoderFor(const Entry& entry) {
+  switch (entry.method) {
+    case kMethodDeflated:
+      return &inflater;
+    case kMethodZstd:
+      return &zstd;
+    default:
+      return nullptr;
+  }
+}
+
 bool IsSmall(const Entry& entry) {
   return entry.size <= kSmallEntry && entry.packedSize <= kSmallEntry;
 }
@@ -29,8 +40,8 @@ Cause ReadSmallEntry(const Entry& entry, Unpacker& unpacker, char* buffer, std::
       return Cause::System(unpacker.reader.Code());
     }
   }
-  if (entry.method == kMethodDeflated) {
-    if (!unpacker.inflater.Whole(data, buffer, entry.size)) {
+  if (Decoder* const decoder = unpacker.DecoderFor(entry); decoder != nullptr) {
+    if (!decoder->Whole(data, buffer, entry.size)) {
       return Cause::Fixed(kDamaged);
     }
     data = std::string_view(buffer, entry.size);
@@ -41,11 +52,12 @@ Cause ReadSmallEntry(const Entry& entry, Unpacker& unpacker, char* buffer, std::
 EntryStream::EntryStream(const Entry& entry, Unpacker& unpacker)
     : entry_(entry),
       unpacker_(unpacker),
+      decoder_(unpacker.DecoderFor(entry)),
       packedLeft_(entry.packedSize),
       left_(entry.size),
       fault_(FindData(entry, unpacker.reader, place_)) {
-  if (entry.method == kMethodDeflated) {
-    unpacker_.inflater.Begin();
+  if (decoder_ != nullptr) {
+    decoder_->Begin();
   }
 }
 
@@ -61,7 +73,7 @@ std::optional<std::size_t> EntryStream::Next(char* block, std::size_t size) {
   }
   size = std::min<std::uint64_t>(size, left_);
   const std::optional<std::size_t> got =
-      entry_.method == kMethodStored ? Stored(block, size) : Deflated(block, size);
+      decoder_ == nullptr ? Stored(block, size) : Decoded(block, size);
   if (got) {
     crc_ = Crc32(crc_, block, *got);
     left_ -= *got;
@@ -82,8 +94,8 @@ std::optional<std::size_t> EntryStream::Stored(char* block, std::size_t size) {
   return size;
 }
 
-/// Gives the inflater more packed bytes. False, with the fault set, if there are none.
-bool EntryStream::FeedInflater() {
+/// Gives the decoder more packed bytes. False, with the fault set, if there are none.
+bool EntryStream::FeedDecoder() {
   constexpr std::uint64_t kPiece = 256U << 10U;
   if (packedLeft_ == 0) {
     (void)Refuse(Cause::Fixed(kDamaged));
@@ -94,29 +106,28 @@ bool EntryStream::FeedInflater() {
     (void)Refuse(Cause::System(unpacker_.reader.Code()));
     return false;
   }
-  unpacker_.inflater.Feed(packed);
+  decoder_->Feed(packed);
   place_ += packed.size();
   packedLeft_ -= packed.size();
   return true;
 }
 
-std::optional<std::size_t> EntryStream::Deflated(char* block, std::size_t size) {
-  Inflater& inflater = unpacker_.inflater;
+std::optional<std::size_t> EntryStream::Decoded(char* block, std::size_t size) {
   std::size_t done = 0;
   while (done < size) {
-    // The inflater may hold output although it has taken all of its input: run it before feeding.
-    const std::size_t got = inflater.Run(block + done, size - done);
+    // The decoder may hold output although it has taken all of its input: run it before feeding.
+    const std::size_t got = decoder_->Run(block + done, size - done);
     done += got;
-    if (inflater.Broken()) {
+    if (decoder_->Broken()) {
       return Refuse(Cause::Fixed(kDamaged));
     }
-    if (done < size && inflater.AtEnd()) {
+    if (done < size && decoder_->AtEnd()) {
       return Refuse(Cause::Fixed(kWrongSize));
     }
-    if (got == 0 && !inflater.Hungry()) {
+    if (got == 0 && !decoder_->Hungry()) {
       return Refuse(Cause::Fixed(kDamaged));
     }
-    if (got == 0 && !FeedInflater()) {
+    if (got == 0 && !FeedDecoder()) {
       return std::nullopt;
     }
   }
@@ -125,25 +136,24 @@ std::optional<std::size_t> EntryStream::Deflated(char* block, std::size_t size) 
 
 /// All stated bytes are unpacked: the packed data must end here too, with no byte left over.
 bool EntryStream::EndsHere() {
-  if (entry_.method == kMethodStored) {
+  if (decoder_ == nullptr) {
     return true;
   }
-  Inflater& inflater = unpacker_.inflater;
-  while (!inflater.AtEnd()) {
+  while (!decoder_->AtEnd()) {
     char more = 0;
-    if (inflater.Run(&more, 1) != 0) {
+    if (decoder_->Run(&more, 1) != 0) {
       (void)Refuse(Cause::Fixed(kWrongSize));
       return false;
     }
-    if (inflater.Broken() || (!inflater.AtEnd() && !inflater.Hungry())) {
+    if (decoder_->Broken() || (!decoder_->AtEnd() && !decoder_->Hungry())) {
       (void)Refuse(Cause::Fixed(kDamaged));
       return false;
     }
-    if (!inflater.AtEnd() && !FeedInflater()) {
+    if (!decoder_->AtEnd() && !FeedDecoder()) {
       return false;
     }
   }
-  if (inflater.Unused() + packedLeft_ != 0) {
+  if (decoder_->Unused() + packedLeft_ != 0) {
     (void)Refuse(Cause::Fixed(kWrongSize));
     return false;
   }

@@ -12,6 +12,7 @@
 #include "platform/expander/zip/archive_file.h"
 #include "platform/expander/zip/entry.h"
 #include "platform/expander/zip/inflater.h"
+#include "platform/expander/zip/zstd_decoder.h"
 
 namespace zephin::expander {
 
@@ -22,6 +23,10 @@ struct Unpacker {
   const ArchiveFile& file;
   WindowReader reader;
   Inflater inflater;
+  ZstdDecoder zstd;
+
+  /// The one for an entry's method; nil for stored data.
+  Decoder* DecoderFor(const Entry& entry);
 };
 
 /// Entries up to this size, packed and unpacked, are unpacked in one call.
@@ -49,12 +54,13 @@ class EntryStream {
  private:
   std::optional<std::size_t> Refuse(const Cause& cause);
   std::optional<std::size_t> Stored(char* block, std::size_t size);
-  std::optional<std::size_t> Deflated(char* block, std::size_t size);
-  bool FeedInflater();
+  std::optional<std::size_t> Decoded(char* block, std::size_t size);
+  bool FeedDecoder();
   bool EndsHere();
 
   const Entry& entry_;
   Unpacker& unpacker_;
+  Decoder* const decoder_;
   /// Where the next packed byte is in the file, and the number of those left.
   std::uint64_t place_ = 0;
   std::uint64_t packedLeft_ = 0;

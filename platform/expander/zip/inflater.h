@@ -1,4 +1,4 @@
-// Unpacks deflated data: a small entry in one call, a large one block by block.
+// Unpacks deflated data (method 8), and checks sums.
 #ifndef PLATFORM_EXPANDER_ZIP_INFLATER_H_
 #define PLATFORM_EXPANDER_ZIP_INFLATER_H_
 
@@ -7,37 +7,27 @@
 #include <memory>
 #include <string_view>
 
+#include "platform/expander/zip/decoder.h"
+
 struct inflate_state;
 struct libdeflate_decompressor;
 
 namespace zephin::expander {
 
-class Inflater {
+/// A small entry is unpacked by one library, a large one by another: each is the faster at it.
+class Inflater final : public Decoder {
  public:
   Inflater();
-  ~Inflater();
-  Inflater(const Inflater&) = delete;
-  Inflater& operator=(const Inflater&) = delete;
+  ~Inflater() override;
 
-  /// True if `packed` is exactly one deflate stream of exactly `size` bytes; then they are in
-  /// `target`.
-  [[nodiscard]] bool Whole(std::string_view packed, char* target, std::size_t size);
-
-  /// Starts a new stream for the calls below.
-  void Begin();
-  /// Passes the next packed bytes, which must stay valid until Hungry() is true again. Call it only
-  /// while Hungry() is true.
-  void Feed(std::string_view packed);
-  bool Hungry() const;
-  /// Writes up to `size` bytes and returns their number; fewer only if it needs more input, is at
-  /// the stream's end, or found invalid data.
-  std::size_t Run(char* target, std::size_t size);
-  /// The stream has ended and Run has written all of its bytes.
-  bool AtEnd() const;
-  /// The data are no valid deflate stream.
-  bool Broken() const { return broken_; }
-  /// Number of bytes passed to Feed that are behind the stream's end.
-  std::size_t Unused() const;
+  [[nodiscard]] bool Whole(std::string_view packed, char* target, std::size_t size) override;
+  void Begin() override;
+  void Feed(std::string_view packed) override;
+  bool Hungry() const override;
+  std::size_t Run(char* target, std::size_t size) override;
+  bool AtEnd() const override;
+  bool Broken() const override { return broken_; }
+  std::size_t Unused() const override;
 
  private:
   struct FreeDecompressor {

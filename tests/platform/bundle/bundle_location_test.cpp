@@ -7,7 +7,7 @@
 namespace zephin::test {
 namespace {
 
-TEST(BundleLocation, FirstContentsOfTheExecutablesPathDecides) {
+TEST(BundleLocation, BundleIsAboveTheFirstContentsInThePath) {
   const std::vector<std::tuple<const char*, const char*, const char*>> rows{
       {"/Disk/Setup.app/Contents/MacOS/Setup", "/Disk/", "/Disk/Setup.app/Contents"},
       {"/Users/a/ContentsOld/S.app/Contents/MacOS/x", "/Users/", "/Users/a/Contents"},
@@ -26,7 +26,7 @@ TEST(BundleLocation, FirstContentsOfTheExecutablesPathDecides) {
   }
 }
 
-TEST(BundleLocation, TranslocationEndsTheRunWhereItIsNotIgnored) {
+TEST(BundleLocation, TranslocationEndsTheRunUnlessItIsIgnored) {
   StubRun run;
   run.machine.executable = "/a/AppTranslocation/S.app/Contents/MacOS/S";
   run.BareWindow();

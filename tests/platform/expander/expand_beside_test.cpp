@@ -2,7 +2,7 @@
 // folder are taken away under it.
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <functional>
 #include <thread>
 
 #include "platform/expander/expander.h"
@@ -78,6 +78,23 @@ std::string ZipOfTool(int folders, int files) {
   return MakeZip(entries);
 }
 
+// Deletes a tree like a program that lists it first, and continues when a folder isn't empty in the
+// end because of what was made `meanwhile`.
+void DeleteTree(
+    const fs::path& tree, const std::function<void()>& meanwhile = [] {}) {
+  std::vector<fs::path> listed{tree};
+  if (fs::is_directory(tree)) {
+    for (const auto& item : fs::recursive_directory_iterator(tree)) {
+      listed.push_back(item.path());
+    }
+  }
+  meanwhile();
+  std::error_code notEmpty;
+  for (auto path = listed.rbegin(); path != listed.rend(); ++path) {
+    fs::remove(*path, notEmpty);
+  }
+}
+
 TEST(ExpandBeside, ContentsOfManyFoldersAreRight) {
   const ScratchFolder scratch;
   WriteFile(scratch / "a.zip", ZipOfTool(400, 800));
@@ -107,8 +124,8 @@ TEST(ExpandBeside, ContinuesWhenTheArchiveOrSomethingInTheTreeIsDeleted) {
     SystemCalls calls;
     calls.before["995"] = [path = scratch / row.deleted] {
       // The other thread may make files meanwhile.
-      for (std::error_code notEmpty; fs::exists(path);) {
-        fs::remove_all(path, notEmpty);
+      while (fs::exists(path)) {
+        DeleteTree(path);
       }
     };
     EXPECT_EQ(ExpandBeside(scratch / "a.zip").Complete(), row.complete);
@@ -124,19 +141,12 @@ TEST(ExpandBeside, EndsEarlyAndDeletesItsOwnWhenTheTreeIsDeleted) {
   WriteFile(scratch / "a.zip", ZipOfTool(40, 4000));
   SystemCalls calls;
   calls.before["2000"] = [&] {
-    std::vector<fs::path> listed;
-    for (const auto& item : fs::recursive_directory_iterator(tool)) {
-      listed.push_back(item.path());
-    }
-    std::reverse(listed.begin(), listed.end());
-    // The other thread goes on.
-    for (const int before = calls.made; calls.made < before + 100;) {
-      std::this_thread::yield();
-    }
-    std::error_code notEmpty;
-    for (const fs::path& path : listed) {
-      fs::remove(path, notEmpty);
-    }
+    DeleteTree(tool, [&] {
+      // The other thread goes on.
+      for (const int before = calls.made; calls.made < before + 100;) {
+        std::this_thread::yield();
+      }
+    });
     WriteFile(tool / "d0/0", "of the user");
   };
   EXPECT_FALSE(ExpandBeside(scratch / "a.zip").Complete());
@@ -153,8 +163,7 @@ TEST(ExpandBeside, EndsEarlyWhenItsFolderIsDeletedOrMoved) {
       SystemCalls calls;
       calls.before[moment] = [&] {
         if (deleted) {
-          std::error_code notEmpty;
-          fs::remove_all(scratch / "Tool", notEmpty);
+          DeleteTree(scratch / "Tool");
         } else {
           fs::rename(scratch / "Tool", scratch / "Moved");
         }

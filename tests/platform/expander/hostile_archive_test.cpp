@@ -149,6 +149,11 @@ TEST(HostileArchive, DataThatAreWrongLeaveNoFile) {
     const std::string data = Noise(size);
     const std::string none(size, '\xFF');
     const std::string endless = Bytes({{1, 1}, {0xFFFF, 4}}) + data;
+    const std::string frame = ZstdFrame(data);
+    const std::string half = frame.substr(0, frame.size() / 2);
+    const std::string two = frame + ZstdFrame("");
+    const std::string old = '\x27' + frame.substr(1);
+    const std::string skipped = Bytes({{0x184D2A50, 4}, {size, 4}}) + data;
     ExpectContained({
         {{{.name = "stored", .data = data, .crc = wrong}}, "CRC"},
         {{{.name = "deflated", .data = data, .deflate = true, .crc = wrong}}, "CRC"},
@@ -158,6 +163,14 @@ TEST(HostileArchive, DataThatAreWrongLeaveNoFile) {
         {{{.name = "longer", .data = data, .deflate = true, .size = size - 1}}, otherSize},
         {{{.name = "shorter", .data = data, .deflate = true, .size = size + 1}}, otherSize},
         {{{.name = "broken off", .data = data, .deflate = true, .packed = endless}}, otherSize},
+        {{{.name = "zstd", .data = data, .zstd = true, .crc = wrong}}, "CRC"},
+        {{{.name = "no frame", .data = data, .zstd = true, .packed = none}}, "damaged"},
+        {{{.name = "old frame", .data = data, .zstd = true, .packed = old}}, "damaged"},
+        {{{.name = "skipped", .data = data, .zstd = true, .packed = skipped}}, "damaged"},
+        {{{.name = "half", .data = data, .zstd = true, .packed = half}}, "damaged"},
+        {{{.name = "two", .data = data, .zstd = true, .packed = two}}, otherSize},
+        {{{.name = "longer", .data = data, .zstd = true, .size = size - 1}}, otherSize},
+        {{{.name = "shorter", .data = data, .zstd = true, .size = size + 1}}, otherSize},
     });
   }
 }
@@ -184,13 +197,24 @@ TEST(HostileArchive, ArchiveThatIsIncompleteIsRefused) {
   }
 }
 
+TEST(HostileArchive, ZstdFrameWithALargeWindowIsRefused) {
+  const std::string data(9'000'000, 'x');
+  const ZipEntry fits{.name = "8 MB", .data = data, .zstd = true, .packed = ZstdFrame(data, 23)};
+  const ZipEntry large{.name = "16 MB", .data = data, .zstd = true, .packed = ZstdFrame(data, 24)};
+  ExpectContained({{{fits, large}, "damaged", 1, {{"target/8 MB", data}}}});
+}
+
 // An archive that is cut short anywhere is refused. A byte changed anywhere in its data or headers
 // gives a fault or the same tree.
 TEST(HostileArchive, BrokenOneNeverGivesAnotherTreeWithStatusZero) {
   const std::string whole =
       MakeZip({{.name = "d/b", .data = std::string(300, 'b'), .deflate = true},
+               {.name = "z", .data = "zstd zstd zstd zstd zstd zstd", .zstd = true},
                {.name = "l", .data = "d/b", .mode = kLink}});
-  const Contents expected{{"d", "/"}, {"d/b", std::string(300, 'b')}, {"l", "-> d/b"}};
+  const Contents expected{{"d", "/"},
+                          {"d/b", std::string(300, 'b')},
+                          {"l", "-> d/b"},
+                          {"z", "zstd zstd zstd zstd zstd zstd"}};
   const ScratchFolder scratch;
   const std::string zip = scratch / "a.zip";
   for (std::size_t size = 0; size < whole.size(); ++size) {

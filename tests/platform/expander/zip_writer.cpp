@@ -1,6 +1,7 @@
 #include "tests/platform/expander/zip_writer.h"
 
 #include <libdeflate.h>
+#include <zstd.h>
 
 #include <memory>
 
@@ -24,7 +25,10 @@ struct Facts {
 std::string Header(const ZipEntry& entry, const Facts& facts, std::size_t extraSize) {
   return Bytes({{20, 2},
                 {entry.flags | (entry.descriptor ? 8U : 0U), 2},
-                {entry.method.value_or(entry.deflate ? 8 : 0), 2},
+                {entry.method.value_or(entry.deflate ? 8
+                                       : entry.zstd  ? 93
+                                                     : 0),
+                 2},
                 {kZipTime, 4}}) +
          facts.In32Bits(entry.zip64) + Bytes({{entry.name.size(), 2}, {extraSize, 2}});
 }
@@ -88,6 +92,19 @@ std::string Bytes(std::initializer_list<std::pair<std::uint64_t, int>> numbers) 
   return bytes;
 }
 
+std::string ZstdFrame(const std::string& data, int windowLog) {
+  const std::unique_ptr<ZSTD_CCtx, decltype(&ZSTD_freeCCtx)> context(ZSTD_createCCtx(),
+                                                                     &ZSTD_freeCCtx);
+  if (windowLog != 0) {
+    // With its size in it a frame would ask for no more than that.
+    (void)ZSTD_CCtx_setParameter(context.get(), ZSTD_c_contentSizeFlag, 0);
+    (void)ZSTD_CCtx_setParameter(context.get(), ZSTD_c_windowLog, windowLog);
+  }
+  std::string frame(ZSTD_compressBound(data.size()), '\0');
+  frame.resize(ZSTD_compress2(context.get(), frame.data(), frame.size(), data.data(), data.size()));
+  return frame;
+}
+
 std::string ExtraField(std::uint16_t tag, const std::string& body) {
   return Bytes({{tag, 2}, {body.size(), 2}}) + body;
 }
@@ -106,8 +123,9 @@ std::string MakeZip(const std::vector<ZipEntry>& entries, const ZipLayout& layou
   std::string data;
   std::string table;
   for (const ZipEntry& entry : entries) {
-    const std::string packed =
-        entry.packed.value_or(entry.deflate ? Deflate(entry.data) : entry.data);
+    const std::string packed = entry.packed.value_or(entry.deflate ? Deflate(entry.data)
+                                                     : entry.zstd  ? ZstdFrame(entry.data)
+                                                                   : entry.data);
     const Facts facts{entry.crc.value_or(Crc(entry.data)), entry.packedSize.value_or(packed.size()),
                       entry.size.value_or(entry.data.size())};
     table += Record(entry, facts, entry.offset.value_or(data.size()));

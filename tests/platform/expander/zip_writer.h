@@ -23,6 +23,7 @@ struct ZipEntry {
   // Unix mode with its type bits; 0 for an archive of another system.
   std::uint32_t mode = 0100644;
   bool deflate = false;
+  bool zstd = false;
   // Sizes and CRC behind the data, zeros in front of them.
   bool descriptor = false;
   // Sizes and offset in the 64-bit extra field, or the offset alone.
@@ -72,6 +73,9 @@ expander::Result ExpandZip(const ScratchFolder& scratch, const std::vector<ZipEn
 
 // The archive's bytes.
 std::string MakeZip(const std::vector<ZipEntry>& entries, const ZipLayout& layout = {});
+
+// One zstd frame. Its window has 2^windowLog bytes, or none of its own if that is 0.
+std::string ZstdFrame(const std::string& data, int windowLog = 0);
 
 // An extra field: its tag, and its body with the length in front of it.
 std::string ExtraField(std::uint16_t tag, const std::string& body);

@@ -62,13 +62,13 @@ TEST_F(AnswerKeys, ReturnPressesTheFocusedButtonOrTheDefaultOneAndEscapeTheCance
     widget.setFocus();
     const char* answering = focus == std::string("QuitBtn") ? "QuitBtn" : "ContinueBtn";
     for (const char* button : {"QuitBtn", "ContinueBtn"}) {
-      // Drawn as what it is.
+      // The drawing shows which button is the default one.
       EXPECT_EQ(ButtonOf(peer, button).isDefault(), button == std::string(answering)) << focus;
     }
     EXPECT_EQ(Type(peer, focus, Qt::Key_Return), answering) << focus;
     EXPECT_EQ(Type(peer, focus, Qt::Key_Enter), answering) << focus;
     EXPECT_EQ(Type(peer, focus, Qt::Key_Escape), "QuitBtn") << focus;
-    // The key is still held down from the window before.
+    // A key that is held down since the previous window is ignored.
     EXPECT_EQ(Type(peer, focus, Qt::Key_Return, true), "") << focus;
   }
   EXPECT_TRUE(peer.isVisible());

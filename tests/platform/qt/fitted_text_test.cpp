@@ -17,7 +17,7 @@ using Lines = FittedText::Lines;
 
 constexpr int kMargin = 40;
 
-/// The area that has ink when the text is drawn in its box, with a margin around the box.
+/// The area of all coloured pixels when the text is drawn in its box, with a margin around it.
 QRect InkOf(const FittedText& text, const QSize& box) {
   QImage image(box + 2 * QSize(kMargin, kMargin), QImage::Format_RGB32);
   image.fill(Qt::white);
@@ -32,7 +32,7 @@ TEST(FittedText, NothingIsDrawnOutsideTheBox) {
   const QSize line(356, 12);
   const QSize block(204, 77);
   const std::vector<std::tuple<QString, QSize, Lines, bool>> rows{
-      // The lowest box of the windows, with accents above and descenders below.
+      // The lowest text box of all windows, with accents and descenders.
       {QStringLiteral("© ÅÉÑ Ghjpqy, all rights reserved"), line, Lines::One, true},
       {QStringLiteral("हिन्दी में सर्वाधिकार सुरक्षित"), line, Lines::One, true},
       {QStringLiteral("جميع الحقوق محفوظة"), line, Lines::One, true},
@@ -58,7 +58,7 @@ TEST(FittedText, NothingIsDrawnOutsideTheBox) {
   }
 }
 
-TEST(FittedText, LeftIsWhereTheScriptBegins) {
+TEST(FittedText, LeftAlignmentFollowsTheReadingDirection) {
   const QSize box(300, 20);
   const auto inkOf = [&](const char* text, Qt::Alignment align) {
     return InkOf(FittedText(QString::fromUtf8(text), {SystemFont(), align}, box), box);
@@ -68,7 +68,7 @@ TEST(FittedText, LeftIsWhereTheScriptBegins) {
   EXPECT_GT(inkOf("Hello", Qt::AlignRight).left(), kMargin + 150);
 }
 
-TEST(FitCaption, ShrinksToTheFloorAndThenElides) {
+TEST(FitCaption, ShrinksToTheSmallestSizeAndThenElides) {
   const QFont font = SystemFont();
   const FittedCaption smaller = FitCaption(QStringLiteral("Zurücksetzen"), font, 9, 70);
   EXPECT_TRUE(smaller.whole);

@@ -96,7 +96,7 @@ TEST_F(FolderDialog, CtrlHShowsHiddenFolders) {
   });
 }
 
-TEST_F(FolderDialog, ReadsFromTheRightInArabicAndFitsTheScreen) {
+TEST_F(FolderDialog, IsRightToLeftInArabicAndFitsTheScreen) {
   for (const auto& [caption, expected] :
        {std::pair("Select", Qt::LeftToRight), std::pair("اختيار", Qt::RightToLeft)}) {
     Run(caption, [expected = expected](QFileDialog& dialog) {
@@ -106,13 +106,13 @@ TEST_F(FolderDialog, ReadsFromTheRightInArabicAndFitsTheScreen) {
   }
 }
 
-TEST(BookmarksIn, GivesLocalFoldersInTheirOrder) {
+TEST(BookmarksIn, ReturnsLocalFoldersInOrder) {
   EXPECT_EQ(BookmarksIn("file:///b%20c/ Name of it\nsftp://host/x\n\nnonsense\nfile:///a"),
             (QList<QUrl>{QUrl::fromLocalFile("/b c"), QUrl::fromLocalFile("/a")}));
   EXPECT_TRUE(BookmarksIn("").isEmpty());
 }
 
-TEST(LockedIcons, DifferForFoldersThatCannotBeWrittenTo) {
+TEST(LockedIcons, AreDifferentForUnwritableFolders) {
   const test::ScratchFolder scratch;
   const LockedIcons icons;
   const auto iconOf = [&](const char* path) {

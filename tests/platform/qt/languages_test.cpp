@@ -42,8 +42,8 @@ class Languages : public testing::TestWithParam<std::string> {
   }
   String Label(const char* name) const { return Text(said_.at("fLabels").at(name)); }
 
-  /// Checks a widget of this class: its caption is whole, and no letter reaches out of the widget,
-  /// though some reach beyond the font's own measures. False for a widget of another class.
+  /// Checks that the caption of a widget of this class is not cut and that no letter reaches out of
+  /// the widget, even beyond the font's metrics. Returns false for a widget of another class.
   template <class Captioned>
   static bool IsFitting(const QWidget* each) {
     const auto* widget = dynamic_cast<const Captioned*>(each);
@@ -61,7 +61,7 @@ class Languages : public testing::TestWithParam<std::string> {
     return true;
   }
 
-  /// Gives the buttons of these names the captions of these labels, and checks that all texts fit.
+  /// Sets the captions of buttons (button, label) and checks that all texts fit.
   void ExpectFits(Window& window,
                   const std::vector<std::pair<const char*, const char*>>& labels = {}) const {
     for (const auto& [button, label] : labels) {
@@ -95,7 +95,7 @@ class Languages : public testing::TestWithParam<std::string> {
   json said_;
 };
 
-TEST_P(Languages, MainWindowShowsItsTextsWhole) {
+TEST_P(Languages, MainWindowShowsAllTextsUncut) {
   window_.URLLabel()->SetText(Text(said_.at("fURLDisplayed")));
   window_.CopyrightLabel()->SetText(Text(said_.at("fCopyright")));
   for (const char* name : {"InfoBtn", "URLLabel", "CopyrightLabel"}) {
@@ -108,7 +108,7 @@ TEST_P(Languages, MainWindowShowsItsTextsWhole) {
   }
 }
 
-TEST_P(Languages, DialogsShowTheirTextsWhole) {
+TEST_P(Languages, DialogsShowAllTextsUncut) {
   const auto options = MakeWindow<TOptionsDlg>();
   Fill("fInstallOptions", [&](int index) { return options->OptionCheckBox(index); });
   ExpectFits(*options);
@@ -125,11 +125,11 @@ TEST_P(Languages, DialogsShowTheirTextsWhole) {
   }
 }
 
-TEST_P(Languages, RowsAreWholeAndBeginWhereTheScriptDoes) {
+TEST_P(Languages, RowsAreNotCutAndFollowTheReadingDirection) {
   const auto choices = MakeWindow<TChoiceDlg>();
   Fill("fInstallChoices", [&](int index) { return choices->ChoiceRadio(index); });
   ExpectFits(*choices);
-  // A caption in another script must not move its mark to the other side.
+  // A caption in another script does not move the mark to the other side.
   choices->ChoiceRadio(1)->SetCaption("Plain");
   const WindowPeer peer(*choices);
   for (int index = 0; index < 2; ++index) {

@@ -7,7 +7,7 @@
 namespace zephin {
 namespace {
 
-TEST(ImageOf, WhiteOfATransparentPictureIsClear) {
+TEST(ImageOf, WhiteOfATransparentPictureIsTransparent) {
   for (const int transparent : {0, 1}) {
     const Ref<Picture> picture = MakeRef<Picture>(2, 1, 32);
     picture->Pixels()[0] = 0xFFFFFFFF;
@@ -19,7 +19,7 @@ TEST(ImageOf, WhiteOfATransparentPictureIsClear) {
   }
 }
 
-TEST(ImageOf, ShowsTheTopLeftPartThatThePlaceHolds) {
+TEST(ImageOf, ShowsTheTopLeftPartThatFits) {
   const Ref<Picture> picture = MakeRef<Picture>(5, 4, 32);
   const auto pixels = picture->Pixels();
   std::iota(pixels.begin(), pixels.end(), 0xFF000000);

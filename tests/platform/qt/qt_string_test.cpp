@@ -24,7 +24,7 @@ TEST(ToQString, ShowsEveryEncodingAndUnknownBytes) {
 }
 
 /// The accessible name is the title as the title bar shows it.
-TEST(AsWindowTitle, IsShownLetterForLetter) {
+TEST(AsWindowTitle, IsShownWithoutMarkup) {
   for (const char* title : {"[*]", "a [*] b [*]", "[*][*]", "& <b>"}) {
     QWidget window;
     window.setWindowTitle(AsWindowTitle(QString::fromUtf8(title)));

@@ -83,7 +83,7 @@ TEST_F(Peers, WholeRowTakesTheClick) {
   EXPECT_TRUE(options->OptionCheckBox(1)->Value());
 }
 
-TEST_F(Peers, TipShowsAnElidedCaptionAboveTheHelpTag) {
+TEST_F(Peers, ToolTipShowsAnElidedCaptionAboveTheHelpTag) {
   const String longCaption = Utf8(std::string(90, 'W'));
   const std::vector<std::tuple<String, String, String>> rows{
       // caption, help tag, expected lines of the tip
@@ -108,7 +108,7 @@ TEST_F(Peers, TipShowsAnElidedCaptionAboveTheHelpTag) {
   }
 }
 
-TEST_F(Peers, BarGrowsFromTheSideWhereTheLanguageBegins) {
+TEST_F(Peers, BarFillsInTheReadingDirection) {
   for (const char* caption : {"Install", "تثبيت"}) {
     window_.InstallBtn()->SetCaption(Utf8(caption));
     WindowPeer peer(window_);
@@ -117,7 +117,7 @@ TEST_F(Peers, BarGrowsFromTheSideWhereTheLanguageBegins) {
   }
 }
 
-TEST_F(Peers, ButtonsKeepTheirLettersWhenOneIsHidden) {
+TEST_F(Peers, FontOfButtonsDoesNotChangeWhenOneIsHidden) {
   window_.InfoBtn()->SetCaption("Weitere Informationen");
   const auto pictureOfQuit = [&](bool visible) {
     window_.InfoBtn()->SetVisible(visible);

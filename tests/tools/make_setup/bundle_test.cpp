@@ -1,7 +1,9 @@
 #include "tools/make_setup/bundle.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -16,6 +18,7 @@ namespace zephin::make_setup {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::chrono_literals;
 
 constexpr const char* kSmallest = R"({"fTargetFolder": "Tool", "payload": "payload"})";
 
@@ -43,7 +46,7 @@ constexpr const char* kWhole = R"({
     {"preInstallDelete": "/y"}, {"preInstallCopy": "/y", "to": "/z"}]
 })";
 
-/// Collects the warnings, and ends the run after a number of reports if that is asked for.
+/// Collects warnings. Ends the run after `endAt` reports unless that is 0.
 class Collector : public Observer {
  public:
   void Warn(const std::string& warning) override { warnings.push_back(warning); }
@@ -87,7 +90,7 @@ class MakeBundleTest : public testing::Test {
   Collector collector_;
 };
 
-TEST_F(MakeBundleTest, BundleHasTheStubTheRecordAndWhatItNames) {
+TEST_F(MakeBundleTest, BundleContainsTheStubTheRecordAndTheNamedFiles) {
   Make(kWhole, {{"HOST", "example"}});
   const fs::path resources = made_ / "My.app/Contents/Resources";
   std::string outer = test::ReadFile(resources / "Data");
@@ -201,18 +204,45 @@ TEST_F(MakeBundleTest, PayloadOfAPatchIsTheDifference) {
   EXPECT_LT(fs::file_size(made_ / "My.app/Contents/Resources/Data2"), 2000);
 }
 
+TEST_F(MakeBundleTest, ArchiveHasTheBundleWithItsModesAndTheSameBytesEachTime) {
+  test::WriteFile(setup_ / "setup.json", kSmallest);
+  const std::string longName(120, 'n');
+  MakeTree(stub_, "Contents/deep/" + longName + "/\u00FC=long Contents/link->MacOS/Setup");
+  const BundleRequest request{
+      .folder = setup_, .stub = stub_, .output = made_ / "My.app", .archive = true};
+  EXPECT_EQ(MakeBundle(request, collector_).beside,
+            (std::vector<std::string>{"My.desktop", "My.tar.gz"}));
+  const std::string archive = test::ReadFile(made_ / "My.tar.gz");
+  ASSERT_EQ(std::system(("cd " + made_.string() + " && tar -xzf My.tar.gz").c_str()), 0);
+  EXPECT_TRUE(test::ReadFile(made_ / "My/README.txt").ends_with("Setup in a terminal.\n"));
+  EXPECT_EQ(TreeWords(made_ / "My/My.app"), TreeWords(made_ / "My.app"));
+  EXPECT_EQ(fs::status(made_ / "My/My.desktop").permissions(), fs::perms{0755});
+  EXPECT_EQ(fs::last_write_time(made_ / "My/My.app/Contents/Resources/Data"),
+            std::chrono::floor<std::chrono::seconds>(fs::last_write_time(setup_ / "setup.json")));
+
+  // A publisher with another umask, and a stub that has been copied anew.
+  const mode_t mask = umask(077);
+  fs::last_write_time(stub_ / "Contents/Info.plist", fs::file_time_type::clock::now() - 1000h);
+  fs::permissions(stub_ / "Contents/MacOS/Setup", fs::perms{0700});
+  MakeBundle(request, collector_);
+  umask(mask);
+  EXPECT_TRUE(test::ReadFile(made_ / "My.tar.gz") == archive);
+}
+
 TEST_F(MakeBundleTest, FullDiskLeavesEverythingAsItWas) {
   Make(kSmallest);
   const auto before = test::Tree(made_);
   test::WriteFile(setup_ / "payload/noise", test::Noise(90000));
-  for (const std::size_t room : {100U, 2000U, 50000U}) {
+  const BundleRequest request{
+      .folder = setup_, .stub = stub_, .output = made_ / "My.app", .archive = true};
+  for (const auto& [room, file] : {std::pair{100U, "Data: "},
+                                   {2000U, "Data2: "},
+                                   {40000U, "Data2: "},
+                                   {57500U, "My.tar.gz"}}) {
     const test::FullDisk full(room);
-    EXPECT_NE(Refusal([&] {
-                MakeBundle({setup_, stub_, made_ / "My.app"}, collector_);
-              }),
-              "")
-        << room;
-    EXPECT_EQ(test::Tree(made_), before) << room;
+    const std::string refusal = Refusal([&] { MakeBundle(request, collector_); });
+    EXPECT_NE(refusal.find(file), std::string::npos) << refusal;
+    EXPECT_TRUE(test::Tree(made_) == before) << room;
   }
 }
 

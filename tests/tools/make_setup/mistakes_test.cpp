@@ -19,7 +19,7 @@ namespace {
 namespace fs = std::filesystem;
 using nlohmann::json;
 
-/// One mistake of a publisher, and the whole message that it gives.
+/// One mistake of a publisher and its complete message.
 struct Mistake {
   const char* fields;   ///< Added to the smallest setup that works, or replacing its own.
   const char* message;  ///< Behind the path of setup.json. "~" is the setup's folder.
@@ -63,6 +63,7 @@ constexpr auto kErrors = std::to_array<Mistake>({
     {R"("helpers": ["none"])", R"(helpers: ~/none: no such file or folder)"},
     {R"("helpers": ["payload/../run.sh", "run.sh"])",
      R"(helpers: ~/run.sh: must have another name, which exists in the bundle already)"},
+    {R"("compression": "xz")", R"(compression: "xz": must be "deflate" or "zstd")"},
     {R"("payload": "none")", R"(payload: ~/none: no such folder)"},
     {R"("payload": "old", "patch": {"old": "old", "new": "new"})",
      R"(patch: takes the place of "payload"; remove one of the two)"},
@@ -196,7 +197,7 @@ class Mistakes : public testing::Test {
   fs::path setup_ = folder_ / "setup";
 };
 
-TEST_F(Mistakes, AreReportedByFieldWithWhatIsAllowed) {
+TEST_F(Mistakes, AreReportedWithFieldAndAllowedValues) {
   for (const auto& row : kErrors) {
     EXPECT_EQ(Check(row.fields), std::vector<std::string>{row.message}) << row.fields;
   }
@@ -205,7 +206,7 @@ TEST_F(Mistakes, AreReportedByFieldWithWhatIsAllowed) {
   }
 }
 
-TEST(CheckExpansionTime, WarnsOfContentsThatNeedLongerThanTheInstallerWaits) {
+TEST(CheckExpansionTime, WarnsIfExpansionTakesLongerThanTheInstallerWaits) {
   struct Row {
     Contents contents;
     std::uint64_t archive;

@@ -11,7 +11,7 @@
 namespace zephin::make_setup {
 namespace {
 
-TEST(MakePage, IsStoredInTheShortestFormThatFitsOrRefused) {
+TEST(MakePage, IsStoredInTheShortestPossibleFormOrRefused) {
   struct Row {
     std::string utf8;
     PageForm form;

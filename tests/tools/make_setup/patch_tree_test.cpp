@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(MakePatchTree, WhatTheInstallerCannotMergeIsRefused) {
+TEST(MakePatchTree, ChangeThatThePatchCannotExpressIsRefused) {
   const std::string longName(248, 'n');
   for (const auto& [before, after, item] :
        {std::tuple<std::string, std::string, std::string>{"", "new/", "new"},
@@ -81,7 +81,7 @@ void Make(const fs::path& root, const RandomTree& tree) {
   MakeTree(root, words);
 }
 
-TEST(MakePatchTree, PatchMakesTheOldFolderTheNewOne) {
+TEST(MakePatchTree, PatchTurnsTheOldFolderIntoTheNewOne) {
   constexpr int kWanted = 200;
   test::StubRun run;
   ZephinStubWindow& window = run.BareWindow();

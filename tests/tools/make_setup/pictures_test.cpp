@@ -22,7 +22,7 @@ void WritePng(const std::filesystem::path& path, png_uint_32 width, png_uint_32 
   ASSERT_NE(png_image_write_to_file(&image, path.c_str(), 0, pixels.data(), 0, nullptr), 0);
 }
 
-TEST(PixelString, RunsOfDigitsCrossBytesAndRowsWhereThatIsShorter) {
+TEST(PixelString, RunsCrossBytesAndRowsWhereThatIsShorter) {
   const std::vector<std::pair<PixelRows, const char*>> rows{
       {{2, 2, std::string("\xFF\xFF\xFF\xFF\0\0\0\0\0\0\0\xFF", 12)}, "F[8]0[14]FF"},
       {{1, 1, "\x12\x34\x56"}, "123456"},

@@ -9,7 +9,7 @@ namespace zephin::make_setup {
 
 /// Makes or describes a tree as a line of words, sorted by path: "folder/", "file=content",
 /// "program+=content" and "link->target". Names and contents have no spaces. MakeTree creates
-/// parent folders as needed; TreeWords gives each folder a word.
+/// parent folders as needed; TreeWords lists each folder.
 void MakeTree(const std::filesystem::path& root, const std::string& words);
 std::string TreeWords(const std::filesystem::path& root);
 

@@ -43,14 +43,14 @@ TEST(ZipFolder, ItemThatCannotBePackedIsRefusedAndNoArchiveIsLeft) {
   const test::ScratchFolder folder;
   MakeTree(folder.Path(), "pipe/in/ latin/\xFC= companions/__MACOSX/x= empty/");
   ASSERT_EQ(mkfifo((folder / "pipe/in/it").c_str(), 0600), 0);
-  for (const auto& [name, told] : {std::pair{"pipe", "pipe/in/it"},
+  for (const auto& [name, item] : {std::pair{"pipe", "pipe/in/it"},
                                    {"latin", "\xFC"},
                                    {"companions", "__MACOSX"},
                                    {"empty", "empty"},
                                    {"none", "none"}}) {
     const fs::path from = folder / name;
     const std::string refusal = Refusal([&] { ZipFolder(from, folder / "a.zip"); });
-    EXPECT_NE(refusal.find(told), std::string::npos) << refusal;
+    EXPECT_NE(refusal.find(item), std::string::npos) << refusal;
     EXPECT_FALSE(fs::exists(folder / "a.zip")) << refusal;
   }
 }
@@ -76,19 +76,23 @@ TEST(ZipFolder, ArchiveOfManyPiecesExpandsToTheFilesAndDoesNotDependOnTheThreads
     test::WriteFile(tree / ("mixed" + std::to_string(size)), Mixed(size));
     test::WriteFile(tree / ("noise" + std::to_string(size)), test::Noise(size));
   }
-  std::uint64_t files = 0;
-  std::uint64_t bytes = 0;
-  ZipFolder(tree, folder / "1.zip", {.topName = "Top", .threads = 1});
-  ZipFolder(tree, folder / "3.zip",
-            {.topName = "Top", .threads = 3, .report = [&](std::uint64_t f, std::uint64_t b) {
-               files += f;
-               bytes += b;
-             }});
-  EXPECT_EQ(files, 12);
-  EXPECT_EQ(bytes, 2 * (6 * kLongestPiece + 18));
-  EXPECT_TRUE(test::ReadFile(folder / "1.zip") == test::ReadFile(folder / "3.zip"));
-  EXPECT_EQ(expander::ExpandBeside(folder / "3.zip").Line(), "");
-  EXPECT_TRUE(test::Tree(folder / "Top") == test::Tree(tree));
+  for (const Compression compression : {Compression::Deflate, Compression::Zstd}) {
+    std::uint64_t files = 0;
+    std::uint64_t bytes = 0;
+    const auto report = [&](std::uint64_t moreFiles, std::uint64_t moreBytes) {
+      files += moreFiles;
+      bytes += moreBytes;
+    };
+    ZipFolder(tree, folder / "1.zip", {.topName = "Top", .compression = compression, .threads = 1});
+    ZipFolder(tree, folder / "3.zip",
+              {.topName = "Top", .compression = compression, .threads = 3, .report = report});
+    EXPECT_EQ(files, 12);
+    EXPECT_EQ(bytes, 2 * (6 * kLongestPiece + 18));
+    EXPECT_TRUE(test::ReadFile(folder / "1.zip") == test::ReadFile(folder / "3.zip"));
+    EXPECT_EQ(expander::ExpandBeside(folder / "3.zip").Line(), "");
+    EXPECT_TRUE(test::Tree(folder / "Top") == test::Tree(tree));
+    fs::remove_all(folder / "Top");
+  }
 }
 
 TEST(ZipFolder, ErrorAndEndedReportLeaveNoArchive) {
@@ -108,7 +112,7 @@ TEST(ZipWriter, MoreThan65535EntriesAreListed) {
   constexpr int kCount = 65537;
   for (int i = 0; i < kCount; ++i) {
     zip.Begin({.name = std::to_string(i) + "/", .mode = 0040755});
-    zip.End(true, 0);
+    zip.End(ZipMethod::Stored, 0);
   }
   zip.Close();
   expander::ArchiveFile file;

@@ -1,7 +1,7 @@
 """Walks through an installer by keys alone, on a system that has no accessibility bus. Each window
 is answered by Return, the one that asks for a folder by its path and Return.
 
-bare_root.py PICTURES FOLDER_TITLE PARENT_FOLDER COMMAND...
+walk_by_keys.py PICTURES FOLDER_TITLE PARENT_FOLDER COMMAND...
 
 COMMAND must end in the program itself (`exec`): its windows are found by the process id. `DISPLAY`
 is set for it.
