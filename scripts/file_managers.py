@@ -8,24 +8,16 @@ or "-" if nothing starts. The last one is the button of the manager's question, 
 status is 1 if nothing starts where the manager can start it.
 """
 
-import json
 import os
 import shutil
 import subprocess
 import sys
-import threading
 import time
 
-import gi
-
-gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi  # noqa: E402
-
-import processes  # noqa: E402
-from accessible import Node  # noqa: E402
-from processes import Failure, wait_until  # noqa: E402
-from screen import Screen  # noqa: E402
-from session import Session  # noqa: E402
+import processes
+from processes import Failure, wait_until
+from screen import Screen
+from session import Session
 
 _COMMANDS = {
     "thunar": ["thunar"],
@@ -43,12 +35,9 @@ _PLACES = (("place", "My Setup"), ("two words é 日本", "Renamed é 日本"),
 # In which of them a manager does not start the entry: GNOME's starts none, LXDE's two pass the path
 # on in a way that gives quotes a meaning.
 _CANNOT = {"nautilus": {0, 1, 2}, "pcmanfm": {2}, "pcmanfm-qt": {2}}
-# What a question about trust has as its button, without the mark of its key.
-_TRUST = ("launch anyway", "mark as secure and launch", "trust and launch", "mark executable",
-          "launch", "execute", "continue", "run", "start", "allow launching")
-_BUTTONS = ("push button",)
-# Managers whose questions screen readers can't hear: the button, which its first letter presses.
-_BY_KEY = {"pcmanfm": "Execute", "thunar": "Launch Anyway"}
+# The button that agrees to a manager's question. Its first letter, with Alt, presses it.
+_BUTTONS = {"thunar": "Launch Anyway", "caja": "Launch Anyway", "dolphin": "Execute",
+            "pcmanfm": "Execute", "pcmanfm-qt": "Execute"}
 
 
 def _new_icon(before, after):
@@ -67,31 +56,6 @@ def _new_icon(before, after):
             return (points[gaps[-1] if gaps else 0] + points[-1]) // 2, middle
         else:
             changed = []
-    return None
-
-
-def tell_tree():
-    """Prints what a screen reader finds on the screen, one line each."""
-    for program in Node(Atspi.get_desktop(0)).children():
-        for node in program.below():
-            if node.role in _BUTTONS and "showing" in node.states and node.area:
-                print(json.dumps([node.role, node.name, node.middle]), flush=True)
-
-
-def _found(roles, names):
-    """The name and the middle of a control on the screen with such a role and name, or None."""
-    # By a process of its own, since some file managers' trees make the library wait for ever.
-    with subprocess.Popen([sys.executable, "-B", __file__, "--tree"], stdout=subprocess.PIPE,
-                          stderr=subprocess.DEVNULL, text=True) as teller:
-        clock = threading.Timer(30, teller.kill)
-        clock.start()
-        for line in teller.stdout:
-            role, name, middle = json.loads(line)
-            plain = name.replace("_", "").replace("&", "")
-            if role in roles and plain.lower() in names:
-                teller.kill()
-                return plain, middle
-        clock.cancel()
     return None
 
 
@@ -133,6 +97,12 @@ class Manager:
     def _put_and_click(self, source, entry):
         wait_until(self._screen.windows, "the window", 90)
         before = self._at_rest()
+        # A busy manager rests before it shows the folder; one that shows this file is done.
+        probe = os.path.join(os.path.dirname(entry), "probe")
+        for change in (lambda: shutil.copy2(source, probe), lambda: os.remove(probe)):
+            change()
+            wait_until(lambda: _new_icon(before, self._rows()), "the folder", 60)
+            before = self._at_rest()
         shutil.copy2(source, entry)
         wait_until(lambda: _new_icon(before, self._rows()), "the entry's icon", 60)
         self._place = _new_icon(before, self._at_rest())
@@ -161,23 +131,21 @@ class Manager:
 
     def _answer(self):
         """Agrees to a question, if there is one. Returns its button."""
-        button = _BY_KEY.get(self._name)
-        if button:
-            # The second window is the question.
-            if len(self._screen.windows()) < 2:
-                return None
-            self._screen.key("Alt_L+" + button[0].lower())
-            return button
-        found = _found(_BUTTONS, _TRUST)
-        if found:
-            self._screen.click(*found[1])
-        return found and found[0]
+        button = _BUTTONS.get(self._name)
+        windows = [window.id for window, _ in self._screen.windows()]
+        if not button or len(windows) < 2 or self._screen.active_window() != windows[-1]:
+            return None
+        self._screen.key("Alt_L+" + button[0].lower())
+        return button
 
     def _answer_until(self, bundle):
         """Agrees to a question. Returns the class of the installer's window, or None."""
+        # Where nothing passes the path on, the entry starts what is beside it.
+        program_path = os.path.basename(bundle) + "/Contents/MacOS/Setup"
+
         def opened():
             program = processes.descendant_where(
-                lambda words: words and words[0].startswith(bundle + "/"))
+                lambda words: words and words[0].endswith("/" + program_path))
             windows = self._screen.windows(program) if program else []
             return windows and windows[0][0].get_wm_class()
 
@@ -189,10 +157,10 @@ class Manager:
             self.asked = button or self.asked
             # A busy manager takes two clicks that come late for single ones.
             if (self._place and len(self._screen.windows()) == 1
-                    and time.monotonic() - self._clicked > 15):
+                    and time.monotonic() - self._clicked > 40):
                 self._double_click()
             return None
-        return wait_until(step, "the installer's window", 60)
+        return wait_until(step, "the installer's window", 150)
 
 
 def main(name, bundle, pictures):
@@ -211,10 +179,8 @@ def main(name, bundle, pictures):
         if failed:
             with open(os.path.join(session.folder, "manager.log"), errors="replace") as log:
                 print(log.read()[-2000:], file=sys.stderr)
-    sys.stdout.flush()
-    # Without the clean-up of the accessibility library, which may wait for ever.
-    os._exit(failed)
+    return failed
 
 
 if __name__ == "__main__":
-    tell_tree() if sys.argv[1:] == ["--tree"] else main(*sys.argv[1:])
+    sys.exit(main(*sys.argv[1:]))

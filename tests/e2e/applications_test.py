@@ -7,7 +7,6 @@ import tempfile
 
 import case
 import processes
-from walk_by_keys import Walk
 
 _MACHINE = os.path.join(case.ROOT, "tests", "desk", "machine.sh")
 _USER = 65534
@@ -30,13 +29,24 @@ class Applications(case.InstallerTest):
         settings = {"HOME": home, "TMPDIR": temporary, "DISPLAY": os.environ["DISPLAY"],
                     "PATH": os.environ["PATH"], "LC_ALL": "C.UTF-8",
                     "ASAN_OPTIONS": "detect_leaks=0"}
-        program = case.program_of(self.bundle(fApplicationFolder=True))
+        program = case.program_of(self.bundle(fApplicationFolder=True, fWindowTitle="Tool"))
         # The umask must not decide who can use what is made.
         with subprocess.Popen([*_MOUNTS, _MACHINE, applications, str(user), root, program],
                               env=settings, stdin=subprocess.DEVNULL, umask=0o077,
                               preexec_fn=processes.end_with_parent) as process:
+            answered = []
+
+            def answer():
+                # The main window shows for a moment before it has its own title, and takes no
+                # keys then.
+                for window, title in self.screen.windows(process.pid):
+                    if (window.id == self.screen.active_window()
+                            and (window.id, title) not in answered):
+                        answered.append((window.id, title))
+                        self.screen.key("Return")
+                return process.poll() is not None
             try:
-                Walk(self.screen, process, place, {}).run()
+                case.wait_until(answer, "the end", 90)
             finally:
                 process.kill()
         self.assertEqual(process.returncode, 0)

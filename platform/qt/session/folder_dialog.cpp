@@ -63,6 +63,8 @@ void Simplify(QFileDialog& dialog) {
       list->hideColumn(column);
     }
     list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    // With one column it says nothing, and the toolkit aligns it to the wrong side in Arabic.
+    list->setHeaderHidden(true);
   }
   if (auto* splitter = dialog.findChild<QSplitter*>()) {
     splitter->setSizes({kSideBarWidth, kUsualSize.width() - kSideBarWidth});
