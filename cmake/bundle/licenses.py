@@ -10,7 +10,7 @@ import elf
 _COMMON = "/usr/share/common-licenses/"
 
 # What programs of ours hold of other libraries: archives that are linked into them.
-_ARCHIVES = ("libxcb.a", "libXau.a", "libXdmcp.a", "libstdc++.a", "libgcc.a")
+_ARCHIVES = ("libxcb.a", "libXau.a", "libXdmcp.a")
 LINKED_IN = "linked into programs"
 
 
