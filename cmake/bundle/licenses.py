@@ -36,14 +36,15 @@ class Package:
         return self.name.partition(":")[0]
 
 
-def write(origins, folder):
+def write(origins, folder, archives=_ARCHIVES):
     """Writes the licences and `VERSIONS.txt` to a new folder. `origins`: {place of a file in the
-    bundle: where this machine has the file that it was made of}. Gives the packages."""
+    bundle: where this machine has the file that it was made of}. `archives`: what is linked into
+    programs. Gives the packages."""
     os.makedirs(os.path.join(folder, "common"))
     packages, lines = {}, []
     for place, path in [*sorted(origins.items()),
                         *((f"{LINKED_IN}: {name}", elf.run("cc", f"-print-file-name={name}").strip())
-                          for name in _ARCHIVES)]:
+                          for name in archives)]:
         package = Package(path)
         packages[package.name] = package
         lines.append(f"{place}\t{package.plain_name()} {package.version}\t"
