@@ -8,7 +8,8 @@ option(ZEPHIN_BUNDLE_LIBRARIES "Install into the bundle every library that it ne
 
 install(TARGETS Setup DESTINATION Setup.app/Contents/MacOS)
 install(TARGETS ditto expand_beside DESTINATION Setup.app/Contents/Helpers)
-install(FILES app/Info.plist DESTINATION Setup.app/Contents)
+configure_file(app/Info.plist ${PROJECT_BINARY_DIR}/Info.plist @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/Info.plist DESTINATION Setup.app/Contents)
 install(FILES app/Setup.icns app/Setup.png DESTINATION Setup.app/Contents/Resources)
 
 # The last of all rules, since it looks at what the others have installed.

@@ -24,9 +24,23 @@ install_missing() {
     return
   fi
   echo "Installing ${missing[*]}"
-  as_root apt-get -q -o Acquire::Retries=3 update
+  update_libraries
   as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o Acquire::Retries=3 \
     install --no-install-recommends "${missing[@]}"
+}
+
+# update_libraries: brings up to date the installed libraries that a bundle could hold: those that the
+# packages of the set "build" depend on. Where that fails, the bundle gets what is installed, and its
+# install step names what could be newer.
+update_libraries() {
+  local packages
+  mapfile -t packages < <(awk '$1 == "build" { print $2 }' scripts/packages |
+    xargs apt-cache depends --recurse --installed --no-suggests --no-recommends --no-conflicts \
+      --no-breaks --no-replaces --no-enhances | grep -E '^(lib|qt6-|fonts-)' | sort -u)
+  as_root apt-get -q -o Acquire::Retries=3 update
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o Acquire::Retries=3 \
+    install --only-upgrade --no-install-recommends "${packages[@]}" ||
+    echo "Not all libraries could be brought up to date." >&2
 }
 
 # build PRESET: configures and builds. Prints the output of the configuration only if it fails.

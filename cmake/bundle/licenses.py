@@ -10,7 +10,7 @@ import elf
 _COMMON = "/usr/share/common-licenses/"
 
 # What programs of ours hold of other libraries: archives that are linked into them.
-_ARCHIVES = ("libxcb.a", "libXau.a", "libXdmcp.a", "libstdc++.a", "libgcc.a")
+_ARCHIVES = ("libxcb.a", "libXau.a", "libXdmcp.a")
 LINKED_IN = "linked into programs"
 
 
@@ -36,15 +36,16 @@ class Package:
         return self.name.partition(":")[0]
 
 
-def write(origins, folder):
+def write(origins, folder, archives=_ARCHIVES):
     """Writes the licences and `VERSIONS.txt` to a new folder. `origins`: {place of a file in the
-    bundle: where this machine has the file that it was made of}. Gives the packages."""
+    bundle: where this machine has the file that it was made of}. `archives`: what is linked into
+    programs. Gives the packages."""
     os.makedirs(os.path.join(folder, "common"))
     packages, lines = {}, []
     for place, path in [*sorted(origins.items()),
                         *((f"{LINKED_IN}: {name}",
                            elf.run("cc", f"-print-file-name={name}").strip())
-                          for name in _ARCHIVES)]:
+                          for name in archives)]:
         package = Package(path)
         packages[package.name] = package
         lines.append(f"{place}\t{package.plain_name()} {package.version}\t"

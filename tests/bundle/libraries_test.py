@@ -23,8 +23,11 @@ ALLOWED = {"libc.so.6", "libm.so.6", "libdl.so.2", "libpthread.so.0", "librt.so.
            "libresolv.so.2", "ld-linux-x86-64.so.2", "ld-linux-aarch64.so.1",
            "libgcc_s.so.1", "libstdc++.so.6"}
 
-# The versions of Debian 12, the oldest supported system.
-NEWEST = {"GLIBC": (2, 36), "GLIBCXX": (3, 4, 30), "CXXABI": (1, 3, 13), "GCC": (12, 0, 0)}
+# The oldest system that it would run on: these versions are in Ubuntu 22.04.
+NEWEST = {"GLIBC": (2, 35), "GLIBCXX": (3, 4, 30), "CXXABI": (1, 3, 13), "GCC": (12, 0, 0)}
+
+# What keeps it from running there: Debian 12 builds this library with a function of its C library.
+NEWER = {"libexpat.so.1": {"GLIBC": (2, 36)}}
 
 MOST_BYTES = 60_000_000
 MOST_BYTES_PACKED = 16_500_000
@@ -55,17 +58,16 @@ class Libraries(unittest.TestCase):
                         else (None, []))
             self.assertEqual(elf.search_path(path), expected, path)
 
-    def test_versions_are_those_of_the_oldest_system(self):
-        newest = {}
-        for version in {v for path in programs_and_libraries() for v in elf.versions_asked(path)}:
-            family, _, number = version.partition("_")
-            if family in NEWEST and number[:1].isdigit():
-                parts = tuple(int(part) for part in number.split("."))
-                newest[family] = max(newest.get(family, ()), parts)
-        print("Newest versions needed:", newest)
-        self.assertIn("GLIBC", newest)
-        for family, version in newest.items():
-            self.assertLessEqual(version, NEWEST[family], family)
+    def test_versions_are_no_newer_than_the_oldest_system_has(self):
+        found = set()
+        for path in programs_and_libraries():
+            allowed = {**NEWEST, **NEWER.get(os.path.basename(path), {})}
+            for version in elf.versions_asked(path):
+                family, _, number = version.partition("_")
+                if family in NEWEST and number[:1].isdigit():
+                    found.add(family)
+                    self.assertLessEqual(tuple(map(int, number.split("."))), allowed[family], path)
+        self.assertIn("GLIBC", found)
 
     def test_nothing_is_asked_for_that_nobody_offers(self):
         # A symbol that is missing in a library that was built here would end the program when it is
