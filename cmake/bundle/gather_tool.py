@@ -2,8 +2,8 @@
 
 Usage: gather_tool.py PROGRAM FOLDER
 
-Writes FOLDER/PROGRAM, its libraries to FOLDER/lib and their licences to FOLDER/licenses. All of
-them are the distribution's own.
+Writes FOLDER/PROGRAM, its libraries to FOLDER/lib and their licences to FOLDER/licenses. All
+of them are the distribution's own.
 """
 
 import os
