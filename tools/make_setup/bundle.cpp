@@ -59,6 +59,7 @@ class Work {
   Contents Run() {
     fs::create_directories(resources_);
     fs::create_directories(beside_);
+    // A patch is checked as what is packed of it, not as the two folders that it is made from.
     const fs::path tree = PayloadTree();
     const std::vector<TreeItem> payload = At("payload", [&] { return ListTree(tree); });
     CheckSetup(setup_, payload, warn_);
@@ -71,6 +72,7 @@ class Work {
       all.files += contents.files;
       all.bytes += contents.bytes;
     }
+    // Before the record is written: an observer may end the run here without any work lost.
     observer_.BeginPacking(all);
     WriteRecord(setup_.record, resources_);
     AddPayload(tree, payloadContents);
@@ -118,6 +120,7 @@ class Work {
   void AddHelpers() const {
     for (const fs::path& helper : setup_.helpers) {
       const fs::path to = resources_ / helper.filename();
+      // A helper named "Data" would replace the record without a message.
       if (fs::exists(to)) {
         throw SetupError("helpers: " + helper.string() +
                          ": must have another name, which exists in the bundle already");
@@ -176,6 +179,7 @@ std::vector<std::string> NamesIn(const fs::path& folder) {
   for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
     names.push_back(entry.path().filename().string());
   }
+  // The order of a directory differs between disks, and these names are shown.
   std::sort(names.begin(), names.end());
   return names;
 }
@@ -211,6 +215,7 @@ BundleResult MakeBundle(const BundleRequest& request, Observer& observer) {
 }
 
 void CheckBundle(const BundleRequest& request, Observer& observer) {
+  // It packs, too: the length of an archive decides about two of the checks.
   Setup setup = ReadSetup(request.folder, request.values);
   const ScratchFolder scratch(fs::temp_directory_path() / "check");
   Work work(request, std::move(setup), scratch.Path(), observer);

@@ -20,6 +20,7 @@ bool IsMeantToRun(const fs::path& file) {
   std::ifstream stream(file, std::ios::binary);
   std::string head(4, '\0');
   stream.read(head.data(), static_cast<std::streamsize>(head.size()));
+  // Other files, such as a page that is opened, need no right to run.
   return head.starts_with("#!") || head ==
                                        "\x7F"
                                        "ELF";
@@ -69,6 +70,7 @@ class Checks {
 
  private:
   void CheckProgram(const char* field, const String& name) const {
+    // Programs named by a token are on the user's machine and can't be looked at here.
     for (const fs::path& helper : setup_.helpers) {
       const bool executable =
           (fs::status(helper).permissions() & fs::perms::owner_exec) != fs::perms::none;
@@ -100,9 +102,11 @@ class Checks {
       warn_("fURLActual: " + Quoted(record_.fURLActual.Bytes()) +
             R"(: must be an address such as "https://a.example/page" or "a.example")");
     }
+    // The link would be blue and do nothing.
     if (!record_.fURLDisplayed.IsEmpty() && record_.fURLActual.IsEmpty()) {
       warn_(R"(fURLDisplayed: must come with "fURLActual", which the link opens)");
     }
+    // Nothing is put in front of this one, and a desktop opens no address without a scheme.
     if (!record_.fCompletionURL.IsEmpty() && !IsWebAddress(record_.fCompletionURL)) {
       warn_("fCompletionURL: " + Quoted(record_.fCompletionURL.Bytes()) +
             R"(: must be an address such as "https://a.example/page")");

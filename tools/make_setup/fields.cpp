@@ -28,12 +28,13 @@ void Substitute(std::string& text, const Values& values) {
   for (std::size_t at = 0; (at = text.find("${", at)) != std::string::npos;) {
     const std::size_t end = text.find('}', at);
     const auto value = values.find(text.substr(at + 2, end - at - 2));
+    // Not left as it is: a misspelt name would be shown to every user.
     if (end == std::string::npos || value == values.end()) {
       throw SetupError(Quoted(text.substr(at, end == std::string::npos ? end : end - at + 1)) +
                        R"(: must be one of the names in "defaults")");
     }
     text.replace(at, end - at + 1, value->second);
-    // Behind the value, which is not replaced again.
+    // Behind the value, which is not replaced again: a value may contain "${".
     at += value->second.size();
   }
 }
@@ -66,6 +67,7 @@ const json& Fields::Value(const std::string& name) {
 }
 
 std::string Fields::Text(const std::string& name) {
+  // Also if it is missing, so that RefuseOthers knows every name that is allowed here.
   asked_.insert(name);
   if (!Has(name)) {
     return "";
@@ -97,6 +99,7 @@ bool Fields::Flag(const std::string& name) {
     return false;
   }
   const json& value = Value(name);
+  // "false" in quotes would otherwise count as a text that is not empty.
   if (!value.is_boolean()) {
     throw SetupError(name + ": must be true or false");
   }
@@ -109,6 +112,7 @@ std::uint64_t Fields::Number(const std::string& name) {
     return 0;
   }
   const json& value = Value(name);
+  // Neither a fraction nor a negative number, which would become a huge one.
   if (!value.is_number_unsigned()) {
     throw SetupError(name + ": must be a whole number of 0 or more");
   }
@@ -125,6 +129,7 @@ void Fields::ForEach(const std::string& name, const std::function<void(Fields&)>
     throw SetupError(name + ": must be a list, in brackets");
   }
   for (std::size_t i = 0; i < list.size(); ++i) {
+    // From 1, as a reader counts the entries of the file.
     At(name + ": entry " + std::to_string(i + 1), [&] {
       Fields entry(list[i]);
       take(entry);
@@ -153,6 +158,7 @@ json ReadJson(const std::string& path, const Values& values) {
   try {
     document = json::parse(text, shallow, true, true);
   } catch (const json::parse_error& error) {
+    // The library's message speaks of its parser, and its position is in bytes.
     const std::size_t end = std::min(error.byte, text.size());
     const auto lines = std::count(text.data(), text.data() + end, '\n');
     throw SetupError("line " + std::to_string(lines + 1) + ": must be valid JSON");
@@ -167,9 +173,11 @@ json ReadJson(const std::string& path, const Values& values) {
   At("defaults", [&] {
     Fields fields(defaults);
     for (const auto& [name, value] : defaults.items()) {
+      // A value of the command line stays.
       all.try_emplace(name, fields.Text(name));
     }
     for (const auto& [name, value] : values) {
+      // A name that nothing uses is a misspelt one.
       if (!fields.Has(name)) {
         throw SetupError(Quoted(name) + ": has no default, so it can't be set");
       }

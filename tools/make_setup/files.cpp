@@ -25,6 +25,7 @@ void List(const fs::path& root, const std::string& below, std::vector<TreeItem>&
     const std::string name = entry.path().filename().string();
     TreeItem item{(fs::path(below) / name).string(), ItemKind::File,
                   status.permissions() & fs::perms::all, 0};
+    // By the item's own status: a link to a folder is a link, or the walk could go in circles.
     if (fs::is_directory(status)) {
       item.kind = ItemKind::Folder;
     } else if (fs::is_symlink(status)) {
@@ -45,6 +46,7 @@ void List(const fs::path& root, const std::string& below, std::vector<TreeItem>&
 
 std::string ReadFile(const fs::path& path) {
   std::error_code error;
+  // A folder opens as a stream without an error, and reads as empty.
   if (!fs::is_regular_file(path, error)) {
     throw SetupError(path.string() + ": no such file");
   }
@@ -85,6 +87,7 @@ void FileWriter::Overwrite(std::uint64_t position, std::span<const char> block) 
 }
 
 void FileWriter::Close() {
+  // Flushes, and only then a full disk shows.
   stream_.close();
   Check();
 }
@@ -112,6 +115,7 @@ std::vector<TreeItem> ListTree(const fs::path& root) {
 
 void CopyTree(const fs::path& from, const fs::path& to) {
   std::vector<TreeItem> items = ListTree(from);
+  // Modes come with the files; times do not.
   fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
   // Contents first, since a new item changes the time of its folder.
   std::reverse(items.begin(), items.end());
@@ -128,6 +132,7 @@ ScratchFolder::ScratchFolder(const fs::path& path) {
     throw SetupError(parent.string() + ": no such folder");
   }
   path_ = parent / (".make_setup-" + std::to_string(std::random_device{}()));
+  // False for a name that exists: another run may work beside this one.
   if (!fs::create_directory(path_)) {
     throw SetupError(path_.string() + ": exists already");
   }

@@ -28,6 +28,7 @@ void CheckFullPath(const String& path, Home home) {
 void CheckPaths(const CopyCommand& command) {
   switch (command.verb) {
     case CopyVerb::Copy:
+      // The installer puts the target folder in front of it.
       if (command.path.IsEmpty() || command.path.View().starts_with('/')) {
         throw SetupError(Quoted(command.path.Bytes()) +
                          ": must be the path of an item below the target folder");
@@ -92,6 +93,7 @@ std::string JoinChecked(const std::vector<Entry>& entries, const std::string& se
   std::string list;
   for (const Entry& entry : entries) {
     const std::string text = write(entry);
+    // The installer's reader decides what can be written, so that no rule is stated twice.
     const std::vector<Entry> again = read(Utf8(text));
     if (again.size() != 1 || !AreTheSame(again.front(), entry)) {
       throw SetupError(Quoted(text) + " would be read as something else: " + allowed);

@@ -47,6 +47,7 @@ CommandLine Read(const std::vector<std::string>& arguments) {
   std::vector<std::string> places;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string& argument = arguments[i];
+    // Also behind a faulty option: whoever asks for help may not know the others.
     if (argument == "--help" || argument == "--version") {
       line.task = argument == "--help" ? Task::Help : Task::Version;
       return line;
@@ -73,6 +74,7 @@ CommandLine Read(const std::vector<std::string>& arguments) {
     line.task = Task::Invalid;
     return line;
   }
+  // A check has the first only.
   places.resize(3);
   line.request.folder = places[0];
   line.request.stub = places[1];
@@ -92,10 +94,12 @@ std::string Summary(const BundleRequest& request, const BundleResult& result) {
 }
 
 int Run(const CommandLine& line) {
+  // Before anything exists that a signal could leave behind.
   zephin::make_setup::EndBySignals();
   try {
     std::string summary;
     {
+      // Removes its line at the end of this block, before the summary is written.
       zephin::make_setup::Progress progress;
       if (line.task == CommandLine::Task::Check) {
         CheckBundle(line.request, progress);
@@ -109,6 +113,7 @@ int Run(const CommandLine& line) {
     // Everything has been removed; what follows is the end.
     zephin::make_setup::RaiseSignal();
   } catch (const std::filesystem::filesystem_error& error) {
+    // Its own text names functions of the library, which say nothing to a publisher.
     std::cerr << "make_setup: " << error.path1().string() << ": " << error.code().message() << '\n';
   } catch (const std::exception& error) {
     std::cerr << "make_setup: " << error.what() << '\n';

@@ -203,6 +203,7 @@ PackedPiece PackedPieces::Next() {
   lock.unlock();
   changed_.notify_all();
   if (result.error) {
+    // In the caller's thread, at the place where the result belongs.
     std::rethrow_exception(result.error);
   }
   return std::move(result.piece);

@@ -30,6 +30,7 @@ std::string Parent(const std::string& path) {
 Items Index(const fs::path& root) {
   Items items;
   for (const TreeItem& item : ListTree(root)) {
+    // Of either tree: the installer would delete an item that a file of the patch names by chance.
     if (InStr(Utf8(Name(item.path)), kMarker) != 0) {
       throw SetupError(item.path + ": must not contain " + Quoted(kMarker) +
                        ", which marks a deletion");
@@ -50,6 +51,7 @@ class PatchMaker {
 
   void Make() {
     fs::create_directory(patch_);
+    // Names are looked up in both directions; a rename is a deletion and an addition.
     for (const auto& [path, item] : old_) {
       if (!new_.contains(path)) {
         Delete(item);
@@ -79,10 +81,12 @@ class PatchMaker {
       throw SetupError(path + ": must not be deleted: a patch deletes folders at the root only");
     }
     RefuseHidden(item);
+    // The file system's limit, which the publisher's own names may be close to.
     if (Name(path).size() + std::string(kMarker).size() > kLongestName) {
       throw SetupError(path + ": must have a shorter name: a patch appends " + Quoted(kMarker) +
                        " to delete it");
     }
+    // The marker is of the kind of what it deletes.
     const fs::path marker = patch_ / (path + kMarker);
     if (item.kind == ItemKind::Folder) {
       fs::create_directory(marker);
@@ -96,6 +100,7 @@ class PatchMaker {
     if (item.kind == ItemKind::Link) {
       throw SetupError(item.path + ": must not be new: a patch can't add a link");
     }
+    // Folders come with their files.
     if (item.kind == ItemKind::Folder) {
       RefuseWithoutFiles(item.path);
       return;
@@ -118,6 +123,7 @@ class PatchMaker {
       throw SetupError(after.path + ": must not change: a patch can't change a link");
     }
     if (after.kind != ItemKind::File ||
+        // Sizes first: most files that differ need not be read.
         (before.mode == after.mode && fs::file_size(from) == fs::file_size(to) &&
          ReadFile(from) == ReadFile(to))) {
       return;

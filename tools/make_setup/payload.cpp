@@ -44,6 +44,7 @@ void WritePayload(const fs::path& folder, const std::string& topName, const fs::
 
 void CutIntoPieces(const fs::path& payload, std::uint64_t size, const fs::path& resources,
                    const fs::path& beside) {
+  // One piece alone would be read as a payload that is not cut, which has another name.
   const std::uint64_t whole = fs::file_size(payload);
   if (size == 0 || whole <= size || (whole - 1) / size >= kMostPieces) {
     throw SetupError("must cut the payload of " + std::to_string(whole) + " bytes into 2 to " +
@@ -53,6 +54,7 @@ void CutIntoPieces(const fs::path& payload, std::uint64_t size, const fs::path& 
   std::uint64_t done = 0;
   for (int number = 1; done < whole; ++number) {
     const std::uint64_t count = std::min(size, whole - done);
+    // The installer knows by this name that no disc follows.
     const bool last = done + count == whole;
     const std::string name = last ? kLastPieceFile : kPieceStem + std::to_string(number);
     FileWriter piece((number == 1 ? resources : beside) / name);
@@ -64,6 +66,7 @@ void CutIntoPieces(const fs::path& payload, std::uint64_t size, const fs::path& 
 }
 
 bool IsPieceName(const std::string& name) {
+  // "Data#x" is a file of the publisher, to be left alone.
   const std::string stem = kPieceStem;
   return name == kLastPieceFile ||
          (name.starts_with(stem) && name.size() > stem.size() &&

@@ -23,6 +23,7 @@ void Catch(int signal) {
 
 }  // namespace
 
+// A line that rewrites itself fills the log of a build.
 Progress::Progress() : onTerminal_(isatty(STDERR_FILENO) == 1) {}
 
 Progress::~Progress() {
@@ -30,6 +31,7 @@ Progress::~Progress() {
 }
 
 void Progress::Warn(const std::string& warning) {
+  // Or the warning would begin behind the progress.
   RemoveLine();
   std::cerr << "make_setup: warning: " << warning << '\n';
 }
@@ -40,6 +42,7 @@ void Progress::BeginPacking(const Contents& all) {
 }
 
 void Progress::Packed(const Contents& more) {
+  // Here rather than in the handler, which may run in the middle of anything.
   if (caughtSignal != 0) {
     throw Interrupted();
   }

@@ -26,6 +26,7 @@ class Writer {
   }
   std::string operator()(PicturePosition position) const {
     const String& pixels = record_.*position.pixels;
+    // Sizes without digits would be read as a damaged picture.
     return pixels.IsEmpty() ? ""
                             : pixels.Bytes() + "," + std::to_string(record_.*position.width) + "," +
                                   std::to_string(record_.*position.height);
@@ -90,10 +91,12 @@ std::string StoredPage(const String& page) {
   if (page.IsEmpty()) {
     return "";
   }
+  // By its label, which the reader of the page set: a text in ASCII fits both forms.
   if (page.DeclaredEncoding() != Encoding::MacRoman) {
     return kHexPageMarker + HexDigits(ConvertEncoding(page, Encoding::UTF16).View());
   }
   std::string stored = page.Bytes();
+  // The record's form of a page has no line feeds.
   std::replace(stored.begin(), stored.end(), '\n', '|');
   return stored;
 }

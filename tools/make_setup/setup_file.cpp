@@ -120,6 +120,7 @@ void CheckTargetFolder(const std::string& name) {
 
 template <class Requirements>
 void CheckKeyword(const char* field, const String& keyword, const Requirements& requirements) {
+  // The installer takes an unknown keyword for "nothing is required", silently.
   std::string allowed;
   for (const Requirement& requirement : requirements) {
     if (keyword == requirement.keyword) {
@@ -135,6 +136,7 @@ void CheckKeyword(const char* field, const String& keyword, const Requirements& 
 
 /// A program is in the bundle unless its name begins with a token.
 void CheckProgram(const char* field, const String& name, const Setup& setup) {
+  // Other names are looked up in the bundle, where only helpers are.
   std::string tokens;
   for (const PathTokenRow& token : kPathTokens) {
     if (InStr(name, token.text) == 1) {
@@ -152,6 +154,7 @@ void CheckProgram(const char* field, const String& name, const Setup& setup) {
 
 void ReadHelpers(Fields& fields, const fs::path& folder, Setup& setup) {
   for (const std::string& name : ReadNames(fields, "helpers")) {
+    // "dir/" and ".." have no name that the bundle's copy could get.
     if (!IsBelow(fs::path(name).filename().string()) || !fs::exists(folder / name)) {
       throw SetupError("helpers: " + (folder / name).string() + ": no such file or folder");
     }
@@ -161,6 +164,7 @@ void ReadHelpers(Fields& fields, const fs::path& folder, Setup& setup) {
 
 void ReadCompression(Fields& fields, Setup& setup) {
   const std::string name = fields.Text("compression");
+  // Deflate is what archive programs of every age read.
   if (!name.empty() && name != "deflate" && name != "zstd") {
     throw SetupError("compression: " + Quoted(name) + R"(: must be "deflate" or "zstd")");
   }
@@ -168,6 +172,7 @@ void ReadCompression(Fields& fields, Setup& setup) {
 }
 
 void ReadPayload(Fields& fields, const fs::path& folder, Setup& setup) {
+  // Before the patch, which may be cut as well.
   setup.pieceSize = fields.Number("pieceSize");
   if (!fields.Has("patch")) {
     setup.payload = folder / fields.NeededText("payload");
@@ -176,6 +181,7 @@ void ReadPayload(Fields& fields, const fs::path& folder, Setup& setup) {
   if (fields.Has("payload")) {
     throw SetupError(R"(patch: takes the place of "payload"; remove one of the two)");
   }
+  // The flag follows from the field, so that the two can't contradict each other.
   setup.record.fInstallationPatch = true;
   At("patch", [&] {
     Fields parts(fields.Value("patch"));
@@ -206,6 +212,7 @@ Setup ReadSetup(const fs::path& folder, const std::map<std::string, std::string>
     ReadPayload(fields, folder, setup);
     ReadSelections(fields, folder, setup);
     record.fPostCopy = ReadCommands(fields);
+    // Behind all reads: what nobody asked for by now is misspelt.
     fields.RefuseOthers();
     // Written here, too, for the sake of its checks: they then name this file.
     (void)DataText(record);

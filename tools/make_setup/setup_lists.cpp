@@ -52,6 +52,7 @@ std::string PackSource(const fs::path& folder, Setup& setup) {
 /// The file name at the end of an address, under which the installer saves the archive.
 std::string NameInAddress(const std::string& address) {
   std::string name = address.substr(address.rfind('/') + 1);
+  // Without a name the installer would save the archive as the folder itself.
   if (name.empty() || TextEquals(Utf8(name), ".zip")) {
     throw SetupError("source: " + Quoted(address) + ": must end in the name of a file");
   }
@@ -71,6 +72,7 @@ SelectionEntry ReadEntry(Fields& entry, Download download, const fs::path& folde
     throw SetupError("folder: " + Quoted(selection.folder.Bytes()) +
                      ": must be a folder below the target folder");
   }
+  // By the same test as the installer, which knows no other sign of an address.
   if (!IsAddress(selection.source)) {
     selection.source = Utf8(PackSource(folder / source, setup));
     return selection;
@@ -79,6 +81,7 @@ SelectionEntry ReadEntry(Fields& entry, Download download, const fs::path& folde
     throw SetupError("source: must be a folder: only an option can be downloaded");
   }
   const std::string name = NameInAddress(source);
+  // Without it the archive is on the server already.
   if (entry.Has("content")) {
     AddArchive(setup.archives, {name, folder / entry.NeededText("content"), true});
   }
@@ -122,6 +125,7 @@ CopyCommand ReadCommand(Fields& entry) {
   CopyCommand copy{CopyVerb::Copy, Utf8(entry.NeededText("copy")), Utf8(entry.NeededText("to"))};
   const String folder = Utf8(entry.Text("ifFolder"));
   const bool ifNothingThere = entry.Flag("ifNothingThere");
+  // A command of the record has room for one condition.
   if (ifNothingThere && !folder.IsEmpty()) {
     throw SetupError(R"(ifFolder: must not come together with "ifNothingThere")");
   }
@@ -162,6 +166,7 @@ String ReadCommands(Fields& fields) {
   std::vector<CopyCommand> commands;
   fields.ForEach("fPostCopy", [&](Fields& entry) {
     commands.push_back(ReadCommand(entry));
+    // Checked here, where an error gets the number of the entry.
     (void)CopyList({commands.back()});
   });
   return Utf8(CopyList(commands));

@@ -35,6 +35,7 @@ class TarWriter {
   }
 
   void Add(const fs::path& source, const TreeItem& item) {
+    // One entry for all items: nothing of the one before may show in the next.
     archive_entry_clear(entry_.get());
     archive_entry_copy_pathname(entry_.get(), item.path.c_str());
     archive_entry_set_mtime(entry_.get(), options_.time, 0);

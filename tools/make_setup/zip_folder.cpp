@@ -37,6 +37,7 @@ class Plan {
  public:
   Plan(fs::path folder, const std::string& topName) : folder_(std::move(folder)) {
     const std::vector<TreeItem> items = ListTree(folder_);
+    // Many readers report an archive without an entry as damaged.
     if (items.empty() && topName.empty()) {
       throw SetupError(folder_.string() + ": must contain something to pack");
     }
@@ -92,6 +93,7 @@ class Plan {
     if (ConvertEncoding(Utf8(name), Encoding::UTF16).DeclaredEncoding() != Encoding::UTF16) {
       throw SetupError((folder_ / item.path).string() + ": must have a name in UTF-8");
     }
+    // The slash is what makes it a folder to readers that don't look at modes.
     return item.kind == ItemKind::Folder && !name.ends_with('/') ? name + "/" : name;
   }
 
@@ -108,6 +110,7 @@ void WritePieces(const Planned& item, PackedPieces& pieces, ZipWriter& zip,
   for (std::size_t i = 0; i < item.pieces; ++i) {
     PackedPiece piece = pieces.Next();
     const std::uint64_t length = std::min(left, kLongestPiece);
+    // The threads know their pieces only.
     crc = crc32_combine(crc, piece.crc, static_cast<z_off_t>(length));
     method = piece.stored                                  ? ZipMethod::Stored
              : options.compression == Compression::Deflate ? ZipMethod::Deflated
@@ -129,6 +132,7 @@ void WriteArchive(const Plan& plan, ZipWriter& zip, const ZipOptions& options) {
       WritePieces(item, pieces, zip, options);
       continue;
     }
+    // Folders and links have no pieces, and nothing in them is worth compressing.
     zip.Write(item.target);
     zip.End(ZipMethod::Stored,
             static_cast<std::uint32_t>(crc32(0, reinterpret_cast<const Bytef*>(item.target.data()),

@@ -70,6 +70,7 @@ void PutTime(std::string& text, std::int64_t seconds) {
 
 /// The part that both headers have in common, from the flags to the sizes.
 void PutDescription(std::string& text, const ZipEntry& entry, std::uint64_t packedSize) {
+  // Without this flag readers take names for those of an old system's code page.
   Put16(text, kNamesAreUtf8);
   Put16(text, static_cast<std::uint16_t>(entry.method));
   PutTime(text, entry.time);
@@ -109,6 +110,7 @@ void ZipWriter::Begin(const ZipEntry& entry) {
   items_.push_back({entry, 0, length_});
   // End writes it again, with what is known then.
   Append(LocalHeader(items_.back()));
+  // The header has its final length: sizes of 64 bits depend on the content's size alone.
   dataStart_ = length_;
 }
 
@@ -121,6 +123,7 @@ void ZipWriter::End(ZipMethod method, std::uint32_t crc) {
   item.packedSize = length_ - dataStart_;
   item.entry.method = method;
   item.entry.crc = crc;
+  // Scrambling depends on the place in the file, so the header can be replaced alone.
   std::string header = LocalHeader(item);
   if (form_ == ZipForm::Scrambled) {
     ScrambleBytes(header, item.position);
@@ -171,6 +174,7 @@ std::string ZipWriter::DirectoryHeader(const Written& item) {
   const std::string extra = SizesField(large) + TimeField(entry);
   std::string header;
   Put32(header, kDirectoryHeader);
+  // Readers take the mode below only from an archive made on Unix.
   Put16(header, kMadeOnUnix | version);
   Put16(header, version);
   PutDescription(header, entry, item.packedSize);
@@ -191,6 +195,7 @@ void ZipWriter::AppendDirectory() {
   const std::uint64_t size = length_ - start;
   const std::uint64_t count = items_.size();
   std::string end;
+  // A number that only looks like "elsewhere" is written there, too.
   if (count >= kElsewhere16 || size >= kElsewhere || start >= kElsewhere) {
     constexpr std::uint64_t kLengthBehindThis = 44;
     const std::uint64_t position = length_;
