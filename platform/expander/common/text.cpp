@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <utility>
 
 namespace zephin::expander {
 namespace {
@@ -13,21 +14,25 @@ std::uint8_t Byte(std::string_view text, std::size_t index) {
 
 /// Characters that may not reach a terminal: controls, separators of lines, and marks that change
 /// the direction of text, so that a name seems to be another one.
-bool IsDangerous(std::string_view character) {
-  using Range = std::pair<std::string_view, std::string_view>;
-  constexpr std::array<Range, 7> kRanges = {
-      Range{std::string_view("\0", 1), "\x1F"},
-      Range{"\x7F", "\x7F"},
-      Range{"\xC2\x80", "\xC2\x9F"},          // U+0080 to U+009F
-      Range{"\xD8\x9C", "\xD8\x9C"},          // U+061C
-      Range{"\xE2\x80\x8E", "\xE2\x80\x8F"},  // U+200E, U+200F
-      Range{"\xE2\x80\xA8", "\xE2\x80\xAE"},  // U+2028 to U+202E
-      Range{"\xE2\x81\xA6", "\xE2\x81\xA9"},  // U+2066 to U+2069
-  };
+bool IsDangerous(char32_t character) {
+  using Range = std::pair<char32_t, char32_t>;
+  constexpr std::array<Range, 6> kRanges = {Range{0, 0x1F},        Range{0x7F, 0x9F},
+                                            Range{0x61C, 0x61C},   Range{0x200E, 0x200F},
+                                            Range{0x2028, 0x202E}, Range{0x2066, 0x2069}};
   return std::any_of(kRanges.begin(), kRanges.end(), [&](const Range& range) {
-    return character.size() == range.first.size() && character >= range.first &&
-           character <= range.second;
+    return character >= range.first && character <= range.second;
   });
+}
+
+/// The code of a valid character of UTF-8.
+char32_t Code(std::string_view character) {
+  // Of the first byte, the bits behind those that give the length.
+  char32_t code =
+      Byte(character, 0) & (character.size() == 1 ? 0x7FU : 0xFFU >> (character.size() + 1));
+  for (std::size_t i = 1; i < character.size(); ++i) {
+    code = code << 6U | (Byte(character, i) & 0x3FU);
+  }
+  return code;
 }
 
 }  // namespace
@@ -68,7 +73,7 @@ std::string OneLine(std::string_view name) {
   for (std::size_t i = 0; i < shown.size();) {
     const std::size_t length = Utf8Length(shown, i);
     const std::string_view character = shown.substr(i, std::max<std::size_t>(length, 1));
-    if (length > 0 && !IsDangerous(character)) {
+    if (length > 0 && !IsDangerous(Code(character))) {
       line += character;
     } else {
       for (const char byte : character) {
