@@ -203,6 +203,7 @@ class LongOnes(ExpansionTest):
         begin = time.monotonic()
         os.kill(process.pid, signal.SIGSTOP)
         wait_until(lambda: time.monotonic() > begin + 1.1, "some time")
+
         # In short turns, or a busy machine could end it before its window program is seen.
         def goes_on():
             begin = time.monotonic()
