@@ -82,7 +82,7 @@ QString FirstMissing(const Words& words, std::uint64_t count,
     names += words.Get(Word::Quoted, Shortened(ShownName(missing[i].name)));
   }
   const QString list = names.join(words.Get(Word::ListSeparator));
-  const std::uint64_t shown = static_cast<std::uint64_t>(names.size());
+  const auto shown = static_cast<std::uint64_t>(names.size());
   return count > shown ? words.Count(Word::MissingMore, count - shown, list)
                        : words.Get(Word::Missing, list);
 }

@@ -5,6 +5,7 @@
 #include <xcb/xcb.h>
 
 #include <QFile>
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <cstdlib>
@@ -189,12 +190,8 @@ Installers::~Installers() {
 }
 
 bool Installers::Run() const {
-  for (const int folder : folders_) {
-    if (!ProgramOf(folder).empty()) {
-      return true;
-    }
-  }
-  return false;
+  return std::any_of(folders_.begin(), folders_.end(),
+                     [](int folder) { return !ProgramOf(folder).empty(); });
 }
 
 std::vector<QRect> WindowsToSpare() {

@@ -7,7 +7,7 @@
 namespace zephin {
 namespace {
 
-enum Language : std::size_t { kEnglish, kGerman, kFrench, kSpanish, kJapanese, kArabic };
+enum Language : std::size_t { English, German, French, Spanish, Japanese, Arabic };
 
 /// From one unit of sizes to the next.
 constexpr std::uint64_t kStep = 1000;
@@ -42,9 +42,9 @@ QString Isolated(const QString& text) {
 
 std::size_t FormCount(std::size_t language) {
   switch (language) {
-    case kArabic:
+    case Arabic:
       return 6;
-    case kJapanese:
+    case Japanese:
       return 1;
     default:
       return 2;
@@ -53,11 +53,11 @@ std::size_t FormCount(std::size_t language) {
 
 std::size_t FormOf(std::size_t language, std::uint64_t number) {
   switch (language) {
-    case kArabic:
+    case Arabic:
       return ArabicForm(number);
-    case kJapanese:
+    case Japanese:
       return 0;
-    case kFrench:
+    case French:
       return number < 2 ? 0 : 1;
     default:
       return number == 1 ? 0 : 1;
@@ -125,7 +125,7 @@ QString Words::Number(std::uint64_t number) const {
 }
 
 Qt::LayoutDirection Words::Direction() const {
-  return language_ == kArabic ? Qt::RightToLeft : Qt::LeftToRight;
+  return language_ == Arabic ? Qt::RightToLeft : Qt::LeftToRight;
 }
 
 }  // namespace zephin
