@@ -37,7 +37,8 @@ _PLACES = (("place", "My Setup"), ("two words é 日本", "Renamed é 日本"),
 _CANNOT = {"nautilus": {0, 1, 2}, "pcmanfm": {2}, "pcmanfm-qt": {2}}
 # The button that agrees to a manager's question, and the letter that presses it, with Alt.
 _BUTTONS = {"thunar": ("Launch Anyway", "l"), "caja": ("Launch Anyway", "l"),
-            "dolphin": ("Execute", "e"), "pcmanfm": ("Execute", "e"), "pcmanfm-qt": ("Execute", "x")}
+            "dolphin": ("Execute", "e"), "pcmanfm": ("Execute", "e"),
+            "pcmanfm-qt": ("Execute", "x")}
 
 
 def _new_icon(before, after):
