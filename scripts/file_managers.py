@@ -35,9 +35,10 @@ _PLACES = (("place", "My Setup"), ("two words é 日本", "Renamed é 日本"),
 # In which of them a manager does not start the entry: GNOME's starts none, LXDE's two pass the path
 # on in a way that gives quotes a meaning.
 _CANNOT = {"nautilus": {0, 1, 2}, "pcmanfm": {2}, "pcmanfm-qt": {2}}
-# The button that agrees to a manager's question. Its first letter, with Alt, presses it.
-_BUTTONS = {"thunar": "Launch Anyway", "caja": "Launch Anyway", "dolphin": "Execute",
-            "pcmanfm": "Execute", "pcmanfm-qt": "Execute"}
+# The button that agrees to a manager's question, and the letter that presses it, with Alt.
+_BUTTONS = {"thunar": ("Launch Anyway", "l"), "caja": ("Launch Anyway", "l"),
+            "dolphin": ("Execute", "e"), "pcmanfm": ("Execute", "e"),
+            "pcmanfm-qt": ("Execute", "x")}
 
 
 def _new_icon(before, after):
@@ -69,6 +70,7 @@ class Manager:
         self._size = (1280, 1024)
         self._folder = session.folder
         self.asked = ""
+        self._window = None
         self._place = None
         self._clicked = 0
 
@@ -95,7 +97,7 @@ class Manager:
                     self._session.end_others()
 
     def _put_and_click(self, source, entry):
-        wait_until(self._screen.windows, "the window", 90)
+        self._window = wait_until(self._screen.windows, "the window", 90)[0][0].id
         before = self._at_rest()
         # A busy manager rests before it shows the folder; one that shows this file is done.
         probe = os.path.join(os.path.dirname(entry), "probe")
@@ -131,11 +133,11 @@ class Manager:
 
     def _answer(self):
         """Agrees to a question, if there is one. Returns its button."""
-        button = _BUTTONS.get(self._name)
+        button, letter = _BUTTONS.get(self._name, (None, None))
         windows = [window.id for window, _ in self._screen.windows()]
-        if not button or len(windows) < 2 or self._screen.active_window() != windows[-1]:
+        if not button or not windows or windows[-1] == self._window:
             return None
-        self._screen.key("Alt_L+" + button[0].lower())
+        self._screen.key("Alt_L+" + letter)
         return button
 
     def _answer_until(self, bundle):
