@@ -170,7 +170,7 @@ std::vector<Piece> PiecesOf(const std::string& file, std::uint64_t size) {
 
 /// What each thread has of its own.
 struct PackedPieces::Packers {
-  const Compressors deflate;
+  const Compressors deflate{};
   ZstdPacker zstd;
   bool stored = false;  ///< Of the file that zstd is at.
 };

@@ -127,6 +127,7 @@ void Gzip(const fs::path& file, const fs::path& gzip, const TarballOptions& opti
   // Only a whole file may be stored instead of deflated, and this format has no stored files.
   pieces.front().first = false;
   std::vector<std::uint64_t> lengths;
+  lengths.reserve(pieces.size());
   for (const Piece& piece : pieces) {
     lengths.push_back(piece.length);
   }
