@@ -198,7 +198,8 @@ TEST(HostileArchive, ArchiveThatIsIncompleteIsRefused) {
 }
 
 TEST(HostileArchive, ZstdFrameWithALargeWindowIsRefused) {
-  const std::string data(9'000'000, 'x');
+  std::string data;
+  data.resize(9'000'000, 'x');
   const ZipEntry fits{.name = "8 MB", .data = data, .zstd = true, .packed = ZstdFrame(data, 23)};
   const ZipEntry large{.name = "16 MB", .data = data, .zstd = true, .packed = ZstdFrame(data, 24)};
   ExpectContained({{{fits, large}, "damaged", 1, {{"a/8 MB", data}}}});
