@@ -33,7 +33,7 @@ void MessageModal::CreateControls() {
     // Each caller renames the buttons and compares the answer with its own words.
     button->Action = [this](PushButton& pressed) { Answer(pressed.Caption()); };
   };
-  // Created in the order of the Tab key, which begins with the button that stands for "Yes".
+  // Created in tab order: the "Yes" button comes first.
   addButton("Btn2", 380, 0);
   const Ref<Label> text = Add<Label>("MessageText", {20, 14, 532, 177});
   text->SetMultiline(true);

@@ -35,8 +35,8 @@ class LicenseAgreementWindow : public AnswerWindow {
 
 enum class QuitButton { Shown, Hidden };
 
-/// A publisher's page and the words around it. It is shown as HTML if "<HTML>" stands anywhere in
-/// the text, in any letter case, else as plain text.
+/// A publisher's page with its title and captions. It is shown as HTML if the text contains
+/// "<HTML>" anywhere, in any letter case, and as plain text otherwise.
 struct Page {
   String text;
   String title;

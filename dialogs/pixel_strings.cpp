@@ -81,7 +81,7 @@ void Fill(Picture& picture, const String& pixelString) {
   ForEachRun(pixelString.View(), [&](std::string_view plain, char digit, std::int64_t count) {
     writer.Plain(plain.data(), std::ssize(plain));
     writer.Run(digit, count);
-    // A run of a few bytes can stand for millions of digits: count what it stands for.
+    // A run of a few bytes can expand to millions of digits, so the expanded length counts.
     sinceYield += std::ssize(plain) + count;
     if (sinceYield > std::int64_t{kBlock}) {
       sinceYield = 0;

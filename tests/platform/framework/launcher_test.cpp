@@ -24,7 +24,7 @@ class Launcher : public testing::Test {
     WriteFile(scratch / name, content);
     fs::permissions(scratch / name, fs::perms(0777));
   }
-  /// The command that opens an item; "@" stands for the item's path.
+  /// The command that opens an item; "@" replaces the item's path.
   std::string Opening(const std::string& name, const std::string& helpers = "/h") const {
     const std::string path = scratch / name;
     std::string words;
