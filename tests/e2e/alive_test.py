@@ -7,6 +7,7 @@ import contextlib
 import functools
 import io
 import itertools
+import mmap
 import os
 import pathlib
 import struct
@@ -31,12 +32,12 @@ class TooLong(AssertionError):
     """A pause that a user notices."""
 
 
-def up_to_six_times(test):
+def up_to_three_times(test):
     """Repeats a failed measurement: a busy disk delays single calls, but the program's own work
     takes the same time in each run."""
     @functools.wraps(test)
     def repeated(self):
-        for _ in range(5):
+        for _ in range(2):
             try:
                 return test(self)
             except TooLong as once:
@@ -45,6 +46,17 @@ def up_to_six_times(test):
             self.setUp()
         return test(self)
     return repeated
+
+
+def release_of_a_gigabyte():
+    """How long this machine takes, in seconds, to take a gigabyte back from a program in one call.
+    Virtual machines that share their memory need more than a tenth of a second, in any program."""
+    memory = mmap.mmap(-1, _BLOCKS * len(_BLOCK))
+    for _ in range(_BLOCKS):
+        memory.write(_BLOCK)
+    begin = time.monotonic()
+    memory.close()
+    return time.monotonic() - begin
 
 
 class Scrambled(io.FileIO):
@@ -66,7 +78,8 @@ class Alive(case.InstallerTest):
 
     def open_watched(self, bundle):
         program = pathlib.Path(case.program_of(bundle)).read_bytes()
-        self.longest = _LONGEST_WITH_SANITIZERS if b"__asan_init" in program else _LONGEST
+        self.longest = max(release_of_a_gigabyte(),
+                           _LONGEST_WITH_SANITIZERS if b"__asan_init" in program else _LONGEST)
         self.record = pathlib.Path(self.folder, "pauses")
         self.record.write_bytes(bytes(_RECORD.size))
         run = self.open(bundle, {"LD_PRELOAD": case.PAUSES, "RECORD_OF_PAUSES": str(self.record),
@@ -87,7 +100,7 @@ class Alive(case.InstallerTest):
         print(f"{looks} looks in {seconds:.1f} s, pauses up to {longest / 1e6:.1f} ms")
         self.assertGreater(looks, _LOOKS)
         if longest / 1e9 >= self.longest:
-            raise TooLong(f"a pause of {longest / 1e6:.1f} ms")
+            raise TooLong(f"a pause of {longest / 1e6:.1f} ms, over {self.longest * 1e3:.1f}")
 
     def gigabyte_archive(self, path):
         """Writes a payload with one file of a gigabyte, not packed."""
@@ -105,7 +118,7 @@ class Alive(case.InstallerTest):
             for _ in range(_BLOCKS):
                 file.write(_BLOCK)
 
-    @up_to_six_times
+    @up_to_three_times
     def test_deleting_copying_unscrambling_and_waiting(self):
         bundle = self.bundle()
         self.gigabyte_archive(self.resource(bundle, "Data2"))
@@ -119,7 +132,7 @@ class Alive(case.InstallerTest):
         run.press("Quit")
         self.assert_ends(run)
 
-    @up_to_six_times
+    @up_to_three_times
     def test_downloading_and_following_a_copy_list(self):
         source = os.path.join(self.folder, "source")
         self.large_tree(source)
