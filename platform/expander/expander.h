@@ -1,7 +1,7 @@
 // The zip expander: writes the contents of an archive into a folder or beside the archive. An
 // archive can't write outside of the target folder, and every entry that is not on disk whole is
-// reported. It doesn't make or list archives. ExpandInto is defined in work/expand_into.cpp,
-// ExpandBeside in work/expand_beside.cpp.
+// reported. It doesn't make or list archives. ExpandInto is defined in steps/expand_into.cpp,
+// ExpandBeside in steps/expand_beside.cpp.
 #ifndef PLATFORM_EXPANDER_EXPANDER_H_
 #define PLATFORM_EXPANDER_EXPANDER_H_
 

@@ -9,8 +9,8 @@
 
 #include "platform/expander/disk/free_space.h"
 #include "platform/expander/expander.h"
-#include "platform/expander/work/expansion.h"
-#include "platform/expander/work/root_watch.h"
+#include "platform/expander/steps/expansion.h"
+#include "platform/expander/steps/root_watch.h"
 #include "platform/expander/zip/central_directory.h"
 
 namespace zephin::expander {

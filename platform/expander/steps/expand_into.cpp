@@ -6,7 +6,7 @@
 
 #include "platform/expander/disk/free_space.h"
 #include "platform/expander/expander.h"
-#include "platform/expander/work/expansion.h"
+#include "platform/expander/steps/expansion.h"
 #include "platform/expander/zip/central_directory.h"
 
 namespace zephin::expander {

@@ -5,15 +5,15 @@
 // folder that the deletion has already listed. To notice it, the watch makes an empty marker file
 // in the root: someone who deletes files of the tree has no reason to delete the marker, but
 // someone who deletes the whole tree does. The marker is hidden, and is deleted at the end.
-#ifndef PLATFORM_EXPANDER_WORK_ROOT_WATCH_H_
-#define PLATFORM_EXPANDER_WORK_ROOT_WATCH_H_
+#ifndef PLATFORM_EXPANDER_STEPS_ROOT_WATCH_H_
+#define PLATFORM_EXPANDER_STEPS_ROOT_WATCH_H_
 
 #include <cstdint>
 #include <string>
 #include <thread>
 
 #include "platform/expander/common/resources.h"
-#include "platform/expander/work/threads.h"
+#include "platform/expander/steps/threads.h"
 
 namespace zephin::expander {
 
@@ -59,4 +59,4 @@ class RootWatch {
 
 }  // namespace zephin::expander
 
-#endif  // PLATFORM_EXPANDER_WORK_ROOT_WATCH_H_
+#endif  // PLATFORM_EXPANDER_STEPS_ROOT_WATCH_H_

@@ -1,4 +1,4 @@
-#include "platform/expander/work/root_watch.h"
+#include "platform/expander/steps/root_watch.h"
 
 #include <fcntl.h>
 #include <poll.h>

@@ -1,6 +1,6 @@
 // What the threads of an expansion share: a switch that stops them, and a queue of blocks.
-#ifndef PLATFORM_EXPANDER_WORK_THREADS_H_
-#define PLATFORM_EXPANDER_WORK_THREADS_H_
+#ifndef PLATFORM_EXPANDER_STEPS_THREADS_H_
+#define PLATFORM_EXPANDER_STEPS_THREADS_H_
 
 #include <atomic>
 #include <condition_variable>
@@ -59,4 +59,4 @@ class Relay {
 
 }  // namespace zephin::expander
 
-#endif  // PLATFORM_EXPANDER_WORK_THREADS_H_
+#endif  // PLATFORM_EXPANDER_STEPS_THREADS_H_

@@ -12,8 +12,8 @@
 #include "platform/expander/disk/output_file.h"
 #include "platform/expander/plan/file_jobs.h"
 #include "platform/expander/report/report.h"
-#include "platform/expander/work/expansion.h"
-#include "platform/expander/work/threads.h"
+#include "platform/expander/steps/expansion.h"
+#include "platform/expander/steps/threads.h"
 #include "platform/expander/zip/entry_data.h"
 
 namespace zephin::expander {

@@ -1,4 +1,4 @@
-#include "platform/expander/work/threads.h"
+#include "platform/expander/steps/threads.h"
 
 namespace zephin::expander {
 

@@ -2,8 +2,8 @@
 // come after all files, so that no file can be written through one. The folders' modes and times
 // come last: a read-only mode would make work in the folder fail, and work would change the time.
 // WriteFiles is defined in write_files.cpp.
-#ifndef PLATFORM_EXPANDER_WORK_EXPANSION_H_
-#define PLATFORM_EXPANDER_WORK_EXPANSION_H_
+#ifndef PLATFORM_EXPANDER_STEPS_EXPANSION_H_
+#define PLATFORM_EXPANDER_STEPS_EXPANSION_H_
 
 #include <sys/types.h>
 
@@ -15,7 +15,7 @@
 #include "platform/expander/disk/folder_descriptors.h"
 #include "platform/expander/disk/output_file.h"
 #include "platform/expander/plan/plan.h"
-#include "platform/expander/work/threads.h"
+#include "platform/expander/steps/threads.h"
 #include "platform/expander/zip/archive_file.h"
 
 namespace zephin::expander {
@@ -68,4 +68,4 @@ mode_t CreationMask();
 
 }  // namespace zephin::expander
 
-#endif  // PLATFORM_EXPANDER_WORK_EXPANSION_H_
+#endif  // PLATFORM_EXPANDER_STEPS_EXPANSION_H_

@@ -1,4 +1,4 @@
-#include "platform/expander/work/expansion.h"
+#include "platform/expander/steps/expansion.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
