@@ -37,8 +37,10 @@ class FolderItem {
   Ref<FolderItem> Child(const String& name, bool followAlias = true) const;
 
   /// Number of items in the folder, including hidden ones; 0 for a file and for a folder that
-  /// cannot be read. It reads the folder into a list, sorted by the bytes of the names, that `Item`
-  /// and `TrueItem` use until the next call.
+  /// cannot be read. It reads the folder into a list, sorted by the bytes of the names but with
+  /// hidden items last, that `Item` and `TrueItem` use until the next call. A deletion goes through
+  /// it backwards: a program that still writes to the folder sees at once that its hidden marker is
+  /// gone, before it can make items in folders that the deletion has already listed.
   std::int64_t Count() const;
   /// Item `index` (from 1) of the list; nil outside of it. For a link, `Item` gives the link's own
   /// path with kind and content of its target, and `Alias` is false; `TrueItem` gives the link.

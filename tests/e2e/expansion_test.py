@@ -204,16 +204,18 @@ class LongOnes(ExpansionTest):
         os.kill(process.pid, signal.SIGSTOP)
         wait_until(lambda: time.monotonic() > begin + 1.1, "some time")
 
-        # In short turns, or a busy machine could end it before its window program is seen.
+        # In short turns, or a busy machine could end it before its window is seen. It may have
+        # started the window program without having told it yet what to show.
         def goes_on():
             begin = time.monotonic()
             os.kill(process.pid, signal.SIGCONT)
             wait_until(lambda: time.monotonic() > begin + 0.02, "a moment")
             os.kill(process.pid, signal.SIGSTOP)
-            return self.window_process()
-        wait_until(goes_on, "a window program")
-        shown = self.window_of()
-        shown.window(_PROGRESS)
+            window = self.window_process()
+            shown = window and case.Program(self.screen, window)
+            return shown if shown and _PROGRESS in shown.titles() else None
+        shown = wait_until(goes_on, "a window of the progress", 60)
+        self.opened.append(shown)
         return process, shown
 
     def assert_goes_on(self, process):

@@ -110,7 +110,7 @@ class Lane:
             threading.Timer(revive[0], os.kill, (revive[1], signal.SIGCONT)).start()
         while run.runs():
             if time.monotonic() > begin + _LONGEST:
-                self.test.fail(f"after {event} the next run does not end")
+                self.test.fail(f"after {event} the next run does not end\n{run.described()}")
             yield
         self.test.assertEqual(run.status(), 0, event)
         while expander_of(self.archive):

@@ -2,21 +2,20 @@
 #ifndef PLATFORM_EXPANDER_COMMON_FILE_ID_H_
 #define PLATFORM_EXPANDER_COMMON_FILE_ID_H_
 
-#include <sys/stat.h>
-
 #include <cstddef>
+#include <cstdint>
 #include <mutex>
 #include <unordered_set>
 
 namespace zephin::expander {
 
-/// Device and inode. False if there is no such file. The system may use the inode of a deleted file
-/// again.
+/// Device, inode and time of birth. False if there is no such file. The system uses the inode of a
+/// deleted file again, often at once; the time tells the two files apart.
 struct FileId {
-  dev_t device = 0;
-  ino_t inode = 0;
+  std::uint64_t device = 0;
+  std::uint64_t inode = 0;
+  std::int64_t birth = 0;  ///< In nanoseconds since 1970; 0 if the disk does not record it.
 
-  static FileId From(const struct stat& status) { return {status.st_dev, status.st_ino}; }
   /// The identity of an open file; none if the call fails.
   static FileId Of(int descriptor);
   /// The identity of the item of that name in a folder. Links are not followed.

@@ -45,7 +45,7 @@ Cause CheckReplaceable(int folder, const char* leaf, const Replacing& replacing)
     // Its contents may be the user's.
     return Cause::System(EISDIR);
   }
-  if (replacing.made.Has(FileId::From(status))) {
+  if (replacing.made.Has(FileId::At(folder, leaf))) {
     return Cause::Fixed("has the same name as another entry on this disk", Reason::InTheWay);
   }
   return Cause::System(replacing.existing == Existing::Keep ? EEXIST : 0);

@@ -187,11 +187,12 @@ void Placement::RunSteps(Site& site, RootWatch* watch, Result& result) {
   MakeFolders(site);
   WriteFiles(site);
   MakeLinks(site);
+  FinishFolders(site);
   if (watch != nullptr) {
-    // Before the last step: deleting the watch's marker changes the root's time.
+    // Before the root is finished: deleting the watch's marker changes its time.
     (void)watch->End();
   }
-  FinishFolders(site);
+  FinishRoot(site);
   if (site.control.Stopped()) {
     faults_.Add(Faults::kWholeArchive, result.placedAs, "was deleted or moved during the expansion",
                 Reason::Gone);

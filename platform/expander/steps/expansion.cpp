@@ -98,6 +98,19 @@ Cause FinishFolder(const Site& site, FolderDescriptors& descriptors, std::uint32
   return set ? Cause() : Cause::System(errno, kTimeNotSet);
 }
 
+/// Finishes one folder, and adds a fault if it could not be made or finished.
+void Finish(Site& site, FolderDescriptors& descriptors, std::uint32_t index) {
+  const Folder& folder = site.plan.folders[index];
+  Cause cause = Cause::System(folder.named ? folder.code : 0);
+  if (folder.code == 0 && !folder.foreign &&
+      (folder.named || (folder.existed && folder.attributes.hasMode))) {
+    cause = FinishFolder(site, descriptors, index);
+  }
+  if (cause) {
+    site.faults.Add(folder.order, folder.path, cause);
+  }
+}
+
 /// Reads a link's target. False if it is not valid; then the fault has been added.
 bool ReadTarget(Site& site, const Entry& entry, Unpacker& unpacker, std::string& target) {
   // Entries with longer targets were refused when the table was read.
@@ -195,19 +208,18 @@ void MakeLinks(Site& site) {
 void FinishFolders(Site& site) {
   FolderDescriptors descriptors(site.plan.folders, site.root);
   // From the inside out: a mode may forbid to enter the folder, and then what is in it.
-  for (auto i = static_cast<std::uint32_t>(site.plan.folders.size()); i-- > 1;) {
-    const Folder& folder = site.plan.folders[i];
-    if (site.control.Stopped()) {
-      return;
+  for (auto i = static_cast<std::uint32_t>(site.plan.folders.size());
+       i-- > 1 && !site.control.Stopped();) {
+    if (i != site.root.folder) {
+      Finish(site, descriptors, i);
     }
-    Cause cause = Cause::System(folder.named ? folder.code : 0);
-    if (folder.code == 0 && !folder.foreign &&
-        (folder.named || (folder.existed && folder.attributes.hasMode))) {
-      cause = FinishFolder(site, descriptors, i);
-    }
-    if (cause) {
-      site.faults.Add(folder.order, folder.path, cause);
-    }
+  }
+}
+
+void FinishRoot(Site& site) {
+  if (site.root.folder != 0 && !site.control.Stopped()) {
+    FolderDescriptors descriptors(site.plan.folders, site.root);
+    Finish(site, descriptors, site.root.folder);
   }
 }
 

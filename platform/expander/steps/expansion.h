@@ -41,7 +41,8 @@ struct Site {
 void MakeFolders(Site& site);
 void WriteFiles(Site& site);
 void MakeLinks(Site& site);
-void FinishFolders(Site& site);
+void FinishFolders(Site& site);  ///< All folders but the root.
+void FinishRoot(Site& site);
 
 /// Deletes the files, links and empty folders that the steps made, as far as they still are the
 /// same items under the same names. What someone else has put in their place is kept.

@@ -17,7 +17,9 @@
 namespace zephin::expander {
 namespace {
 
-constexpr const char* kMarker = ".zephin-expanding";
+// Among the hidden names of a folder it comes last, and so is the first that a deletion takes that
+// goes through the sorted list backwards.
+constexpr const char* kMarker = ".~zephin-expanding";
 
 }  // namespace
 
@@ -98,8 +100,8 @@ RootState RootWatch::Look() const {
       return RootState::Vanishing;
     }
   }
-  return FileId::At(parent_, name_.c_str()) == FileId::From(status) ? RootState::Unchanged
-                                                                    : RootState::Moved;
+  return FileId::At(parent_, name_.c_str()) == FileId::Of(root_) ? RootState::Unchanged
+                                                                 : RootState::Moved;
 }
 
 }  // namespace zephin::expander

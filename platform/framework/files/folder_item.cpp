@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -159,6 +160,8 @@ Ref<FolderItem> FolderItem::Child(const String& name, bool followAlias) const {
 
 std::int64_t FolderItem::Count() const {
   names_ = NamesInFolder(SystemPath(path_));
+  std::stable_partition(names_.begin(), names_.end(),
+                        [](const std::string& name) { return name.front() != '.'; });
   listed_ = true;
   return static_cast<std::int64_t>(names_.size());
 }

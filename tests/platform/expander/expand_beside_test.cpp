@@ -161,14 +161,14 @@ TEST(ExpandBeside, LeavesNoMarkerWhereItsItemsAreMoved) {
   SystemCalls calls;
   calls.before["995"] = [&] {
     fs::create_directory(scratch / "Taken");
-    fs::rename(scratch / "Tool/.zephin-expanding", scratch / "Taken/.zephin-expanding");
+    fs::rename(scratch / "Tool/.~zephin-expanding", scratch / "Taken/.~zephin-expanding");
   };
   EXPECT_TRUE(ExpandBeside(scratch / "a.zip").Complete());
   EXPECT_TRUE(fs::is_empty(scratch / "Taken"));
 }
 
 TEST(ExpandBeside, EndsEarlyWhenItsFolderIsDeletedOrMoved) {
-  for (const char* const moment : {".zephin-expanding", "d0", "0", "100"}) {
+  for (const char* const moment : {".~zephin-expanding", "d0", "0", "100"}) {
     for (const bool deleted : {true, false}) {
       SCOPED_TRACE(std::string(moment) + (deleted ? ", deleted" : ", moved"));
       const ScratchFolder scratch;
@@ -185,7 +185,7 @@ TEST(ExpandBeside, EndsEarlyWhenItsFolderIsDeletedOrMoved) {
       EXPECT_NE(result.Line().find("was deleted or moved"), std::string::npos) << result.Line();
       EXPECT_FALSE(fs::exists(scratch / "Tool"));
       EXPECT_EQ(fs::exists(scratch / "Moved"), !deleted);
-      EXPECT_FALSE(fs::exists(scratch / "Moved/.zephin-expanding"));
+      EXPECT_FALSE(fs::exists(scratch / "Moved/.~zephin-expanding"));
       EXPECT_LT(calls.made, 4000);
     }
   }

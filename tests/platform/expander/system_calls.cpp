@@ -67,6 +67,8 @@ WRAPPED(futimens, (int file, const timespec* times), (file, times))
 WRAPPED(inotify_init1, (int flags), (flags))
 WRAPPED(fstatat, (int folder, const char* name, struct stat* status, int flags),
         (folder, OnDisk(name).c_str(), status, flags))
+WRAPPED(statx, (int folder, const char* name, int flags, unsigned mask, struct statx* status),
+        (folder, OnDisk(name).c_str(), flags, mask, status))
 WRAPPED(unlinkat, (int folder, const char* name, int flags), (folder, OnDisk(name).c_str(), flags))
 WRAPPED(renameat2, (int from, const char* name, int to, const char* toName, unsigned flags),
         (from, OnDisk(name).c_str(), to, OnDisk(toName).c_str(), flags))

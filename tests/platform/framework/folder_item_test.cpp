@@ -64,7 +64,7 @@ TEST_F(FolderItems, DescribeTheTargetOfALink) {
   }
 }
 
-TEST_F(FolderItems, ListIsASnapshotSortedByBytes) {
+TEST_F(FolderItems, ListIsASnapshotSortedByBytesWithHiddenItemsLast) {
   for (const char* name : {"\xff", "B", ".a", "a"}) {
     WriteFile(base / "full" / name, "");
   }
@@ -77,7 +77,7 @@ TEST_F(FolderItems, ListIsASnapshotSortedByBytes) {
     names += item->Name().Bytes() + (folder->TrueItem(i)->Alias() ? " (link) " : " ");
     item->Delete();
   }
-  EXPECT_EQ(names, "\xff old a C (link) B .a ");
+  EXPECT_EQ(names, ".a \xff old a C (link) B ");
   EXPECT_EQ(ReadFile(base / "file"), "four") << "only the link was to go";
   EXPECT_TRUE(folder->Item(0).IsNil() && folder->Item(7).IsNil());
   EXPECT_EQ(folder->Count(), 0);
