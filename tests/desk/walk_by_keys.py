@@ -17,6 +17,10 @@ from screen import Screen
 from session import Session
 
 
+# Of the main window until the setup record has been read.
+_EARLY_TITLE = "Install"
+
+
 class Walk:
     """One walk. `answers`: the text to type into a window, by its title."""
 
@@ -25,22 +29,27 @@ class Walk:
         self._process = process
         self._pictures = pictures
         self._answers = answers
+        self._first = None
         self._answered = []
 
     def run(self):
-        """Returns the titles of the windows in the order in which they were answered, each once:
-        the main window shows for a moment, under its first title, before the start-up hides it."""
+        """Returns the titles of the windows in the order in which they were answered."""
         while self._process.poll() is None:
             wait_until(self._step, "another window, or the end", 90)
-        return list(dict.fromkeys(title for _, title in self._answered))
+        return [title for _, title in self._answered]
 
     def _step(self):
         if self._process.poll() is not None:
             return True
         active = self._screen.active_window()
-        found = next(((window.id, title)
-                      for window, title in self._screen.windows(self._process.pid)
-                      if window.id == active and (window.id, title) not in self._answered), None)
+        windows = [(window.id, title)
+                   for window, title in self._screen.windows(self._process.pid)]
+        if windows and not self._first:
+            self._first = windows[0][0]
+        # The main window, the first, appears for a moment under another title than its own. A key
+        # may be ignored then, or count as well as the next one.
+        found = next((each for each in windows if each[0] == active
+                      and each != (self._first, _EARLY_TITLE) and each not in self._answered), None)
         if not found:
             return False
         self._answered.append(found)

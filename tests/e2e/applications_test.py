@@ -34,15 +34,17 @@ class Applications(case.InstallerTest):
         with subprocess.Popen([*_MOUNTS, _MACHINE, applications, str(user), root, program],
                               env=settings, stdin=subprocess.DEVNULL, umask=0o077,
                               preexec_fn=processes.end_with_parent) as process:
-            answered = []
+            seen, answered = [], []
 
             def answer():
-                # The main window shows for a moment before it has its own title, and takes no
-                # keys then.
                 for window, title in self.screen.windows(process.pid):
-                    if (window.id == self.screen.active_window()
-                            and (window.id, title) not in answered):
-                        answered.append((window.id, title))
+                    seen.append(window.id)
+                    # The main window, the first, appears for a moment before it has its own title.
+                    # A key may be ignored then, or count as well as the next one.
+                    ready = window.id != seen[0] or title == "Tool"
+                    if (ready and window.id == self.screen.active_window()
+                            and window.id not in answered):
+                        answered.append(window.id)
                         self.screen.key("Return")
                 return process.poll() is not None
             try:
