@@ -49,9 +49,11 @@ struct Result {
 
 /// Expands beside the archive: one top-level item under its own name, several into a new folder
 /// named after the archive; as "Name 2", "Name 3", ... if the name exists. Nothing that exists is
-/// changed. The archive is opened once at the start and may be deleted from then on. Ends early
-/// with a fault if the folder that it made is deleted or moved; it is not made again.
-[[nodiscard]] Result ExpandBeside(const std::string& archivePath, Report& report);
+/// changed. The archive is opened once at the start and may be deleted from then on. A caller may
+/// give it as a descriptor that is open for reading, in `open`; then it may be deleted already. The
+/// path is opened if `open` is -1 or no plain file. Ends early with a fault if the folder that it
+/// made is deleted or moved; it is not made again.
+[[nodiscard]] Result ExpandBeside(const std::string& archivePath, Report& report, int open = -1);
 
 /// Both for callers that show no progress.
 [[nodiscard]] inline Result ExpandInto(const std::string& archivePath,

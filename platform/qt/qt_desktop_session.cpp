@@ -50,9 +50,9 @@ void QtDesktop::SetClipboardText(const String& text) {
 }
 
 void QtDesktop::LaunchItem(const FolderItem& item, bool /*activate*/) {
-  const std::vector<std::string> command =
+  const Command command =
       CommandToOpen(item.NativePath().Bytes(), Application::Current().Facts().helpersFolder);
-  if (!command.empty()) {
+  if (!command.words.empty()) {
     std::ignore = StartDetached(command);  // Launching reports no errors.
   }
 }
@@ -65,7 +65,7 @@ void QtDesktop::OpenAddress(const String& address) {
   }
   // Debian's name for the default browser helps where the desktop's opener is not installed.
   for (const char* opener : {"xdg-open", "x-www-browser"}) {
-    if (StartDetached({opener, utf8})) {
+    if (StartDetached({{opener, utf8}, ""})) {
       return;
     }
   }

@@ -209,12 +209,13 @@ std::string NameOfContents(const std::string& archivePath) {
   return stem.empty() ? "Archive" : stem;
 }
 
-Result ExpandBeside(const std::string& archivePath, Report& report) {
+Result ExpandBeside(const std::string& archivePath, Report& report, int open) {
   Result result;
   Faults faults(report);
   ArchiveFile file;
   // Opened first: the archive may be deleted at any time.
-  if (const int code = file.Open(archivePath); code != 0) {
+  const bool taken = open >= 0 && file.Take(Descriptor(::fcntl(open, F_DUPFD_CLOEXEC, 0))) == 0;
+  if (const int code = taken ? 0 : file.Open(archivePath); code != 0) {
     faults.Add(Faults::kWholeArchive, archivePath, Cause::System(code));
   } else {
     Placement(file, archivePath, CreationMask(), faults, report).Run(result);

@@ -48,9 +48,16 @@ std::string FindProgram(const std::string& word) {
   _exit(written == sizeof code ? EXIT_SUCCESS : EXIT_FAILURE);
 }
 
-/// Makes `report` the descriptor kReport, opens the standard descriptors on /dev/null, and closes
-/// all others.
-void LeaveDescriptorsBehind(int report) {
+/// What a child runs.
+struct Start {
+  const char* program;
+  char* const* words;
+  const char* input;  ///< Path of its standard input.
+};
+
+/// Makes `report` the descriptor kReport, opens the standard descriptors on /dev/null, the input on
+/// its file if that can be read, and closes all others.
+void LeaveDescriptorsBehind(int report, const char* input) {
   const int nowhere = open("/dev/null", O_RDWR);
   const bool nowhereKept = nowhere == STDIN_FILENO || dup2(nowhere, STDIN_FILENO) >= 0;
   if (report != kReport) {
@@ -67,6 +74,11 @@ void LeaveDescriptorsBehind(int report) {
       close(static_cast<int>(number));
     }
   }
+  // O_NONBLOCK: opening a pipe must not wait for its other end.
+  const int file = open(input, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (file >= 0) {
+    dup2(file, STDIN_FILENO);
+  }
 }
 
 /// All signals are blocked when this is called, so that no handler of this program runs in the
@@ -82,7 +94,7 @@ void ResetSignals() {
   sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
-[[noreturn]] void RunChild(const char* program, char* const* words, int report) {
+[[noreturn]] void RunChild(const Start& start, int report) {
   setsid();
   // The second child becomes an orphan, and its adoptive parent waits for its end. This process
   // waits only for the first one, which ends at once.
@@ -90,24 +102,24 @@ void ResetSignals() {
   if (second > 0) {
     _exit(EXIT_SUCCESS);
   }
-  LeaveDescriptorsBehind(report);
+  LeaveDescriptorsBehind(report, start.input);
   if (second < 0 || chdir("/") != 0) {
     ReportAndEnd(errno);
   }
   ResetSignals();
-  execve(program, words, environ);
+  execve(start.program, start.words, environ);
   ReportAndEnd(errno);
 }
 
 /// Returns the id of the first child; negative if there is none.
-pid_t ForkChild(const char* program, char* const* words, int report) {
+pid_t ForkChild(const Start& start, int report) {
   sigset_t all;
   sigset_t before;
   sigfillset(&all);
   pthread_sigmask(SIG_SETMASK, &all, &before);
   const pid_t child = fork();
   if (child == 0) {
-    RunChild(program, words, report);
+    RunChild(start, report);
   }
   pthread_sigmask(SIG_SETMASK, &before, nullptr);
   return child;
@@ -115,9 +127,10 @@ pid_t ForkChild(const char* program, char* const* words, int report) {
 
 }  // namespace
 
-bool StartDetached(const std::vector<std::string>& command) {
-  const std::string program = FindProgram(command.front());
-  std::vector<std::string> copies = command;
+bool StartDetached(const Command& command) {
+  const std::string program = FindProgram(command.words.front());
+  const std::string input = command.input.empty() ? "/dev/null" : SystemPath(command.input);
+  std::vector<std::string> copies = command.words;
   std::vector<char*> words;
   for (std::string& word : copies) {
     if (word.find('\0') != std::string::npos) {
@@ -138,7 +151,7 @@ bool StartDetached(const std::vector<std::string>& command) {
   if (!report.IsOpen()) {
     return false;
   }
-  const pid_t child = ForkChild(program.c_str(), words.data(), report.Number());
+  const pid_t child = ForkChild({program.c_str(), words.data(), input.c_str()}, report.Number());
   report.Close();
   if (child < 0) {
     return false;

@@ -106,13 +106,13 @@ std::string ProgramOfBundle(const std::string& bundle) {
 
 }  // namespace
 
-std::vector<std::string> CommandToOpen(const std::string& path, const std::string& helpersFolder) {
+Command CommandToOpen(const std::string& path, const std::string& helpersFolder) {
   struct stat state {};
   if (stat(SystemPath(path), &state) != 0) {
     return {};
   }
   if (S_ISREG(state.st_mode) && EndsWith(path, ".zip") && !helpersFolder.empty()) {
-    return {PathInFolder(helpersFolder, "expand_beside"), path};
+    return {{PathInFolder(helpersFolder, "expand_beside"), "--open", path}, path};
   }
   std::vector<std::string> command;
   if (S_ISDIR(state.st_mode) && EndsWith(path, ".app")) {
@@ -123,7 +123,7 @@ std::vector<std::string> CommandToOpen(const std::string& path, const std::strin
   } else if (IsExecutableFile(path)) {
     command = CommandOfExecutable(path);
   }
-  return command.empty() ? std::vector<std::string>{"xdg-open", path} : command;
+  return {command.empty() ? std::vector<std::string>{"xdg-open", path} : command, ""};
 }
 
 }  // namespace zephin

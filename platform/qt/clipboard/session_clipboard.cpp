@@ -77,7 +77,7 @@ void SessionClipboard::HandOver(const std::string& helpersFolder) {
     return;
   }
   // The keeper reads the text from this process, which must answer it meanwhile.
-  if (StartDetached({helpersFolder + "/clipboard_keeper", std::to_string(ownWindow_)})) {
+  if (StartDetached({{helpersFolder + "/clipboard_keeper", std::to_string(ownWindow_)}, ""})) {
     TalkToDisplay(kPatience, [&] { return Owner() != ownWindow_; });
   }
 }

@@ -26,7 +26,9 @@ TEST(Programs, StatusAndLine) {
       {"ulimit -f 0; $DITTO -xk good.zip t 2>&1 | grep -q 'a: File too large'", 0, ""},
       {"$BESIDE good.zip && grep -q good good/a", 0, ""},
       {"$BESIDE none.zip", 1, "expand_beside: none.zip: No such file or directory\n"},
-      {"$BESIDE", 2, "expand_beside: usage: expand_beside ARCHIVE\n"}};
+      {"{ rm good.zip && $BESIDE --open good.zip; } <good.zip && grep -q good good/a", 0, ""},
+      {"$BESIDE --open good.zip </dev/null && grep -q good good/a", 0, ""},
+      {"$BESIDE", 2, "expand_beside: usage: expand_beside [--open] ARCHIVE\n"}};
   for (const auto& [words, status, line] : rows) {
     SCOPED_TRACE(words);
     const ScratchFolder scratch;

@@ -28,7 +28,7 @@ class Launcher : public testing::Test {
   std::string Opening(const std::string& name, const std::string& helpers = "/h") const {
     const std::string path = scratch / name;
     std::string words;
-    for (const std::string& word : CommandToOpen(path, helpers)) {
+    for (const std::string& word : CommandToOpen(path, helpers).words) {
       words += " " + (word.starts_with(path) ? "@" + word.substr(path.size()) : word);
     }
     return words;
@@ -40,15 +40,19 @@ class Launcher : public testing::Test {
 TEST_F(Launcher, OpensEachKindOfFileLikeADoubleClick) {
   // All are executable, as a setup may have granted all rights on them.
   const std::vector<std::tuple<const char*, std::string, const char*>> rows = {
-      {"B.ZIP", "", " /h/expand_beside @"},    {"script.txt", "#!/bin/sh\n", " @"},
-      {"binary", "\177ELF\0"s, " @"},          {"plain", "echo\n", " /bin/sh @"},
-      {"run.command", "echo\n", " /bin/sh @"}, {"data", "a\0b"s, " @"},
+      {"B.ZIP", "", " /h/expand_beside --open @"},
+      {"script.txt", "#!/bin/sh\n", " @"},
+      {"binary", "\177ELF\0"s, " @"},
+      {"plain", "echo\n", " /bin/sh @"},
+      {"run.command", "echo\n", " /bin/sh @"},
+      {"data", "a\0b"s, " @"},
       {"notes.html", "<html>", " xdg-open @"},
   };
   for (const auto& [name, content, expected] : rows) {
     MakeProgram(name, content);
     EXPECT_EQ(Opening(name), expected) << name;
   }
+  EXPECT_EQ(CommandToOpen(scratch / "B.ZIP", "/h").input, scratch / "B.ZIP");
   EXPECT_EQ(Opening("B.ZIP", ""), " xdg-open @");
   WriteFile(scratch / "folder.zip/in", "");
   EXPECT_EQ(Opening("folder.zip"), " xdg-open @");
@@ -96,7 +100,7 @@ TEST_F(Launcher, StartedProgramIsDetachedAndInheritsNothing) {
   {
     const Variable path("PATH", "relative::" + scratch.Path().string() + ":/usr/bin:/bin");
     EXPECT_TRUE(StartDetached(
-        {name, scratch / "pipe", name, std::to_string(getpid()), std::to_string(getsid(0))}));
+        {{name, scratch / "pipe", name, std::to_string(getpid()), std::to_string(getsid(0))}, ""}));
   }
   std::signal(SIGUSR2, ignored);
   sigprocmask(SIG_SETMASK, &before, nullptr);
@@ -108,13 +112,23 @@ TEST_F(Launcher, StartedProgramIsDetachedAndInheritsNothing) {
   EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "no child may be left to wait for";
 }
 
+TEST_F(Launcher, InputIsOpenBeforeTheProgramRuns) {
+  MakeProgram("reader", "#!/bin/sh\nread go <\"$1\"; cat >\"$1\"\n");
+  WriteFile(scratch / "input", "text");
+  mkfifo((scratch / "pipe").c_str(), 0600);
+  EXPECT_TRUE(StartDetached({{scratch / "reader", scratch / "pipe"}, scratch / "input"}));
+  fs::remove(scratch / "input");
+  WriteFile(scratch / "pipe", "go\n");
+  EXPECT_EQ(ReadFile(scratch / "pipe"), "text");
+}
+
 TEST_F(Launcher, ProgramThatCannotStartIsReported) {
   WriteFile(scratch / "text", "");
   MakeProgram("none.sh", "#!/none\n");
   for (const std::string& word :
        {"/none"s, (scratch / "text").string(), (scratch / "none.sh").string(),
         scratch.Path().string(), "none-of-these"s, "/bin/true\0x"s}) {
-    EXPECT_FALSE(StartDetached({word})) << word;
+    EXPECT_FALSE(StartDetached({{word}, ""})) << word;
   }
   EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
 }
