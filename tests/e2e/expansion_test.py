@@ -204,18 +204,24 @@ class LongOnes(ExpansionTest):
         os.kill(process.pid, signal.SIGSTOP)
         wait_until(lambda: time.monotonic() > begin + 1.1, "some time")
 
-        # In short turns, or a busy machine could end it before its window is seen. It may have
-        # started the window program without having told it yet what to show.
+        # In short turns, or a busy machine could end it before its window is seen.
         def goes_on():
             begin = time.monotonic()
             os.kill(process.pid, signal.SIGCONT)
             wait_until(lambda: time.monotonic() > begin + 0.02, "a moment")
             os.kill(process.pid, signal.SIGSTOP)
-            window = self.window_process()
-            shown = window and case.Program(self.screen, window)
-            return shown if shown and _PROGRESS in shown.titles() else None
-        shown = wait_until(goes_on, "a window of the progress", 60)
-        self.opened.append(shown)
+            return self.window_process()
+        wait_until(goes_on, "a window program")
+        shown = self.window_of()
+        turns = [time.monotonic()]
+
+        # It may not yet have said what to show, and gets a few turns more for that.
+        def is_shown():
+            if time.monotonic() > turns[-1] + 1:
+                turns.append(time.monotonic())
+                goes_on()
+            return _PROGRESS in shown.titles()
+        wait_until(is_shown, "a window of the progress")
         return process, shown
 
     def assert_goes_on(self, process):

@@ -114,6 +114,15 @@ Qt::LayoutDirection DirectionOf(const SelectFolderDialog& model) {
   return fromTheRight ? Qt::RightToLeft : Qt::LeftToRight;
 }
 
+void SetDirection(QFileDialog& dialog, Qt::LayoutDirection direction) {
+  dialog.setLayoutDirection(direction);
+  auto* splitter = dialog.findChild<QSplitter*>();
+  if (splitter != nullptr && direction == Qt::RightToLeft) {
+    // The toolkit places its parts one point too far to the right then, which cuts a border.
+    splitter->setContentsMargins(0, 0, 1, 0);
+  }
+}
+
 /// The folder, or the nearest one above it that exists and that the toolkit can name.
 QString NearestFolder(const FolderItem& folder) {
   QString path = QFile::decodeName(QByteArray::fromStdString(folder.NativePath().Bytes()));
@@ -154,7 +163,7 @@ void SetUp(QFileDialog& dialog, const SelectFolderDialog& model) {
   Simplify(dialog);
   KeepFoldersSafe(dialog);
   AddShortcutForHiddenFolders(dialog);
-  dialog.setLayoutDirection(DirectionOf(model));
+  SetDirection(dialog, DirectionOf(model));
 }
 
 }  // namespace

@@ -102,6 +102,8 @@ TEST_F(FolderDialog, IsRightToLeftInArabicAndFitsTheScreen) {
     Run(caption, [expected = expected](QFileDialog& dialog) {
       EXPECT_EQ(dialog.layoutDirection(), expected);
       EXPECT_TRUE(dialog.screen()->availableGeometry().contains(dialog.geometry()));
+      const auto* sideBar = dialog.findChild<QWidget*>(QStringLiteral("sidebar"));
+      EXPECT_TRUE(sideBar->parentWidget()->rect().contains(sideBar->geometry())) << "is cut";
     });
   }
 }
