@@ -69,7 +69,7 @@ void EndPause() {
 template <class Function>
 Function* Next(const char* name) {
   // The linker gives functions as void*.
-  return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));  // NOLINT: the form of dlsym
+  return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
 [[gnu::constructor]] void Start() {

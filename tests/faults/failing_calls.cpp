@@ -63,7 +63,7 @@ std::string FileOnDisk(int file) {
 }
 
 // The linker's option --wrap redirects calls of NAME to __wrap_NAME, and calls of __real_NAME to
-// NAME. NOLINTBEGIN: the linker and the C library fix these names and forms.
+// NAME.
 
 #define WRAPPED(result, name, parameters, arguments, what, room)    \
   extern "C" result __real_##name parameters;                       \
@@ -98,8 +98,6 @@ WRAPPED(int, open, (const char* path, int flags, mode_t mode), (path, flags, mod
 WRAPPED(int, openat, (int folder, const char* path, int flags, mode_t mode),
         (folder, path, flags, mode), (flags & O_CREAT) != 0 ? PathIn(folder, path) : "",
         Room::Takes)
-
-// NOLINTEND
 
 }  // namespace
 

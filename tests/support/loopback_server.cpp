@@ -18,7 +18,7 @@ int BoundSocket(int& port) {
   place.sin_family = AF_INET;
   place.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
   socklen_t size = sizeof place;
-  auto* address = reinterpret_cast<sockaddr*>(&place);  // NOLINT: the form of these calls
+  auto* address = reinterpret_cast<sockaddr*>(&place);
   EXPECT_EQ(bind(socket, address, size), 0);
   EXPECT_EQ(getsockname(socket, address, &size), 0);
   port = ntohs(place.sin_port);

@@ -13,7 +13,7 @@ namespace zephin::make_setup {
 namespace {
 
 constexpr std::int64_t kDigitsPerPixel = 6;
-/// "X[4]" is no shorter than "XXXX".
+/// "A[4]" is no shorter than "AAAA".
 constexpr std::size_t kShortestRun = 5;
 
 /// Ends the reading of a picture, whichever way it ends.

@@ -4,6 +4,7 @@
 #include <utf8proc.h>
 
 #include <array>
+#include <cstdint>
 #include <cstring>
 
 #include "platform/framework/text/mac_roman.h"
@@ -110,7 +111,7 @@ class Converter {
  private:
   bool IsOpen() const {
     // iconv_open returns -1 as a pointer if it fails.
-    return handle_ != reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
+    return reinterpret_cast<std::intptr_t>(handle_) != -1;
   }
 
   iconv_t handle_;

@@ -54,7 +54,6 @@ void BeforeMaking(const char* name) {
 }
 
 // The linker leads the calls of NAME to __wrap_NAME, and calls of __real_NAME to NAME.
-// NOLINTBEGIN: names and forms are those of the linker and of the C library.
 
 #define WRAPPED(name, parameters, arguments)            \
   extern "C" int __real_##name parameters;              \
@@ -127,8 +126,6 @@ extern "C" int __wrap_fstatvfs(int file, struct statvfs* disk) {
   }
   return result;
 }
-
-// NOLINTEND
 
 }  // namespace
 
