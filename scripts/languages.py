@@ -3,7 +3,9 @@
 languages.py STUB MAKE_SETUP PICTURES [LANGUAGE...]
 """
 
+import json
 import os
+import re
 import sys
 import tempfile
 
@@ -11,13 +13,45 @@ from installer import Installer, program_of
 from processes import Failure
 from screen import Screen
 from session import Session
-from tour import Samples, languages
+from tour import SAMPLES, Samples
 from walkthrough import Walk
 
+_LANGUAGES = os.path.join(SAMPLES, "tour", "languages")
 _SCALES = (1, 1.25, 1.5, 2)
 
 # The largest window fits at the largest scale.
 _SIZE = (1760, 1240)
+
+
+def languages():
+    """The codes of the tour's languages other than English."""
+    return sorted(name.removesuffix(".json") for name in os.listdir(_LANGUAGES))
+
+
+def translate(setup, language):
+    """Replaces the texts of the tour in the folder `setup`."""
+    with open(os.path.join(_LANGUAGES, language + ".json"), encoding="utf-8") as file:
+        texts = json.load(file)
+    for name, lines in texts.pop("pages").items():
+        with open(os.path.join(setup, "pages", name), "w", encoding="utf-8") as page:
+            page.write("\n".join(lines) + "\n")
+    path = os.path.join(setup, "setup.json")
+    with open(path, encoding="utf-8") as file:
+        fields = json.loads(re.sub(r"^\s*//.*$", "", file.read(), flags=re.MULTILINE))
+    fields = merged(fields, texts)
+    # Only one of the record's two forms of a page can hold other scripts.
+    fields["fAgreement"] = fields["fAgreement"]["file"]
+    with open(path, "w", encoding="utf-8") as file:
+        json.dump(fields, file, ensure_ascii=False)
+
+
+def merged(fields, texts):
+    """`fields` with the values of `texts` in place of its own; lists are merged item by item."""
+    if isinstance(fields, dict) and isinstance(texts, dict):
+        return {**fields, **{key: merged(fields.get(key), text) for key, text in texts.items()}}
+    if isinstance(fields, list) and texts and isinstance(texts[0], dict):
+        return [merged(*pair) for pair in zip(fields, texts, strict=True)]
+    return texts
 
 
 def walk_twice(screen, bundle, language, scale, pictures, folder):
@@ -49,7 +83,9 @@ def main(stub, make_setup, pictures, *wanted):
         screen.cover((0x6B, 0x7F, 0x94))
         for language in wanted or languages():
             with tempfile.TemporaryDirectory() as made:
-                bundle = Samples(stub, make_setup, made).make("tour", language)
+                samples = Samples(stub, make_setup, made)
+                translate(os.path.join(samples.setups, "tour"), language)
+                bundle = samples.make()
                 for scale in _SCALES:
                     with tempfile.TemporaryDirectory() as folder:
                         walk_twice(screen, bundle, language, scale, pictures, folder)

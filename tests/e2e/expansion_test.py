@@ -264,12 +264,6 @@ class LongOnes(ExpansionTest):
         process.wait(60)
         self.assert_closes(shown)
 
-    def test_archive_deleted(self):
-        process, shown = self.begin_large()
-        os.remove(self.archive)
-        self.assert_goes_on(process)
-        self.assert_closes(shown)
-
     def test_ditto_shows_progress_only(self):
         process, shown = self.begin_large("ditto", "-xk", self.archive, self.target)
         process.kill()

@@ -68,17 +68,6 @@ TEST_F(Download, ArchiveIsStoredBesideItsFolderDuringTheExpansion) {
   }
 }
 
-TEST_F(Download, SchemeInAnyLetterCaseDecidesAboutTLS) {
-  for (const char* scheme : {"https", "HTTPS", "hTTps"}) {
-    const LoopbackServer server("no answer in TLS");
-    run.desktop.ExpectMessage("Setup file download failed.");
-    EXPECT_FALSE(Fetch(server.Address("/x.zip").replace(0, 4, scheme), target));
-    ASSERT_EQ(server.Requests().size(), 1U) << scheme;
-    // A handshake begins with this byte, a plain request with its method.
-    EXPECT_EQ(server.Requests().front()[0], '\x16') << scheme;
-  }
-}
-
 TEST_F(Download, PlaceThatCannotBeWrittenIsReported) {
   const LoopbackServer server(HttpResponse("200 OK", archive));
   fs::create_directory(run.Applications() / "taken");

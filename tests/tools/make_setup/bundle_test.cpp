@@ -12,6 +12,7 @@
 #include "tests/support/limits.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/tools/make_setup/trees.h"
+#include "tests/tools/make_setup/warnings.h"
 #include "tools/make_setup/setup_error.h"
 
 namespace zephin::make_setup {
@@ -47,9 +48,8 @@ constexpr const char* kWhole = R"({
 })";
 
 /// Collects warnings. Ends the run after `endAt` reports unless that is 0.
-class Collector : public Observer {
+class Collector : public Warnings {
  public:
-  void Warn(const std::string& warning) override { warnings.push_back(warning); }
   void BeginPacking(const Contents& all) override { promised = all; }
   void Packed(const Contents& more) override {
     packed.files += more.files;
@@ -59,7 +59,6 @@ class Collector : public Observer {
     }
   }
 
-  std::vector<std::string> warnings;
   Contents promised;
   Contents packed;
   int reports = 0;
@@ -161,7 +160,7 @@ TEST_F(MakeBundleTest, CheckMakesNothingAndStrictRefusesWarnings) {
                   R"({"fTargetFolder": "Tool", "payload": "payload", "fURLDisplayed": "x"})");
   const auto before = test::Tree(folder_.Path());
   CheckBundle({.folder = setup_}, collector_);
-  EXPECT_EQ(collector_.warnings.size(), 1);
+  EXPECT_EQ(collector_.list.size(), 1);
   BundleRequest request{setup_, stub_, made_ / "My.app"};
   request.strict = true;
   EXPECT_NE(Refusal([&] { MakeBundle(request, collector_); }).find("--strict"), std::string::npos);

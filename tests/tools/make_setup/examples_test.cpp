@@ -9,6 +9,7 @@
 #include "setup/lists.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/tools/make_setup/trees.h"
+#include "tests/tools/make_setup/warnings.h"
 #include "tools/make_setup/bundle.h"
 #include "tools/make_setup/lists.h"
 
@@ -26,13 +27,6 @@ std::vector<std::string> LinesOf(const std::string& document) {
   }
   return lines;
 }
-
-class NoWarning : public Observer {
- public:
-  void Warn(const std::string& warning) override { ADD_FAILURE() << warning; }
-  void BeginPacking(const Contents& /*all*/) override {}
-  void Packed(const Contents& /*more*/) override {}
-};
 
 TEST(Examples, EntriesOfTheReadmeMakeASetupWithoutWarnings) {
   const test::ScratchFolder folder;
@@ -57,11 +51,12 @@ TEST(Examples, EntriesOfTheReadmeMakeASetupWithoutWarnings) {
   ASSERT_TRUE(setup.contains("fInstallChoices") && setup.contains("fInstallOptions"));
   ASSERT_TRUE(patch.is_object());
   patch["fTargetFolder"] = "Tool";
-  NoWarning observer;
+  Warnings warnings;
   for (const json& each : {setup, patch}) {
     test::WriteFile(folder / "setup.json", each.dump());
-    EXPECT_EQ(Refusal([&] { CheckBundle({.folder = folder.Path()}, observer); }), "");
+    EXPECT_EQ(Refusal([&] { CheckBundle({.folder = folder.Path()}, warnings); }), "");
   }
+  EXPECT_EQ(warnings.list, std::vector<std::string>());
 }
 
 /// The text between the first two backquotes of a line of a table.

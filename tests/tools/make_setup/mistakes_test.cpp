@@ -9,6 +9,7 @@
 
 #include "tests/support/scratch_folder.h"
 #include "tests/tools/make_setup/trees.h"
+#include "tests/tools/make_setup/warnings.h"
 #include "tools/make_setup/bundle.h"
 #include "tools/make_setup/checks.h"
 #include "tools/make_setup/progress.h"
@@ -144,15 +145,6 @@ constexpr auto kWarnings = std::to_array<Mistake>({
      R"(fInstallOptions: must be left out in a patch: it would be installed beside the folder)"},
 });
 
-/// Keeps the messages of a run.
-class Messages : public Observer {
- public:
-  void Warn(const std::string& warning) override { list.push_back(warning); }
-  void BeginPacking(const Contents& /*all*/) override {}
-  void Packed(const Contents& /*more*/) override {}
-  std::vector<std::string> list;
-};
-
 class Mistakes : public testing::Test {
  protected:
   void SetUp() override {
@@ -178,7 +170,7 @@ class Mistakes : public testing::Test {
       setup.erase("payload");
     }
     test::WriteFile(setup_ / "setup.json", setup.dump());
-    Messages messages;
+    Warnings messages;
     const std::string error = Refusal([&] { CheckBundle({.folder = setup_}, messages); });
     if (!error.empty()) {
       messages.list.push_back(error);
