@@ -94,9 +94,8 @@ Reason ReasonToRefuse(const Entry& entry, std::size_t longestPath) {
   if (entry.path.empty() || entry.path.size() > longestPath) {
     return Reason::NameRefused;
   }
-  const bool encrypted = (entry.flags & (kFlagEncrypted | kFlagStrongEncryption)) != 0;
-  const bool known = entry.method == kMethodStored || entry.method == kMethodDeflated;
-  return encrypted || !known ? Reason::Unsupported : Reason::Damaged;
+  const bool encrypted = (entry.flags & kEncryptionFlags) != 0;
+  return encrypted || !IsKnownMethod(entry.method) ? Reason::Unsupported : Reason::Damaged;
 }
 
 /// The entries that are neither refused nor companions.

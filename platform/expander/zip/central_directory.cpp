@@ -118,23 +118,16 @@ const char* CheckData(const Entry& entry) {
   // one byte takes four.
   constexpr std::uint64_t kLargestDeflateRatio = 1032;
   constexpr std::uint64_t kLargestZstdRatio = (128U << 10U) / 4;
-  if ((entry.flags & (kFlagEncrypted | kFlagStrongEncryption | kFlagMaskedHeaders)) != 0) {
+  if ((entry.flags & kEncryptionFlags) != 0) {
     return "is encrypted";
   }
-  bool possible = false;
-  switch (entry.method) {
-    case kMethodStored:
-      possible = entry.size == entry.packedSize;
-      break;
-    case kMethodDeflated:
-      possible = entry.size / kLargestDeflateRatio <= entry.packedSize;
-      break;
-    case kMethodZstd:
-      possible = entry.size / kLargestZstdRatio <= entry.packedSize;
-      break;
-    default:
-      return "is packed by a method that is not known here";
+  if (!IsKnownMethod(entry.method)) {
+    return "is packed by a method that is not known here";
   }
+  const std::uint64_t ratio =
+      entry.method == kMethodZstd ? kLargestZstdRatio : kLargestDeflateRatio;
+  const bool possible = entry.method == kMethodStored ? entry.size == entry.packedSize
+                                                      : entry.size / ratio <= entry.packedSize;
   return possible ? nullptr : "states a size that its data can't have";
 }
 

@@ -61,11 +61,20 @@ constexpr const char* kSharesBytes = "shares bytes of the archive with another e
 constexpr std::uint16_t kMethodStored = 0;
 constexpr std::uint16_t kMethodDeflated = 8;
 constexpr std::uint16_t kMethodZstd = 93;
+
+/// Whether the expander can unpack an entry of this method.
+constexpr bool IsKnownMethod(std::uint16_t method) {
+  return method == kMethodStored || method == kMethodDeflated || method == kMethodZstd;
+}
+
 constexpr std::uint16_t kFlagEncrypted = 1U << 0U;
 constexpr std::uint16_t kFlagDescriptor = 1U << 3U;
 constexpr std::uint16_t kFlagStrongEncryption = 1U << 6U;
 constexpr std::uint16_t kFlagUtf8 = 1U << 11U;
 constexpr std::uint16_t kFlagMaskedHeaders = 1U << 13U;
+/// Each of them says that the entry is encrypted.
+constexpr std::uint16_t kEncryptionFlags =
+    kFlagEncrypted | kFlagStrongEncryption | kFlagMaskedHeaders;
 
 }  // namespace zephin::expander
 

@@ -10,9 +10,6 @@ namespace {
 
 constexpr std::uint32_t kSignature = 0x04034B50;
 constexpr std::uint32_t kAllBits = 0xFFFFFFFF;
-/// Not the flag of UTF-8: some writers set it only in one place, and the name's bytes are compared.
-constexpr std::uint16_t kComparedFlags =
-    kFlagEncrypted | kFlagStrongEncryption | kFlagMaskedHeaders;
 constexpr const char* kDisagrees = "its own header says otherwise than the table of contents";
 
 /// The header's fixed part: signature 4, needed 2, flags 2, method 2, time 2, date 2, CRC 4, packed
@@ -63,7 +60,7 @@ Cause FindData(const Entry& entry, WindowReader& reader, std::uint64_t& offset) 
   }
   Fixed fixed;
   if (!ReadFixed(header.substr(0, kLocalHeaderSize), fixed) || fixed.method != entry.method ||
-      ((fixed.flags ^ entry.flags) & kComparedFlags) != 0 ||
+      ((fixed.flags ^ entry.flags) & kEncryptionFlags) != 0 ||
       fixed.nameLength != entry.storedName.size() ||
       header.substr(kLocalHeaderSize) != entry.storedName) {
     return Cause::Fixed(kDisagrees);

@@ -1,9 +1,9 @@
 // The header in front of an entry's data. The table of contents alone decides what is made; this
 // header must agree with it, and says how many bytes of its own come before the data.
 //
-// Compared are signature, method, CRC, both sizes, the stored name, and the flags that change how
-// data or names are read. Ignored are:
-// - the version needed and the other flags, which describe the packing tool;
+// Compared are signature, method, CRC, both sizes, the bytes of the name, and the flags of
+// encryption. Ignored are:
+// - the version needed and the other flags: some writers set that of UTF-8 in one place only;
 // - date, time and all extra fields but the 64-bit sizes: writers round times differently here, and
 //   no time or name is ever taken from this header, so a wrong one has no effect;
 // - the data descriptor behind the data: its length is ambiguous, and its CRC and sizes are in the

@@ -13,6 +13,7 @@ namespace {
 
 using expander::ExpandBeside;
 using expander::ExpandInto;
+using expander::Reason;
 
 const ZipEntry kGood{.name = "good.txt", .data = "good"};
 
@@ -25,6 +26,8 @@ struct Hostile {
   // What is left besides the good file.
   Contents left = {};
   ZipLayout layout = {};
+  // What the user is told.
+  Reason reason = Reason::Damaged;
 };
 
 void ExpectContained(const std::vector<Hostile>& rows) {
@@ -38,9 +41,12 @@ void ExpectContained(const std::vector<Hostile>& rows) {
       WriteFile(zip, MakeZip(entries, row.layout));
       WriteFile(scratch / "sentinel", "outside");
 
-      const expander::Result result = beside ? ExpandBeside(zip) : ExpandInto(zip, scratch / "a");
+      expander::Report report;
+      const expander::Result result =
+          beside ? ExpandBeside(zip, report) : ExpandInto(zip, scratch / "a", report);
 
       EXPECT_EQ(result.faults, row.faults);
+      EXPECT_EQ(report.Summary().reason, row.reason);
       EXPECT_NE(result.Line().find(row.why), std::string::npos) << result.Line();
       std::filesystem::remove(zip);
       Contents expected{{"sentinel", "outside"}};
@@ -60,28 +66,32 @@ void ExpectContained(const std::vector<Hostile>& rows) {
 TEST(HostileArchive, NameThatLeadsOutOrStandsForNothingIsRefused) {
   const char* const outside = "the name leads out of the folder";
   const char* const absolute = "the name is absolute";
-  const auto named = [](const std::string& name) {
-    return std::vector<ZipEntry>{{.name = name, .data = "bad"}};
+  const auto refused = [](const std::string& name, const char* why) {
+    return Hostile{
+        .entries = {{.name = name, .data = "bad"}}, .why = why, .reason = Reason::NameRefused};
   };
   ExpectContained({
-      {named("../sentinel"), outside},
-      {named("a/../../sentinel"), outside},
-      {named("a/.."), outside},
-      {named("../"), outside},
-      {named(R"(..\sentinel)"), outside},
-      {named(R"(a\..\..\sentinel)"), outside},
-      {named("/tmp/expander-sentinel"), absolute},
-      {named(R"(\sentinel)"), absolute},
-      {named(R"(C:\sentinel)"), absolute},
-      {named(std::string("a\0b", 3)), "NUL"},
-      {named(""), "empty"},
-      {named(std::string(5000, 'n')), "longer than a path"},
-      {named("../a\nb\x7F"), R"(../a\x0ab\x7f: )"},
-      {named("../\xC2\x9F\xC2\xA0\xD8\x9C"), "../\\xc2\\x9f\xC2\xA0\\xd8\\x9c: "},
-      {named("../\xE2\x80\xA7\xE2\x80\xA8\xE2\x80\xAE\xE2\x80\xAF"),
-       "../\xE2\x80\xA7\\xe2\\x80\\xa8\\xe2\\x80\\xae\xE2\x80\xAF: "},
-      {named("../\xE2\x80\x8E\xE2\x81\xA5\xE2\x81\xA6\x9B"),
-       "../\\xe2\\x80\\x8e\xE2\x81\xA5\\xe2\\x81\\xa6\\x9b: "},
+      refused("../sentinel", outside),
+      refused("a/../../sentinel", outside),
+      refused("a/..", outside),
+      refused("../", outside),
+      refused(R"(..\sentinel)", outside),
+      refused(R"(a\..\..\sentinel)", outside),
+      refused("/tmp/expander-sentinel", absolute),
+      refused(R"(\sentinel)", absolute),
+      refused(R"(C:\sentinel)", absolute),
+      refused(std::string("a\0b", 3), "NUL"),
+      refused("", "empty"),
+      refused(std::string(5000, 'n'), "longer than a path"),
+      refused("../a\nb\x7F", R"(../a\x0ab\x7f: )"),
+      refused("../\xC2\x9F\xC2\xA0\xD8\x9C", "../\\xc2\\x9f\xC2\xA0\\xd8\\x9c: "),
+      refused("../\xE2\x80\xA7\xE2\x80\xA8\xE2\x80\xAE\xE2\x80\xAF",
+              "../\xE2\x80\xA7\\xe2\\x80\\xa8\\xe2\\x80\\xae\xE2\x80\xAF: "),
+      refused("../\xE2\x80\x8E\xE2\x81\xA5\xE2\x81\xA6\x9B",
+              "../\\xe2\\x80\\x8e\xE2\x81\xA5\\xe2\\x81\\xa6\\x9b: "),
+      {.entries = {{.name = "other", .extra = UnicodeNameField("other", "../sentinel")}},
+       .why = outside,
+       .reason = Reason::NameRefused},
   });
 }
 
@@ -89,7 +99,6 @@ TEST(HostileArchive, EntryThatIsNoneOrContradictsItselfIsRefused) {
   const char* const disagrees = "its own header says otherwise";
   const char* const stated = "states a size";
   ExpectContained({
-      {{{.name = "other", .extra = UnicodeNameField("other", "../sentinel")}}, "leads out"},
       {{{.name = "character device", .mode = 0020666}}, "device"},
       {{{.name = "block device", .mode = 0060666}}, "device"},
       {{{.name = "pipe", .mode = 0010666}}, "device"},
@@ -98,8 +107,15 @@ TEST(HostileArchive, EntryThatIsNoneOrContradictsItselfIsRefused) {
       {{{.name = "long", .data = std::string(4096, 't'), .mode = kLink}}, "longer than a path"},
       {{{.name = "to nothing", .mode = kLink}}, "empty"},
       {{{.name = "to NUL", .data = std::string("a\0b", 3), .mode = kLink}}, "NUL"},
-      {{{.name = "encrypted", .data = "x", .flags = 1}}, "encrypted"},
-      {{{.name = "unknown", .data = "x", .method = 9}}, "method"},
+      {.entries = {{.name = "encrypted", .data = "x", .flags = 1}},
+       .why = "encrypted",
+       .reason = Reason::Unsupported},
+      {.entries = {{.name = "masked", .data = "x", .flags = 1U << 13U}},
+       .why = "encrypted",
+       .reason = Reason::Unsupported},
+      {.entries = {{.name = "unknown", .data = "x", .method = 9}},
+       .why = "method",
+       .reason = Reason::Unsupported},
       {{{.name = "shorter", .data = "x", .local = {kLocalNameSize, "\3"}}}, disagrees},
       {{{.name = "name", .data = "x", .local = {kLocalName, "f"}}}, disagrees},
       {{{.name = "method", .data = "x", .local = {kLocalMethod, "\x8"}}}, disagrees},
@@ -109,6 +125,7 @@ TEST(HostileArchive, EntryThatIsNoneOrContradictsItselfIsRefused) {
       {{{.name = "crc", .data = "x", .local = {kLocalCrc, "\1"}}}, disagrees},
       {{{.name = "size", .data = "x", .local = {kLocalSize, "\2"}}}, disagrees},
       {{{.name = "big", .data = "x", .deflate = true, .zip64 = true, .size = 1ULL << 40U}}, stated},
+      {{{.name = "large", .data = "x", .zstd = true, .zip64 = true, .size = 1ULL << 40U}}, stated},
       {{{.name = "stored", .data = "x", .size = 2}}, stated},
       {{{.name = "behind the end", .data = "x", .offset = 1U << 20U}}, "outside"},
       {{{.name = "too long", .data = "x", .size = 9999, .packedSize = 9999}}, "outside"},
@@ -135,9 +152,9 @@ TEST(HostileArchive, EntriesThatAreInEachOthersWayAreRefused) {
        "shares bytes",
        1,
        {{"a/l", "x"}}},
-      {{file}, "breaks off", 1, {}, {.tableCut = 3}},
-      {{file}, "breaks off", 1, {{"a/l", "x"}}, {.count = 1}},
-      {{above, above, lineFeed}, "(and 1 more)", 2, {{"a/\n", "bad"}}},
+      {{file}, "breaks off", 1, {}, {.tableCut = 3}, Reason::NoArchive},
+      {{file}, "breaks off", 1, {{"a/l", "x"}}, {.count = 1}, Reason::NoArchive},
+      {{above, above, lineFeed}, "(and 1 more)", 2, {{"a/\n", "bad"}}, {}, Reason::NameRefused},
   });
 }
 
