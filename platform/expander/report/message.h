@@ -50,7 +50,7 @@ struct Failure {
   /// For NoSpace in bytes, for NoFileSlots in files and folders; 0 if unknown.
   std::uint64_t needed = 0;
   std::uint64_t free = 0;
-  std::string detail;          ///< The system's words or the expander's, in English.
+  std::string detail;          ///< The system's words for a fault of Reason::Other; may be empty.
   std::string placed;          ///< Name of the folder or file that was made; empty if nothing was.
   std::uint64_t expanded = 0;  ///< Entries that are on disk whole.
   std::uint64_t missing = 0;   ///< Entries that are not, sent as MissingEntry or not.

@@ -23,7 +23,7 @@ void Report::ForgetName() {
 void Report::AddFault(std::uint32_t order, Reason reason, std::string_view name,
                       std::string_view detail) {
   const std::lock_guard<std::mutex> lock(mutex_);
-  if (detail_.empty()) {
+  if (reason == Reason::Other && detail_.empty()) {
     detail_ = detail;
   }
   if (order == kWholeArchive) {

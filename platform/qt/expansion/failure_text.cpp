@@ -55,6 +55,10 @@ bool HasFigures(const Failure& failure) {
   return failure.needed > failure.free;
 }
 
+QString WhyWithoutFigures(const Words& words, Reason reason, const Failure& failure) {
+  return words.Get(AdviceFor(reason).why, ShownName(failure.detail.empty() ? "?" : failure.detail));
+}
+
 QString Why(const Words& words, const Failure& failure) {
   if (failure.reason == Reason::NoSpace && HasFigures(failure)) {
     return words.Get(Word::NoSpaceFigures, words.SizeAtLeast(failure.needed),
@@ -64,8 +68,7 @@ QString Why(const Words& words, const Failure& failure) {
     return words.Get(Word::NoFileSlotsFigures, words.Number(failure.needed),
                      words.Number(failure.free));
   }
-  return words.Get(AdviceFor(failure.reason).why,
-                   ShownName(failure.detail.empty() ? "?" : failure.detail));
+  return WhyWithoutFigures(words, failure.reason, failure);
 }
 
 QString WhatToDo(const Words& words, const Failure& failure) {
@@ -95,7 +98,8 @@ QString WhatIsLeft(const Words& words, const Job& job, const Failure& failure) {
   return failure.placed.empty() ? words.Get(Word::NothingLeft) : words.Get(Word::FolderLeft, name);
 }
 
-QString Details(const Words& words, const std::vector<MissingEntry>& missing) {
+QString Details(const Words& words, const Failure& failure,
+                const std::vector<MissingEntry>& missing) {
   QStringList lines;
   const auto differs = [&missing](const MissingEntry& entry) {
     return entry.reason != missing.front().reason;
@@ -108,7 +112,7 @@ QString Details(const Words& words, const std::vector<MissingEntry>& missing) {
         continue;
       }
       if (!headed) {
-        lines += words.Get(kAdvice.at(reason).why, QStringLiteral("?"));
+        lines += WhyWithoutFigures(words, entry.reason, failure);
         headed = true;
       }
       lines += ShownName(entry.name);
@@ -135,7 +139,7 @@ FailureText TextOfFailure(const Words& words, const Job& job, const Failure& fai
     text.paragraphs += WhatIsLeft(words, job, failure);
   }
   text.paragraphs += WhatToDo(words, failure);
-  text.details = Details(words, missing);
+  text.details = Details(words, failure, missing);
   return text;
 }
 

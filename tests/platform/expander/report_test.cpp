@@ -41,14 +41,16 @@ TEST(Report, NamesTheReasonOfMostEntriesInTheArchivesOrder) {
   report.AddFault(7, Reason::NoSpace, "late", "no space");
   report.AddFault(2, Reason::Damaged, "early", "damaged");
   report.AddFault(5, Reason::NoSpace, "middle", "no space");
+  report.AddFault(8, Reason::Other, "odd", "Protocol error");
   EXPECT_TRUE(report.Failed());
   EXPECT_EQ(report.Summary().reason, Reason::NoSpace);
-  EXPECT_EQ(report.Summary().missing, 3U);
+  EXPECT_EQ(report.Summary().missing, 4U);
+  EXPECT_EQ(report.Summary().detail, "Protocol error");
   std::string names;
   for (const MissingEntry& entry : report.MissingEntries()) {
     names += entry.name + " ";
   }
-  EXPECT_EQ(names, "early middle late ");
+  EXPECT_EQ(names, "early middle late odd ");
   report.AddFault(Report::kWholeArchive, Reason::NoArchive, "a.zip", "breaks off");
   EXPECT_EQ(report.Summary().reason, Reason::NoArchive);
 }

@@ -101,11 +101,13 @@ TEST(FailureText, SaysWhatIsMissingAndWhatToDo) {
   failure.free = 800'000'000;
   failure.placed = "Tool 2";
   failure.expanded = 1;
-  failure.missing = 5;
+  failure.missing = 6;
   const std::vector<MissingEntry> missing{{Reason::NoSpace, "a\nb"},
                                           {Reason::Damaged, std::string(70, 'x')},
                                           {Reason::NoSpace, "c %1"},
-                                          {Reason::NoSpace, "d"}};
+                                          {Reason::NoSpace, "d"},
+                                          {Reason::Other, "e"}};
+  failure.detail = "Protocol error";
   FailureText text = TextOfFailure(Words({"en"}), job, failure, missing);
   for (QString& paragraph : text.paragraphs) {
     paragraph.replace(QChar(0xA0), u' ');
@@ -116,10 +118,11 @@ TEST(FailureText, SaysWhatIsMissingAndWhatToDo) {
             "There is not enough space on the disk: 2.0 GB are needed, 800 MB are free.\n"
             "Missing: “a\uFFFDb”, “…" +
                 std::string(59, 'x') +
-                "”, “c %1” and 2 others.\n"
+                "”, “c %1” and 3 others.\n"
                 "1 item was unpacked and left in “Tool 2”.\n"
                 "Free 1.2 GB on the disk and open the installer again.");
   EXPECT_EQ(text.details.toStdString(),
+            "The system reports an error: Protocol error.\ne\n"
             "There is not enough space on the disk.\na\uFFFDb\nc %1\nd\n"
             "The data in the archive are damaged.\n" +
                 std::string(70, 'x'));
