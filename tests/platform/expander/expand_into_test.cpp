@@ -39,7 +39,10 @@ TEST(ExpandInto, WhatTheArchiveHoldsIsKept) {
       {{.name = R"(back\slash)", .data = "x"}, R"(back\slash)", "x"},
       {{.name = "d/f", .data = "x"}, "d/f", "x"},
       {{.name = "d/", .mode = kFolder}, "d", "/"},
-      {{.name = "./dots//./f", .data = "x"}, "dots/f", "x"},
+      {{.name = "./dots//f", .data = "x"}, "dots/f", "x"},
+      {{.name = "c/./g", .data = "x"}, "c/g", "x"},
+      {{.name = "c/.", .mode = kFolder}, "c", "/"},
+      {{.name = "k//", .mode = kFolder}, "k", "/"},
       {{.name = "out", .data = "../../etc", .mode = kLink}, "out", "-> ../../etc"},
       {{.name = "far", .data = "/nowhere", .mode = kLink}, "far", "-> /nowhere"},
       {{.name = "deep", .data = "a/b/c", .mode = kLink, .deflate = true}, "deep", "-> a/b/c"},
@@ -53,8 +56,15 @@ TEST(ExpandInto, WhatTheArchiveHoldsIsKept) {
       // Code page 437, and bytes that aren't what the flag says.
       {{.name = "\x81 \xE1 \x9B", .data = "x"}, "ü ß ¢", "x"},
       {{.name = "\x81", .data = "x", .flags = 1U << 11U}, "\x81", "x"},
+      // A name in another field, one made for another name, and one of an unknown version.
       {{.name = "?", .data = "x", .extra = UnicodeNameField("?", "ж")}, "ж", "x"},
       {{.name = "!", .data = "x", .extra = UnicodeNameField("?", "ж")}, "!", "x"},
+      {{.name = "%", .data = "x", .extra = UnicodeNameField("%", "\xE1")}, "\xE1", "x"},
+      {{.name = "@", .data = "x", .extra = UnicodeNameField("@", "ж", 2)}, "@", "x"},
+      {{.name = "dos", .mode = 0, .dosAttributes = 0x10, .host = 0}, "dos", "/"},
+      {{.name = "dos file", .data = "x", .mode = 0, .dosAttributes = 0x10, .host = 0},
+       "dos file",
+       "x"},
       // Companion files of a Mac's archive are dropped, and nothing else that looks like them.
       {{.name = "__MACOSX/._same", .data = "x"}},
       {{.name = "__MACOSX/"}},
@@ -82,10 +92,8 @@ TEST(ExpandInto, WhatTheArchiveHoldsIsKept) {
 TEST(ExpandInto, BackslashesAreFoldersIfAllNamesUseThemSo) {
   const Contents folders{{"d", "/"}, {"d/e", "/"}, {"d/f", "x"}};
   const std::vector<std::tuple<std::string, std::uint8_t, Contents>> rows = {
-      {R"(d\g)", 3, {{"d/g", "x"}}},
-      {"g", 0, {{"g", "x"}}},
-      {"g", 3, {}},
-      {"g/h", 0, {}},
+      {R"(d\g)", 3, {{"d/g", "x"}}}, {"g", 0, {{"g", "x"}}}, {"g", 10, {{"g", "x"}}},
+      {"g", 14, {{"g", "x"}}},       {"g", 3, {}},           {"g/h", 0, {}},
   };
   for (const auto& [name, host, more] : rows) {
     SCOPED_TRACE(name);
@@ -128,8 +136,10 @@ std::string RandomBytes(std::size_t size) {
 
 // Every way that data take, at and around the borders between them.
 TEST(ExpandInto, BytesOfEverySizeAreRight) {
+  // Packed as tightly as deflate can.
+  const std::string zeros(8'000'000, '\0');
   std::vector<ZipEntry> entries{
-      {.name = "zeros", .data = std::string(8'000'000, '\0'), .deflate = true}};
+      {.name = "zeros", .data = zeros, .deflate = true, .packed = Deflate(zeros, 12)}};
   for (const std::size_t border : {1UL << 18U, 1UL << 20U, 4UL << 20U}) {
     for (const std::size_t size : {border - 1, border, border + 1}) {
       const std::string data = RandomBytes(size);
@@ -159,37 +169,53 @@ TEST(ExpandInto, ModesAreKeptWithoutSetIdAndSticky) {
     EXPECT_EQ(fs::status(scratch / ("t/" + entry.name)).permissions(), fs::perms{entry.mode & 0777})
         << entry.name;
   }
-  // Over what may not be written in, and from a system without these modes.
+  // Over what may not be written in, and from systems of other modes.
   entries.resize(2);
-  entries.push_back({.name = "closed/dos", .data = "x", .mode = 1, .host = 0});
+  entries.insert(entries.end(),
+                 {{.name = "closed/dos", .data = "x", .mode = 1, .dosAttributes = 1, .host = 0},
+                  {.name = "closed/read-only/", .mode = 0, .dosAttributes = 1, .host = 0},
+                  {.name = "closed/mac", .data = "x", .mode = 0100640, .host = 19}});
   EXPECT_EQ(ExpandZip(scratch, entries).Line(), "");
   EXPECT_EQ(fs::status(scratch / "t/closed").permissions(), fs::perms{0555});
-  EXPECT_EQ(ReadFile(scratch / "t/closed/dos"), "x");
+  EXPECT_EQ(fs::status(scratch / "t/closed/dos").permissions(), fs::perms{0444});
+  EXPECT_EQ(fs::status(scratch / "t/closed/mac").permissions(), fs::perms{0640});
+  EXPECT_NE(fs::status(scratch / "t/closed/read-only").permissions() & fs::perms::owner_write,
+            fs::perms::none);
 }
 
 TEST(ExpandInto, TimesAreKept) {
   constexpr std::time_t kTime = 1'600'000'001;
+  const auto day = [](const char* text) {
+    std::tm fields{};
+    (void)::strptime(text, "%Y-%m-%d %T", &fields);
+    fields.tm_isdst = -1;
+    return std::mktime(&fields);
+  };
   const std::string exact = ExtraField(0x5455, Bytes({{1, 1}, {kTime, 4}}));
   const std::string old = ExtraField(0x5855, Bytes({{7, 4}, {kTime, 4}}));
+  const std::string other = ExtraField(0x5855, Bytes({{7, 4}, {7, 4}}));
   const std::string ntfs = ExtraField(
-      0x000A, Bytes({{0, 4}, {1, 2}, {24, 2}, {(11'644'473'600 + kTime) * 10'000'000, 24}}));
-  const std::vector<ZipEntry> entries = {
-      {.name = "d/exact", .data = "x", .extra = exact},
-      {.name = "d/old", .data = "x", .extra = old},
-      {.name = "d/ntfs", .data = "x", .extra = ntfs},
-      {.name = "d/link", .data = "x", .mode = kLink, .extra = exact},
-      {.name = "d/big", .data = Noise(5'000'000), .extra = exact},
-      {.name = "d/", .mode = kFolder, .extra = exact},
-      {.name = "local", .data = "x"}};
+      0x000A, Bytes({{0, 4}, {1, 2}, {24, 2}, {(11'644'473'600 + kTime) * 10'000'000 + 5, 24}}));
+  const std::vector<std::pair<ZipEntry, std::time_t>> rows = {
+      {{.name = "d/exact", .data = "x", .extra = exact + other}, kTime},
+      {{.name = "d/old", .data = "x", .extra = old}, kTime},
+      {{.name = "d/ntfs", .data = "x", .extra = ntfs}, kTime},
+      {{.name = "d/link", .data = "x", .mode = kLink, .extra = exact}, kTime},
+      {{.name = "d/big", .data = Noise(5'000'000), .extra = exact}, kTime},
+      {{.name = "d/", .mode = kFolder, .extra = exact}, kTime},
+      {{.name = "local", .data = "x"}, day("2024-03-09 13:14:16")},
+      {{.name = "none", .data = "x", .time = 0}, day("1980-01-01 00:00:00")}};
+  std::vector<ZipEntry> entries;
+  for (const auto& [entry, time] : rows) {
+    entries.push_back(entry);
+  }
   const ScratchFolder scratch;
   ASSERT_EQ(ExpandZip(scratch, entries).Line(), "");
-  std::tm day{};
-  (void)::strptime("2024-03-09", "%Y-%m-%d", &day);
-  day.tm_isdst = -1;
-  for (const ZipEntry& entry : entries) {
+  for (const auto& [entry, time] : rows) {
     struct stat status {};
     ASSERT_EQ(::lstat((scratch / ("t/" + entry.name)).c_str(), &status), 0) << entry.name;
-    EXPECT_EQ(status.st_mtime, entry.extra.empty() ? std::mktime(&day) : kTime) << entry.name;
+    EXPECT_EQ(status.st_mtim.tv_sec, time) << entry.name;
+    EXPECT_EQ(status.st_mtim.tv_nsec, entry.extra == ntfs ? 500 : 0) << entry.name;
   }
 }
 

@@ -3,6 +3,8 @@
 // that nothing around the folder has changed.
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include "platform/expander/expander.h"
 #include "tests/platform/expander/system_calls.h"
 #include "tests/platform/expander/zip_writer.h"
@@ -123,11 +125,15 @@ TEST(HostileArchive, EntryThatIsNoneOrContradictsItselfIsRefused) {
       {{{.name = "strongly", .data = "x", .local = {kLocalFlags, "\x40"}}}, disagrees},
       {{{.name = "masked", .data = "x", .local = {kLocalFlags + 1, "\x20"}}}, disagrees},
       {{{.name = "crc", .data = "x", .local = {kLocalCrc, "\1"}}}, disagrees},
+      {{{.name = "no crc", .data = "x", .local = {kLocalCrc, std::string(4, '\0')}}}, disagrees},
       {{{.name = "size", .data = "x", .local = {kLocalSize, "\2"}}}, disagrees},
+      {{{.name = "wide", .data = "x", .zip64 = true, .local = {kLocalName + 8, "\2"}}}, disagrees},
+      {{{.name = "pack", .data = "x", .zip64 = true, .local = {kLocalName + 16, "\2"}}}, disagrees},
       {{{.name = "big", .data = "x", .deflate = true, .zip64 = true, .size = 1ULL << 40U}}, stated},
       {{{.name = "large", .data = "x", .zstd = true, .zip64 = true, .size = 1ULL << 40U}}, stated},
       {{{.name = "stored", .data = "x", .size = 2}}, stated},
       {{{.name = "behind the end", .data = "x", .offset = 1U << 20U}}, "outside"},
+      {{{.name = "at the end", .data = "x", .offset = 70}}, "outside"},
       {{{.name = "too long", .data = "x", .size = 9999, .packedSize = 9999}}, "outside"},
   });
 }
@@ -138,7 +144,8 @@ TEST(HostileArchive, EntriesThatAreInEachOthersWayAreRefused) {
   const ZipEntry fileBelow{.name = "l/x", .data = "bad"};
   const ZipEntry linkBelow{.name = "l/x", .data = "to", .mode = kLink};
   const ZipEntry inside{.name = "in", .data = "x", .offset = 73};
-  const ZipEntry around{.name = "a", .data = MakeZip({inside})};
+  const ZipEntry next{.name = "no", .data = "x", .offset = 106};
+  const ZipEntry around{.name = "a", .data = MakeZip({inside, next})};
   const ZipEntry above{.name = "../a"};
   const ZipEntry lineFeed{.name = "\n", .data = "bad"};
   const char* const inTheWay = "where a folder must be";
@@ -147,7 +154,7 @@ TEST(HostileArchive, EntriesThatAreInEachOthersWayAreRefused) {
       {{link, linkBelow}, inTheWay, 1, {{"a/l", "/"}, {"a/l/x", "-> to"}}},
       {{file, fileBelow}, inTheWay, 1, {{"a/l", "/"}, {"a/l/x", "bad"}}},
       {{file, {.name = "same", .data = "x", .offset = 42}}, "shares bytes", 2},
-      {{around, inside}, "shares bytes", 2},
+      {{around, inside, next}, "shares bytes", 3},
       {{{.name = "shifted", .data = "xx", .local = {kLocalExtraSize, "\1"}}, file},
        "shares bytes",
        1,
@@ -196,6 +203,14 @@ TEST(HostileArchive, ArchiveThatIsIncompleteIsRefused) {
   const ScratchFolder scratch;
   EXPECT_NE(ExpandZip(scratch, {kGood}, {.disc = 1}).Line().find("archive of several"),
             std::string::npos);
+  // A table that only serves to use up the memory.
+  const std::string zip = scratch / "a.zip";
+  const std::uint64_t table = 129ULL << 20U;
+  WriteFile(zip, "PK\1\2");
+  std::filesystem::resize_file(zip, table);
+  std::ofstream(zip, std::ios::app)
+      << "PK\5\6" + Bytes({{0, 4}, {1, 2}, {1, 2}, {table, 4}, {0, 4}, {0, 2}});
+  EXPECT_NE(ExpandInto(zip, scratch / "t").Line().find("too large to be real"), std::string::npos);
   EXPECT_EQ(Tree(scratch / "t"), Contents());
   // The file is cut short after its table was read.
   for (const bool deflate : {false, true}) {

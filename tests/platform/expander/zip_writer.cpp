@@ -29,7 +29,7 @@ std::string Header(const ZipEntry& entry, const Facts& facts, std::size_t extraS
                                        : entry.zstd  ? 93
                                                      : 0),
                  2},
-                {kZipTime, 4}}) +
+                {entry.time, 4}}) +
          facts.In32Bits(entry.zip64) + Bytes({{entry.name.size(), 2}, {extraSize, 2}});
 }
 
@@ -50,8 +50,10 @@ std::string Record(const ZipEntry& entry, const Facts& facts, std::uint64_t offs
     extra += ExtraField(1, Bytes({{offset, 8}}));
   }
   return "PK\1\2" + Bytes({{20, 1}, {entry.host, 1}}) + Header(entry, facts, extra.size()) +
-         Bytes(
-             {{0, 8}, {entry.mode, 2}, {entry.zip64 || entry.wideOffset ? kAllBits : offset, 4}}) +
+         Bytes({{0, 6},
+                {entry.dosAttributes, 2},
+                {entry.mode, 2},
+                {entry.zip64 || entry.wideOffset ? kAllBits : offset, 4}}) +
          entry.name + extra;
 }
 
@@ -73,9 +75,9 @@ std::uint32_t Crc(const std::string& data) {
   return libdeflate_crc32(0, data.data(), data.size());
 }
 
-std::string Deflate(const std::string& data) {
+std::string Deflate(const std::string& data, int level) {
   const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> compressor(
-      libdeflate_alloc_compressor(1), &libdeflate_free_compressor);
+      libdeflate_alloc_compressor(level), &libdeflate_free_compressor);
   std::string packed(libdeflate_deflate_compress_bound(compressor.get(), data.size()), '\0');
   packed.resize(libdeflate_deflate_compress(compressor.get(), data.data(), data.size(),
                                             packed.data(), packed.size()));
@@ -109,8 +111,8 @@ std::string ExtraField(std::uint16_t tag, const std::string& body) {
   return Bytes({{tag, 2}, {body.size(), 2}}) + body;
 }
 
-std::string UnicodeNameField(const std::string& storedName, const std::string& name) {
-  return ExtraField(0x7075, Bytes({{1, 1}, {Crc(storedName), 4}}) + name);
+std::string UnicodeNameField(const std::string& storedName, const std::string& name, int version) {
+  return ExtraField(0x7075, Bytes({{version, 1}, {Crc(storedName), 4}}) + name);
 }
 
 expander::Result ExpandZip(const ScratchFolder& scratch, const std::vector<ZipEntry>& entries,

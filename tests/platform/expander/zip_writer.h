@@ -16,12 +16,16 @@ namespace zephin::test {
 
 constexpr std::uint32_t kFolder = 0040755;
 constexpr std::uint32_t kLink = 0120777;
+// 2024-03-09, 13:14:16.
+constexpr std::uint32_t kZipTime = 0x586969C8;
 
 struct ZipEntry {
   std::string name = {};
   std::string data = {};
   // Unix mode with its type bits; 0 for an archive of another system.
   std::uint32_t mode = 0100644;
+  std::uint16_t dosAttributes = 0;
+  std::uint32_t time = kZipTime;
   bool deflate = false;
   bool zstd = false;
   // Sizes and CRC behind the data, zeros in front of them.
@@ -64,9 +68,6 @@ struct ZipLayout {
   std::uint64_t gap = 0;
 };
 
-// 2024-03-09, 0:00: the day and hour of every entry.
-constexpr std::uint32_t kZipTime = 0x58690000;
-
 // Writes an archive into the scratch folder, and expands it into the folder "t" there.
 expander::Result ExpandZip(const ScratchFolder& scratch, const std::vector<ZipEntry>& entries,
                            const ZipLayout& layout = {});
@@ -81,10 +82,11 @@ std::string ZstdFrame(const std::string& data, int windowLog = 0);
 std::string ExtraField(std::uint16_t tag, const std::string& body);
 
 // The field that replaces a name, made for `storedName`.
-std::string UnicodeNameField(const std::string& storedName, const std::string& name);
+std::string UnicodeNameField(const std::string& storedName, const std::string& name,
+                             int version = 1);
 
 std::uint32_t Crc(const std::string& data);
-std::string Deflate(const std::string& data);
+std::string Deflate(const std::string& data, int level = 1);
 
 // Numbers, each in so many bytes, low byte first.
 std::string Bytes(std::initializer_list<std::pair<std::uint64_t, int>> numbers);
