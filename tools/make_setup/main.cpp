@@ -86,7 +86,8 @@ CommandLine Read(const std::vector<std::string>& arguments) {
 std::string Summary(const BundleRequest& request, const BundleResult& result) {
   std::string summary = "Made " + request.output.filename().string() + " (" +
                         zephin::make_setup::WithUnit(result.size) + ", " +
-                        zephin::make_setup::WithCommas(result.packed.files) + " files)";
+                        zephin::make_setup::WithCommas(result.packed.files) +
+                        (result.packed.files == 1 ? " file)" : " files)");
   for (const std::string& name : result.beside) {
     summary += (&name == &result.beside.back() ? " and " : ", ") + name;
   }
