@@ -1,4 +1,4 @@
-"""Clicks through the tour in other languages at several scales and saves pictures of all windows.
+"""Clicks through the tour in several languages at several scales and saves pictures of all windows.
 
 languages.py STUB MAKE_SETUP PICTURES [LANGUAGE...]
 """
@@ -81,10 +81,11 @@ def main(stub, make_setup, pictures, *wanted):
     with Session(_SIZE) as session:
         screen = Screen(session.display)
         screen.cover((0x6B, 0x7F, 0x94))
-        for language in wanted or languages():
+        for language in wanted or ["en", *languages()]:
             with tempfile.TemporaryDirectory() as made:
                 samples = Samples(stub, make_setup, made)
-                translate(os.path.join(samples.setups, "tour"), language)
+                if language != "en":
+                    translate(os.path.join(samples.setups, "tour"), language)
                 bundle = samples.make()
                 for scale in _SCALES:
                     with tempfile.TemporaryDirectory() as folder:

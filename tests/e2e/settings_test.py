@@ -5,6 +5,7 @@ import os
 import pathlib
 import shlex
 import shutil
+import socket
 import subprocess
 import sys
 
@@ -72,6 +73,18 @@ class Settings(case.InstallerTest):
                 wait_until(lambda: self.screen.rows(*area) == plain, "the same window")
                 self.stop(run)
         self.assertEqual(plain[2][:24], bytes(WHITE) * 8)
+
+    def test_no_session_manager_hears_of_the_program(self):
+        with socket.socket(socket.AF_UNIX) as manager:
+            place = os.path.join(self.folder, "manager")
+            manager.bind(place)
+            manager.listen()
+            manager.setblocking(False)
+            address = f"local/{socket.gethostname()}:{place}"
+            run, _ = self.start(self.bundle(), {"SESSION_MANAGER": address})
+            self.stop(run)
+            with self.assertRaises(BlockingIOError):
+                manager.accept()
 
     def test_scale_factors_scale_the_whole_window(self):
         bundle = self.bundle()
