@@ -126,6 +126,26 @@ TEST(ExpandInto, MoreEntriesThan16BitsCountAreKept) {
   }
 }
 
+// The archive holds another one, whose end must not be taken for its own.
+TEST(ExpandInto, EndOfTheArchiveIsFound) {
+  constexpr std::size_t kEnd = 22;
+  const std::string inner = MakeZip({{.name = "inner"}});
+  const std::string whole = MakeZip({{.name = "x", .data = inner}});
+  const std::string body = whole.substr(0, whole.size() - kEnd);
+  const std::string withoutComment = whole.substr(0, whole.size() - 2);
+  const std::string comment = inner + "c";
+  const std::string longest(0xFFFF, 'c');
+  for (const std::string& bytes :
+       {withoutComment + Bytes({{longest.size(), 2}}) + longest,
+        withoutComment + Bytes({{comment.size(), 2}}) + comment, whole + "padding",
+        body + "signature" + whole.substr(body.size())}) {
+    const ScratchFolder scratch;
+    WriteFile(scratch / "a.zip", bytes);
+    EXPECT_EQ(ExpandInto(scratch / "a.zip", scratch / "t").Line(), "");
+    EXPECT_EQ(Tree(scratch / "t"), (Contents{{"x", inner}}));
+  }
+}
+
 // Data that deflate can only wrap into blocks as they are.
 std::string RandomBytes(std::size_t size) {
   std::mt19937 random(1);

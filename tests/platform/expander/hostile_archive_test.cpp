@@ -173,6 +173,7 @@ TEST(HostileArchive, DataThatAreWrongLeaveNoFile) {
     const std::string data = Noise(size);
     const std::string none(size, '\xFF');
     const std::string endless = Bytes({{1, 1}, {0xFFFF, 4}}) + data;
+    const std::string far(300'000, 'x');
     const std::string frame = ZstdFrame(data);
     const std::string half = frame.substr(0, frame.size() / 2);
     const std::string two = frame + ZstdFrame("");
@@ -183,6 +184,8 @@ TEST(HostileArchive, DataThatAreWrongLeaveNoFile) {
         {{{.name = "deflated", .data = data, .deflate = true, .crc = wrong}}, "CRC"},
         {{{.name = "none", .data = data, .deflate = true, .packed = none}}, "damaged"},
         {{{.name = "followed", .data = data, .deflate = true, .packed = Deflate(data) + "x"}},
+         otherSize},
+        {{{.name = "far", .data = data, .deflate = true, .packed = Deflate(data) + far}},
          otherSize},
         {{{.name = "longer", .data = data, .deflate = true, .size = size - 1}}, otherSize},
         {{{.name = "shorter", .data = data, .deflate = true, .size = size + 1}}, otherSize},
@@ -201,10 +204,18 @@ TEST(HostileArchive, DataThatAreWrongLeaveNoFile) {
 
 TEST(HostileArchive, ArchiveThatIsIncompleteIsRefused) {
   const ScratchFolder scratch;
-  EXPECT_NE(ExpandZip(scratch, {kGood}, {.disc = 1}).Line().find("archive of several"),
-            std::string::npos);
-  // A table that only serves to use up the memory.
   const std::string zip = scratch / "a.zip";
+  // The disc of each kind of end record, and the number of entries on this disc.
+  for (const auto& [layout, record, place] :
+       {std::tuple(ZipLayout(), "PK\5\6", 4), std::tuple(ZipLayout(), "PK\5\6", 8),
+        std::tuple(ZipLayout{.zip64End = true}, "PK\6\6", 16),
+        std::tuple(ZipLayout{.zip64End = true}, "PK\6\6", 24)}) {
+    std::string bytes = MakeZip({kGood}, layout);
+    bytes[bytes.find(record) + static_cast<std::size_t>(place)] = '\2';
+    WriteFile(zip, bytes);
+    EXPECT_NE(ExpandInto(zip, scratch / "t").Line().find("archive of several"), std::string::npos);
+  }
+  // A table that only serves to use up the memory.
   const std::uint64_t table = 129ULL << 20U;
   WriteFile(zip, "PK\1\2");
   std::filesystem::resize_file(zip, table);

@@ -65,8 +65,7 @@ std::string EndRecords(const ZipLayout& layout, std::uint64_t count, std::uint64
           "PK\6\7" + Bytes({{0, 4}, {offset + size, 8}, {1, 4}});
     count = size = offset = kAllBits;
   }
-  return end + "PK\5\6" +
-         Bytes({{layout.disc, 2}, {0, 2}, {count, 2}, {count, 2}, {size, 4}, {offset, 4}, {0, 2}});
+  return end + "PK\5\6" + Bytes({{0, 4}, {count, 2}, {count, 2}, {size, 4}, {offset, 4}, {0, 2}});
 }
 
 }  // namespace

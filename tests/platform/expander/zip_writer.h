@@ -59,7 +59,6 @@ constexpr std::size_t kLocalName = 30;
 struct ZipLayout {
   std::string prefix = {};
   bool zip64End = false;
-  std::uint16_t disc = 0;
   // What the end record says in place of the true number of entries.
   std::optional<std::uint64_t> count = {};
   // Bytes that the table of contents is cut short by.
