@@ -15,6 +15,7 @@
 #include "platform/qt/peers/window_peer.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_string.h"
+#include "platform/qt/session/font_libraries.h"
 #include "platform/qt/session/session.h"
 
 namespace zephin {
@@ -38,6 +39,7 @@ std::unique_ptr<Desktop> OpenDesktop(int argc, char** argv) {
     std::fputs(wayland == nullptr || *wayland == '\0' ? kNoDisplay : kNoXwayland, stderr);
     return nullptr;
   }
+  UseNewerFontLibraries(argv);
   return std::make_unique<QtDesktop>(argc > 0 ? argv[0] : "Setup");
 }
 

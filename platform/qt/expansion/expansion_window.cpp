@@ -10,6 +10,7 @@
 
 #include "platform/qt/expansion/expansion_view.h"
 #include "platform/qt/expansion/window_parts.h"
+#include "platform/qt/session/font_libraries.h"
 #include "platform/qt/session/session.h"
 #include "platform/qt/widgets/look.h"
 
@@ -32,6 +33,7 @@ int main(int argc, char** argv) {
   if (!zephin::DisplayIsThere()) {
     return 0;
   }
+  zephin::UseNewerFontLibraries(argv);
   const auto application = zephin::MakeApplication(argc, argv);
   zephin::SetUpLook();
   zephin::SetUpRoles();
