@@ -136,12 +136,13 @@ void UseNewerFontLibraries(char** argv) {
   }
   // Of Debian and its relatives, Fedora and its relatives, and Arch.
   const std::string libraries =
-      NewerFontLibraries({"/usr/lib/" ZEPHIN_LIBRARY_ARCHITECTURE "/", "/usr/lib64/", "/usr/lib/"});
+      NewerFontLibraries({"/usr/lib/" ZEPHIN_LIBRARY_ARCHITECTURE, "/usr/lib64", "/usr/lib"});
   std::error_code failure;
   const fs::path program = fs::read_symlink("/proc/self/exe", failure);
   if (libraries.empty() || failure) {
     return;
   }
+  // A program can't replace libraries that it has loaded, only be started with others.
   const std::string before = Get(kPreload);
   (void)::setenv(kPreloadBefore, before.c_str(), 1);
   Put(kPreload, before.empty() ? libraries : libraries + ":" + before);

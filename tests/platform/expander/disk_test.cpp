@@ -1,5 +1,7 @@
 // Expansions on disks that are full, fail, or lack a feature.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -86,6 +88,19 @@ TEST(Disk, LargeFileReplacesTheOldOneOnlyWhenWhole) {
   }
 }
 
+TEST(Disk, TemporaryFileOfARunningExpansionIsLeftAlone) {
+  const std::string part = ".zephin-expanding-" + std::to_string(Crc("f"));
+  const ScratchFolder scratch;
+  WriteFile(scratch / ("t/" + part), "theirs");
+  const int held = ::open((scratch / ("t/" + part)).c_str(), O_RDONLY | O_CLOEXEC);
+  ASSERT_EQ(::flock(held, LOCK_EX), 0);
+  SystemCalls calls;
+  calls.noUnnamedFiles = true;
+  EXPECT_FALSE(ExpandZip(scratch, {{.name = "f", .data = Noise(5'000'000)}}).Complete());
+  EXPECT_EQ(Tree(scratch / "t"), (Contents{{part, "theirs"}}));
+  (void)::close(held);
+}
+
 // On a disk that ignores the case of letters. Each pair is of other sizes and kinds.
 TEST(Disk, EntryNeverReplacesAnotherOne) {
   const char* const same = "has the same name as another entry on this disk";
@@ -109,6 +124,31 @@ TEST(Disk, EntryNeverReplacesAnotherOne) {
       EXPECT_EQ(result.faults, 1);
       EXPECT_EQ(Tree(scratch / "t"), (Contents{{"readme", content}}));
     }
+  }
+}
+
+// In each row the mode of a folder that exists, the archive's mode for it if it has one, and the
+// mode in the end. As an ordinary user, whom a closed folder stops.
+TEST(Disk, ClosedFolderIsOpenWhileItsContentsArrive) {
+  for (const auto& [before, stated, after] :
+       {std::tuple(0500U, 0U, 0500U), std::tuple(0600U, 0U, 0600U), std::tuple(0500U, 0700U, 0700U),
+        std::tuple(0700U, 0755U, 0755U)}) {
+    SCOPED_TRACE(before);
+    const ScratchFolder scratch;
+    fs::create_directories(scratch / "t/d");
+    std::vector<ZipEntry> entries = {{.name = "d/f", .data = "x"}};
+    if (stated != 0) {
+      entries.push_back({.name = "d/", .mode = 0040000 | stated});
+    }
+    WriteFile(scratch / "a.zip", MakeZip(entries));
+    fs::permissions(scratch / "t/d", fs::perms{before});
+    {
+      const PlainUser user(scratch.Path());
+      EXPECT_EQ(ExpandInto(scratch / "a.zip", scratch / "t").Line(), "");
+    }
+    EXPECT_EQ(fs::status(scratch / "t/d").permissions(), fs::perms{after});
+    fs::permissions(scratch / "t/d", fs::perms::owner_all);
+    EXPECT_EQ(ReadFile(scratch / "t/d/f"), "x");
   }
 }
 
@@ -154,23 +194,33 @@ TEST(Disk, WhatDoesNotFitIsRefusedBeforeTheFirstByte) {
     unsigned long items;
     const char* existing;
     const char* why;
+    // What exists has another name too, so that its space stays taken.
+    bool linked = false;
   };
   for (const Case& row :
        {Case{5, 4, "", ""},
         Case{4, 4, "", "needs 20480 bytes, but only 16384 are free on the disk"},
         Case{5, 3, "", "needs 4 files and folders, but only 3 are free"}, Case{4, 3, "t/a/x", ""},
+        Case{4, 0, "t/a/x", ""}, Case{2, 4, "t/a/b/f", ""},
+        Case{2, 4, "t/a/b/f", "needs 20480 bytes, but only 8192", true},
         Case{3, 3, "t/a/x", "needs 20480 bytes, but only 12288"}}) {
     SCOPED_TRACE(std::to_string(row.blocks) + ", " + std::to_string(row.items) + row.existing);
     const ScratchFolder scratch;
     if (*row.existing != '\0') {
-      WriteFile(scratch / row.existing, "old");
+      WriteFile(scratch / row.existing, std::string(4097, 'o'));
+    }
+    if (row.linked) {
+      fs::create_hard_link(scratch / row.existing, scratch / "linked");
     }
     SystemCalls calls;
     calls.room = {row.blocks, row.items};
     const std::string line = ExpandZip(scratch, entries).Line();
     EXPECT_NE(line.find(row.why), std::string::npos) << line;
     EXPECT_EQ(line.empty(), *row.why == '\0') << line;
-    EXPECT_EQ(fs::exists(scratch / "t/a/b/f"), *row.why == '\0');
+    EXPECT_EQ(fs::exists(scratch / "t/a/b/f"), *row.why == '\0' || row.linked);
+    // Nothing is replaced beside the archive.
+    EXPECT_EQ(expander::ExpandBeside(scratch / "a.zip").Complete(),
+              row.blocks == 5 && row.items == 4);
   }
 }
 

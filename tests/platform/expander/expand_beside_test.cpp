@@ -1,6 +1,7 @@
 // The expansion beside the archive: where things come to stand, and what it does when archive or
 // folder are taken away under it.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <functional>
 #include <thread>
@@ -30,6 +31,8 @@ TEST(ExpandBeside, PlacesContentsBesideAndNeverIntoWhatStands) {
   const ZipEntry tool{.name = "Tool/f", .data = "x"};
   const ZipEntry companion{.name = "__MACOSX/Tool/._f", .data = "x"};
   const ZipEntry app{.name = "Tool.app/f", .data = "x"};
+  const ZipEntry book{.name = "Tool.book/f", .data = "x"};
+  const ZipEntry hidden{.name = ".page", .data = "x"};
   const ZipEntry page{.name = "page.html", .data = "x"};
   const ZipEntry link{.name = "l", .data = "/x", .mode = kLink};
   const Contents tree{{"", "/"}, {"/f", "x"}};
@@ -39,12 +42,15 @@ TEST(ExpandBeside, PlacesContentsBesideAndNeverIntoWhatStands) {
       {"a.zip", {tool}, {"Tool/old"}, "Tool 2", tree},
       {"a.zip", {tool}, {"Tool/old", "Tool 2"}, "Tool 3", tree},
       {"a.zip", {app}, {"Tool.app/old"}, "Tool 2.app", tree},
+      {"a.zip", {book}, {"Tool.book/old"}, "Tool.book 2", tree},
+      {".zip", {tool, page}, {}, "Archive", several},
       {"My.Own.ZIP", {tool, page}, {}, "My.Own", several},
       {"a.zip", {tool, page}, {"a/old"}, "a 2", several},
       {"a", {tool, page}, {}, "a 2", several},
       {"a.zip", {page}, {}, "page.html", {{"", "x"}}},
       {"a.zip", {page}, {"page.html"}, "page 2.html", {{"", "x"}}},
       {"page.html", {page}, {}, "page 2.html", {{"", "x"}}},
+      {"a.zip", {hidden}, {".page"}, ".page 2", {{"", "x"}}},
       {"a.zip", {link}, {}, "l", {{"", "-> /x"}}},
       {"a.zip", {{.name = "e/", .mode = kFolder}}, {}, "e", {{"", "/"}}},
       {"a.zip", {companion}, {}, "", {}},
@@ -65,6 +71,20 @@ TEST(ExpandBeside, PlacesContentsBesideAndNeverIntoWhatStands) {
     EXPECT_EQ(result.placedAs, row.placedAs);
     EXPECT_EQ(Tree(scratch.Path()), expected);
   }
+}
+
+TEST(ExpandBeside, FolderHasItsTimeInTheEndAndAFileThatFailsNoName) {
+  constexpr std::time_t kTime = 1'600'000'001;
+  const std::string exact = ExtraField(0x5455, Bytes({{1, 1}, {kTime, 4}}));
+  const ScratchFolder scratch;
+  WriteFile(scratch / "a.zip", MakeZip({{.name = "Tool/", .mode = kFolder, .extra = exact},
+                                        {.name = "Tool/f", .data = "x"}}));
+  EXPECT_EQ(ExpandBeside(scratch / "a.zip").Line(), "");
+  struct stat status {};
+  ASSERT_EQ(::stat((scratch / "Tool").c_str(), &status), 0);
+  EXPECT_EQ(status.st_mtim.tv_sec, kTime);
+  WriteFile(scratch / "a.zip", MakeZip({{.name = "f", .data = "x", .crc = 1}}));
+  EXPECT_EQ(ExpandBeside(scratch / "a.zip").placedAs, "");
 }
 
 // An archive "a.zip" of a folder "Tool" with so many files "0", "1", ... in so many folders "d0",
@@ -189,6 +209,27 @@ TEST(ExpandBeside, EndsEarlyWhenItsFolderIsDeletedOrMoved) {
       EXPECT_LT(calls.made, 4000);
     }
   }
+}
+
+// Where the system has no watch left, and where none is kept on the target.
+TEST(ExpandBeside, NoticesALostFolderWithoutAWatch) {
+  const ScratchFolder scratch;
+  const char* const lost = "was deleted or moved";
+  WriteFile(scratch / "a.zip", ZipOfTool(40, 4000));
+  SystemCalls calls;
+  calls.failing = {{"inotify_init1", EMFILE}};
+  calls.before["100"] = [&] { fs::rename(scratch / "Tool", scratch / "Moved"); };
+  EXPECT_NE(ExpandBeside(scratch / "a.zip").Line().find(lost), std::string::npos);
+  const int before = calls.made;
+  calls.before["100"] = [&] {
+    // The other thread may make files meanwhile.
+    while (fs::exists(scratch / "t")) {
+      DeleteTree(scratch / "t");
+    }
+  };
+  EXPECT_NE(expander::ExpandInto(scratch / "a.zip", scratch / "t").Line().find(lost),
+            std::string::npos);
+  EXPECT_LT(calls.made, before + 4000);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <climits>
 #include <ctime>
 #include <random>
 
@@ -69,6 +70,7 @@ TEST(ExpandInto, WhatTheArchiveHoldsIsKept) {
       {{.name = "__MACOSX/._same", .data = "x"}},
       {{.name = "__MACOSX/"}},
       {{.name = "d/__MACOSX", .data = "x"}, "d/__MACOSX", "x"},
+      {{.name = "__MACOSX2", .data = "x"}, "__MACOSX2", "x"},
       {{.name = "._own", .data = "x"}, "._own", "x"},
   };
   std::vector<ZipEntry> entries;
@@ -237,6 +239,20 @@ TEST(ExpandInto, TimesAreKept) {
     EXPECT_EQ(status.st_mtim.tv_sec, time) << entry.name;
     EXPECT_EQ(status.st_mtim.tv_nsec, entry.extra == ntfs ? 500 : 0) << entry.name;
   }
+}
+
+TEST(ExpandInto, PathsAreAsLongAsTheUserCanOpen) {
+  const ScratchFolder scratch;
+  const std::size_t room = PATH_MAX - 1 - (scratch / "t/").string().size();
+  std::string name;
+  while (name.size() + 200 < room) {
+    name += std::string(199, 'd') + "/";
+  }
+  name.resize(room, 'f');
+  EXPECT_EQ(ExpandZip(scratch, {{.name = name, .data = "x"}}).Line(), "");
+  EXPECT_EQ(ReadFile(scratch / ("t/" + name)), "x");
+  EXPECT_NE(ExpandZip(scratch, {{.name = name + "f"}}).Line().find("longer than a path can be"),
+            std::string::npos);
 }
 
 TEST(ExpandInto, FolderIsMadeBeforeTheArchiveIsRead) {

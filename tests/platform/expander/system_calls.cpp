@@ -121,7 +121,7 @@ extern "C" int __wrap_fstatvfs(int file, struct statvfs* disk) {
   if (const SystemCalls* calls = current; calls != nullptr && calls->room) {
     disk->f_frsize = 4096;
     disk->f_bfree = disk->f_bavail = calls->room->first;
-    disk->f_files = 1'000'000;
+    disk->f_files = calls->room->second == 0 ? 0 : 1'000'000;
     disk->f_ffree = disk->f_favail = calls->room->second;
   }
   return result;

@@ -26,7 +26,7 @@ struct SystemCalls {
   bool ignoresCase = false;
   // The disk has no files without a name.
   bool noUnnamedFiles = false;
-  // Free blocks of 4096 bytes, and free items.
+  // Free blocks of 4096 bytes, and free items: 0 for a disk without a fixed number of them.
   std::optional<std::pair<unsigned long, unsigned long>> room = {};
   // Number of files, links and folders made with a name, and of names given to unnamed files.
   std::atomic<int> made = 0;
