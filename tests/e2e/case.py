@@ -187,6 +187,16 @@ class InstallerTest(unittest.TestCase):
         wait_until(lambda: len(run.opened()) >= len(addresses), f"{addresses} to be opened")
         self.assertEqual(run.opened(), list(addresses))
 
+    def certificate(self, name, host="IP:127.0.0.1"):
+        """Makes a self-signed certificate for a host. Returns its file and key."""
+        files = [os.path.join(self.folder, name + end) for end in (".pem", ".key")]
+        subprocess.run(["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt",
+                        "ec_paramgen_curve:prime256v1", "-nodes", "-days", "2", "-subj",
+                        "/CN=" + name, "-addext", "subjectAltName=" + host,
+                        "-out", files[0], "-keyout", files[1]],
+                       check=True, stderr=subprocess.DEVNULL)
+        return files
+
     def serve(self, pages, certificate=None):
         """Starts a server, which ends with the test."""
         server = Server(pages, certificate)

@@ -2,7 +2,6 @@
 
 import io
 import os
-import subprocess
 import time
 import zipfile
 
@@ -28,16 +27,6 @@ def archive(length):
 
 
 class Downloads(case.InstallerTest):
-    def certificate(self, name):
-        """Makes a self-signed certificate for the loopback address. Returns its file and key."""
-        files = [os.path.join(self.folder, name + end) for end in (".pem", ".key")]
-        subprocess.run(["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt",
-                        "ec_paramgen_curve:prime256v1", "-nodes", "-days", "2", "-subj",
-                        "/CN=" + name, "-addext", "subjectAltName=IP:127.0.0.1",
-                        "-out", files[0], "-keyout", files[1]],
-                       check=True, stderr=subprocess.DEVNULL)
-        return files
-
     def open_with(self, options, settings=None, **fields):
         """Starts an installer up to the downloads. `options`: (caption, address, folder)."""
         run = self.open(settings=settings, fInstallOptions=[

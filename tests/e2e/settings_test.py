@@ -158,19 +158,28 @@ class Places(case.InstallerTest):
         self.install(run)
         self.assertEqual(self.installed(), {"read me.txt": b"Hello"})
 
-    def test_downloads_from_an_international_host_name(self):
-        hosts = []
-
-        def send_songs(request):
-            hosts.append(request.headers["Host"])
-            case.page(pathlib.Path(self.folder, "a.zip").read_bytes())(request)
-        port = self.serve({"/a.zip": send_songs}).server_port
+    def test_downloads_from_an_international_host_over_http_2(self):
         # Names with that end resolve to this machine.
-        run = self.open(files={"songs": {"a": os.urandom(20000)}}, fInstallOptions=[
-            {"caption": "Songs", "source": f"http://bücher.localhost:{port}/a.zip",
+        names = "bücher.localhost", "xn--bcher-kva.localhost"
+        certificate, key = self.certificate("books", "DNS:" + names[1])
+        with socket.create_server(("127.0.0.1", 0)) as free:
+            port = free.getsockname()[1]
+        log = pathlib.Path(self.folder, "log")
+        with open(log, "wb") as output:
+            # It speaks no older version.
+            server = subprocess.Popen(
+                ["/usr/sbin/nghttpd", "--verbose", "--address=127.0.0.1",
+                 "--htdocs=" + self.folder, str(port), key, certificate],
+                stdout=output, stderr=output)
+        self.addCleanup(server.wait)
+        self.addCleanup(server.kill)
+        wait_until(lambda: "listen" in log.read_text(encoding="utf-8"), "the server")
+        run = self.open(settings={"SSL_CERT_FILE": certificate},
+                        files={"songs": {"a": os.urandom(20000)}}, fInstallOptions=[
+            {"caption": "Songs", "source": f"https://{names[0]}:{port}/a.zip",
              "content": "songs"}])
         self.install(run, "Songs", "Continue")
-        self.assertEqual(hosts, [f"xn--bcher-kva.localhost:{port}"])
+        self.assertIn(f":authority: {names[1]}:{port}", log.read_text(encoding="utf-8"))
         self.assertIn("a", self.installed())
 
     def test_desktop_entry_starts_the_bundle_after_a_move(self):
