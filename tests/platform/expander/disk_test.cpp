@@ -41,9 +41,12 @@ TEST(Disk, FileIsKeptUnlessItsDataMayBeLost) {
     const ScratchFolder scratch;
     SystemCalls calls;
     calls.failing = {{row.call, EPERM}};
-    const Result result = ExpandZip(scratch, entries);
+    expander::Report report;
+    WriteFile(scratch / "a.zip", MakeZip(entries));
+    const Result result = ExpandInto(scratch / "a.zip", scratch / "t", report);
     EXPECT_NE(result.Line().find(row.why), std::string::npos) << result.Line();
     EXPECT_EQ(result.expanded, row.expected.size());
+    EXPECT_EQ(report.Summary().missing, entries.size() - row.expected.size());
     EXPECT_EQ(Tree(scratch / "t"), row.expected);
   }
 }

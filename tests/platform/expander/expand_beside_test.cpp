@@ -87,6 +87,23 @@ TEST(ExpandBeside, FolderHasItsTimeInTheEndAndAFileThatFailsNoName) {
   EXPECT_EQ(ExpandBeside(scratch / "a.zip").placedAs, "");
 }
 
+TEST(ExpandBeside, FileThatSomeoneMakesMeanwhileIsKept) {
+  const std::string part = ".zephin-expanding-" + std::to_string(Crc("f"));
+  const ZipEntry small{.name = "Tool/f", .data = "x"};
+  const ZipEntry large{.name = "Tool/f", .data = Noise(5'000'000)};
+  const ZipEntry link{.name = "Tool/f", .data = "to", .mode = kLink};
+  for (const auto& [entry, noUnnamed] : {std::pair(small, false), std::pair(large, false),
+                                         std::pair(large, true), std::pair(link, false)}) {
+    const ScratchFolder scratch;
+    WriteFile(scratch / "a.zip", MakeZip({entry}));
+    SystemCalls calls;
+    calls.noUnnamedFiles = noUnnamed;
+    calls.before[noUnnamed ? part : "f"] = [&] { WriteFile(scratch / "Tool/f", "of the user"); };
+    EXPECT_EQ(ExpandBeside(scratch / "a.zip").Line(), "Tool/f: File exists");
+    EXPECT_EQ(Tree(scratch / "Tool"), (Contents{{"f", "of the user"}}));
+  }
+}
+
 // An archive "a.zip" of a folder "Tool" with so many files "0", "1", ... in so many folders "d0",
 // "d1", ...
 std::string ZipOfTool(int folders, int files) {

@@ -57,6 +57,8 @@ TEST(ExpandInto, WhatTheArchiveHoldsIsKept) {
       // Code page 437, and bytes that aren't what the flag says.
       {{.name = "\x81 \xE1 \x9B", .data = "x"}, "ü ß ¢", "x"},
       {{.name = "\x81", .data = "x", .flags = 1U << 11U}, "\x81", "x"},
+      // Half of a pair of UTF-16 is no letter in UTF-8.
+      {{.name = "\xED\xA0\x80", .data = "x"}, "φáÇ", "x"},
       // A name in another field, one made for another name, and one of an unknown version.
       {{.name = "?", .data = "x", .extra = UnicodeNameField("?", "ж")}, "ж", "x"},
       {{.name = "!", .data = "x", .extra = UnicodeNameField("?", "ж")}, "!", "x"},
