@@ -12,8 +12,8 @@
 namespace zephin::test {
 namespace fs = std::filesystem;
 
-ScratchFolder::ScratchFolder() {
-  std::string name = fs::temp_directory_path() / "zephin-test-XXXXXX";
+ScratchFolder::ScratchFolder(const fs::path& parent) {
+  std::string name = parent / "zephin-test-XXXXXX";  // mkdtemp replaces each X.
   if (mkdtemp(name.data()) == nullptr) {
     throw std::runtime_error("no scratch folder: " + name);
   }

@@ -7,10 +7,11 @@
 
 namespace zephin::test {
 
-/// A new folder for one test. It is deleted with the object.
+/// A new folder for one test, in `parent`. It is deleted with the object.
 class ScratchFolder {
  public:
-  ScratchFolder();
+  explicit ScratchFolder(
+      const std::filesystem::path& parent = std::filesystem::temp_directory_path());
   ~ScratchFolder();
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;

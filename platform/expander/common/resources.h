@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <memory>
+#include <new>
 #include <utility>
 
 namespace zephin::expander {
@@ -15,18 +16,19 @@ namespace zephin::expander {
 /// memory.
 class Block {
  public:
-  // NOLINTBEGIN(modernize-avoid-c-arrays): std::array needs its length at compile time, a vector
-  // clears its bytes.
   explicit Block(std::size_t size)
-      : bytes_(std::make_unique_for_overwrite<char[]>(size)), size_(size) {}
+      : bytes_(static_cast<char*>(::operator new(size))), size_(size) {}
 
   char* Data() const { return bytes_.get(); }
   /// In bytes.
   std::size_t Size() const { return size_; }
 
  private:
-  std::unique_ptr<char[]> bytes_;
-  // NOLINTEND(modernize-avoid-c-arrays)
+  struct Free {
+    void operator()(char* bytes) const { ::operator delete(bytes); }
+  };
+
+  std::unique_ptr<char, Free> bytes_;
   std::size_t size_;
 };
 

@@ -1,5 +1,5 @@
-// The expansion beside the archive: where things come to stand, and what it does when archive or
-// folder are taken away under it.
+// The expansion beside the archive: names of what it makes, and what it does when the archive or
+// the folder is deleted or moved meanwhile.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -20,14 +20,14 @@ using expander::ExpandBeside;
 struct Place {
   const char* archive;
   std::vector<ZipEntry> entries;
-  // Contents that stand beside the archive before.
-  std::vector<std::string> standing;
+  // Items that already exist beside the archive.
+  std::vector<std::string> existing;
   std::string placedAs;
-  // What has come to stand under that name.
+  // The contents of the new item.
   Contents expected;
 };
 
-TEST(ExpandBeside, PlacesContentsBesideAndNeverIntoWhatStands) {
+TEST(ExpandBeside, PlacesContentsUnderANameThatIsFree) {
   const ZipEntry tool{.name = "Tool/f", .data = "x"};
   const ZipEntry companion{.name = "__MACOSX/Tool/._f", .data = "x"};
   const ZipEntry app{.name = "Tool.app/f", .data = "x"};
@@ -58,7 +58,7 @@ TEST(ExpandBeside, PlacesContentsBesideAndNeverIntoWhatStands) {
   for (const Place& row : rows) {
     SCOPED_TRACE(std::string(row.archive) + ", as " + row.placedAs);
     const ScratchFolder scratch;
-    for (const std::string& name : row.standing) {
+    for (const std::string& name : row.existing) {
       WriteFile(scratch / name, "old");
     }
     WriteFile(scratch / row.archive, MakeZip(row.entries));

@@ -20,7 +20,7 @@ using expander::Result;
 
 struct Kept {
   ZipEntry entry;
-  // What stands then: where, and what. Nil for nothing, or nothing new.
+  // The path and content of the item after the expansion; null if there is none, or no new one.
   const char* path = nullptr;
   const char* content = nullptr;
 };
@@ -268,9 +268,9 @@ TEST(ExpandInto, FolderIsMadeBeforeTheArchiveIsRead) {
   EXPECT_EQ(ExpandInto(scratch / "a.zip", scratch / "a.zip/t").faults, 1);
 }
 
-// In each row what stands in the folder, where it leads (what leads nowhere is another name of a
-// file outside), what is told, and what stands there then.
-TEST(ExpandInto, WhatStandsIsMergedIntoAndLeadsNowhere) {
+// In each row: the path of an item that exists already, the target of its link (without one it is a
+// hard link to a file outside), the message, and the contents afterwards.
+TEST(ExpandInto, ExistingItemsAreMergedIntoAndLinksAreNotFollowed) {
   const auto with = [](Contents others) {
     others.insert({{"f", "new"}, {"d", "/"}, {"d/g", "new"}, {"l", "-> f"}});
     return others;
@@ -290,13 +290,13 @@ TEST(ExpandInto, WhatStandsIsMergedIntoAndLeadsNowhere) {
   for (const auto& [path, linkTo, why, expected] : rows) {
     SCOPED_TRACE(std::string(path) + " -> " + linkTo);
     const ScratchFolder scratch;
-    const fs::path standing = scratch / "t" / path;
+    const fs::path existing = scratch / "t" / path;
     WriteFile(scratch / "outside/kept", "old");
-    fs::create_directories(standing.parent_path());
+    fs::create_directories(existing.parent_path());
     if (*linkTo == '\0') {
-      fs::create_hard_link(scratch / "outside/kept", standing);
+      fs::create_hard_link(scratch / "outside/kept", existing);
     } else {
-      fs::create_symlink(linkTo, standing);
+      fs::create_symlink(linkTo, existing);
     }
     EXPECT_EQ(ExpandZip(scratch, {{.name = "f", .data = "new"},
                                   {.name = "d/g", .data = "new"},

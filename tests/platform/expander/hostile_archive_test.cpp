@@ -28,7 +28,7 @@ struct Hostile {
   // What is left besides the good file.
   Contents left = {};
   ZipLayout layout = {};
-  // What the user is told.
+  // The reason that the window shows.
   Reason reason = Reason::Damaged;
 };
 

@@ -1,24 +1,28 @@
-// Stands for the font libraries of a later year, as far as the program asks them before it uses
-// them.
+// A fake of both font libraries, with version numbers of the future. It has only the functions that
+// the program calls to compare versions.
 
-// The names are those of the libraries.
-// NOLINTBEGIN(readability-identifier-naming)
-extern "C" int FcGetVersion() {
+// Each function is exported under the library's name for it.
+extern "C" int FcGetVersion();
+extern "C" int InitFreeType(void** library) asm("FT_Init_FreeType");
+extern "C" void LibraryVersion(void* library, int* major, int* minor,
+                               int* patch) asm("FT_Library_Version");
+extern "C" int DoneFreeType(void* library) asm("FT_Done_FreeType");
+
+int FcGetVersion() {
   return 990000;
 }
 
-extern "C" int FT_Init_FreeType(void** library) {
+int InitFreeType(void** library) {
   static int only = 0;
   *library = &only;
   return 0;
 }
 
-extern "C" void FT_Library_Version(void* /*library*/, int* major, int* minor, int* patch) {
+void LibraryVersion(void* /*library*/, int* major, int* minor, int* patch) {
   *major = LATER_FREETYPE;
   *minor = *patch = 0;
 }
 
-extern "C" int FT_Done_FreeType(void* /*library*/) {
+int DoneFreeType(void* /*library*/) {
   return 0;
 }
-// NOLINTEND(readability-identifier-naming)
