@@ -51,7 +51,7 @@ class WholeInstall(case.InstallerTest):
         self.assert_installed(run)
 
     def test_through_the_accessibility_tree_from_and_to_odd_places(self):
-        self.target, odd = (os.path.join(self.folder, f"{name} it's “one” $(x) `é` :;|&")
+        self.target, odd = (os.path.join(self.folder, f"{name} it's “one” $(x) `é` :;|&\n日本")
                             for name in ("to", "from"))
         bundle = os.path.join(odd, "Sétup \"1\".app")
         os.mkdir(self.target)
@@ -60,6 +60,8 @@ class WholeInstall(case.InstallerTest):
         run = self.begin(self.open(bundle), "OK", "I Agree", "Dark", "Continue", "Maps", "Continue")
         run.press("OK", within=run.window("Release Notes"))
         self.assert_installed(run)
+        left = set(os.listdir(run.home)) - {os.path.relpath(run.applications, run.home)}
+        self.assertEqual(left, set(), "the user's home is unchanged")
 
 
 class OtherWays(case.InstallerTest):

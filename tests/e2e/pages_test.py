@@ -25,19 +25,6 @@ class Answers(case.InstallerTest):
         wait_until(lambda: run.focused() not in (before, None), "the focus to move", 30,
                    run.described)
 
-    def test_quit_on_any_page_ends_the_run(self):
-        notes = {"files": {"n.txt": "Read"}, "fPreInstallNotes": "n.txt", "fAgreement": "n.txt"}
-        for title, fields, *before in (("Pre-Installation Notes", notes),
-                                       ("License Agreement", AGREEMENT["plain"]),
-                                       ("License Agreement", AGREEMENT["web"]),
-                                       ("Pick One Choice", CHOICES),
-                                       ("Select Options", CHOICES, "Continue")):
-            with self.subTest(title, **fields):
-                run = self.open(**fields)
-                run.press("Install", *before)
-                run.click("Quit", within=run.window(title))
-                self.assert_ends_untouched(run)
-
     def test_every_window_has_the_bundles_icon(self):
         run = self.open(**AGREEMENT["plain"])
         run.click("Install")
@@ -70,19 +57,6 @@ class Answers(case.InstallerTest):
             self.settle(run)
             run.click(button, within=window)
         run.find("Directory:", "text")
-
-    def test_info_page_opens_repeatedly(self):
-        run = self.open(files={"about.txt": "About"}, fInfo="about.txt")
-        for _ in range(3):
-            run.click("Info")
-            page = run.window("Information")
-            self.assertEqual(run.controls("Quit", within=page), [])
-            # Escape belongs to the hidden button.
-            run.key("Escape")
-            self.settle(run)
-            run.click("OK", within=page)
-            wait_until(lambda: run.titles() == ["Install"], "the page to close")
-        self.assertTrue(run.runs())
 
 
 class Looks(case.InstallerTest):

@@ -108,12 +108,20 @@ TEST_F(Peers, ToolTipShowsAnElidedCaptionAboveTheHelpTag) {
   }
 }
 
-TEST_F(Peers, BarFillsInTheReadingDirection) {
+TEST_F(Peers, BarAndRowsFollowTheReadingDirection) {
   for (const char* caption : {"Install", "تثبيت"}) {
+    const bool rightToLeft = ToQString(Utf8(caption)).isRightToLeft();
     window_.InstallBtn()->SetCaption(Utf8(caption));
     WindowPeer peer(window_);
-    EXPECT_EQ(peer.PeerOf(*window_.ProgressBar1())->Widget().isRightToLeft(),
-              ToQString(Utf8(caption)).isRightToLeft());
+    EXPECT_EQ(peer.PeerOf(*window_.ProgressBar1())->Widget().isRightToLeft(), rightToLeft);
+    // A caption in another script does not move the mark to the other side.
+    const auto choices = MakeWindow<TChoiceDlg>();
+    choices->ChoiceRadio(0)->SetCaption(Utf8(caption));
+    choices->ChoiceRadio(1)->SetCaption("Plain");
+    const WindowPeer rows(*choices);
+    for (const int row : {0, 1}) {
+      EXPECT_EQ(rows.PeerOf(*choices->ChoiceRadio(row))->Widget().isRightToLeft(), rightToLeft);
+    }
   }
 }
 
