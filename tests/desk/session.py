@@ -144,8 +144,7 @@ class Session:
 
 class WaylandSession(Session):
     """A Wayland desktop, which shows X windows through XWayland. It has no mouse, no keyboard and
-    no pictures of the screen. `ZEPHIN_COMPOSITOR` names another compositor than weston: sway or
-    kwin."""
+    no pictures of the screen."""
 
     def _start_window_manager(self):
         pass  # The compositor is the window manager.
@@ -153,10 +152,10 @@ class WaylandSession(Session):
     def add_screen(self):
         os.environ["WAYLAND_DISPLAY"] = "wayland-1"
         os.environ["XDG_SESSION_TYPE"] = "wayland"
-        return {"weston": self._weston, "sway": self._sway, "kwin": self._kwin}[
-            os.environ.get("ZEPHIN_COMPOSITOR", "weston")]()
+        return self.start_compositor()
 
-    def _weston(self):
+    def start_compositor(self):
+        """Returns the name of its X server."""
         self._run("weston", "--backend=headless-backend.so", "--xwayland", "--no-config",
                   "--idle-time=0", "--socket=" + os.environ["WAYLAND_DISPLAY"])
 
@@ -164,45 +163,6 @@ class WaylandSession(Session):
             found = re.search(r"xserver listening on display (:\d+)", self.logs())
             return found and found[1]
         return wait_until(named, "the compositor's X server", 30, self.logs)
-
-    def _sway(self):
-        config, name, _ = self._script_that_names_the_screen()
-        with open(config, "w", encoding="utf-8") as file:
-            file.write(f"xwayland force\nfloating_modifier none\n"
-                       f"for_window [class=.*] floating enable\nexec {name}\n")
-        os.environ.update(WLR_BACKENDS="headless", WLR_LIBINPUT_NO_DEVICES="1",
-                          WLR_RENDERER="pixman")
-        # It refuses to run as root, so for root it runs as somebody else in a name space.
-        other = ("unshare", "--user", "--map-user=1000", "--map-group=1000")
-        self._run(*(other if os.geteuid() == 0 else ()), "sway", "--config", config)
-        return self._screen_named()
-
-    def _kwin(self):
-        _, name, program = self._script_that_names_the_screen()
-        # The installed file has a right that a container does not grant; a copy has none.
-        shutil.copyfile(shutil.which("kwin_wayland"), program)
-        os.chmod(program, 0o755)
-        os.environ.update(KWIN_COMPOSE="Q", XDG_CURRENT_DESKTOP="KDE")
-        self._run(program, "--virtual", "--xwayland", "--no-lockscreen", "--no-global-shortcuts",
-                  "--socket", os.environ["WAYLAND_DISPLAY"], name)
-        return self._screen_named()
-
-    def _script_that_names_the_screen(self):
-        """The paths of a configuration, of a script that the compositor runs, and of a program."""
-        script = os.path.join(self.folder, "name-screen")
-        with open(script, "w", encoding="utf-8") as file:
-            file.write(f"#!/bin/sh\necho $DISPLAY $WAYLAND_DISPLAY > {self.folder}/part\n"
-                       f"mv {self.folder}/part {self.folder}/screen\nexec sleep infinity\n")
-        os.chmod(script, 0o755)
-        return (os.path.join(self.folder, "config"), script,
-                os.path.join(self.folder, "kwin_wayland"))
-
-    def _screen_named(self):
-        path = os.path.join(self.folder, "screen")
-        wait_until(lambda: os.path.exists(path), "the compositor's X server", 60, self.logs)
-        with open(path, encoding="utf-8") as file:
-            screen, os.environ["WAYLAND_DISPLAY"] = file.read().split()
-        return screen
 
 
 def _accessibility_is_up():

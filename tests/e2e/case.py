@@ -15,7 +15,8 @@ import threading
 import unittest
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-sys.path.insert(0, os.path.join(ROOT, "tests", "desk"))
+# The driver of the desktop, and the makers of the sample installers.
+sys.path[:0] = [os.path.join(ROOT, "tests", "desk"), os.path.join(ROOT, "scripts")]
 
 from installer import Installer, Program, applications_folder, program_of  # noqa: E402,F401
 from processes import Failure, command_line, descendant_where, wait_until  # noqa: E402,F401

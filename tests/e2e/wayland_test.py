@@ -23,14 +23,6 @@ class Wayland(case.InstallerTest):
                 self.assertEqual(self.installed(), {"read me.txt": b"Hello"})
                 shutil.rmtree(os.path.join(self.target, "Tool"))
 
-    def test_clipboard_outlives_the_run(self):
-        if os.environ.get("ZEPHIN_COMPOSITOR", "weston") == "weston":
-            self.skipTest("weston without a seat dies of any X program that takes the clipboard")
-        # The token puts the path of an item beside the installer there.
-        bundle = self.bundle(fExecuteAfterName="SetupFolder/nothing here é.sh")
-        self.install(self.open(bundle))
-        self.assertEqual(case.clipboard(), os.path.dirname(bundle) + "/nothing here é.sh")
-
 
 if __name__ == "__main__":
     case.main(WaylandSession)

@@ -16,7 +16,7 @@ import threading
 
 from processes import end_with_parent
 
-SAMPLES = os.path.normpath(os.path.join(os.path.dirname(__file__), "..", "..", "samples"))
+SAMPLES = os.path.normpath(os.path.join(os.path.dirname(__file__), "..", "samples"))
 
 
 class Server(http.server.ThreadingHTTPServer):
