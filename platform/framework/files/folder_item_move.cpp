@@ -95,7 +95,7 @@ class TreeMove {
     const struct stat& state = item.state;
     // A plain user cannot give files away, but may set a group that he belongs to.
     if (lchown(to.c_str(), state.st_uid, state.st_gid) != 0) {
-      lchown(to.c_str(), static_cast<uid_t>(-1), state.st_gid);
+      (void)!lchown(to.c_str(), static_cast<uid_t>(-1), state.st_gid);
     }
     if (!S_ISLNK(state.st_mode)) {
       chmod(to.c_str(), state.st_mode & kKeptBits);

@@ -32,7 +32,7 @@ void ChangeRights(const char* path, unsigned rights) {
   // The C library needs four system calls for this one, which matters for many thousand files.
   constexpr long kFchmodat2 = 452;
   if (syscall(kFchmodat2, AT_FDCWD, path, rights, AT_SYMLINK_NOFOLLOW) != 0 && errno == ENOSYS) {
-    fchmodat(AT_FDCWD, path, rights, AT_SYMLINK_NOFOLLOW);
+    (void)!fchmodat(AT_FDCWD, path, rights, AT_SYMLINK_NOFOLLOW);
   }
 }
 
