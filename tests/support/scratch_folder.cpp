@@ -13,7 +13,8 @@ namespace zephin::test {
 namespace fs = std::filesystem;
 
 ScratchFolder::ScratchFolder(const fs::path& parent) {
-  std::string name = parent / "zephin-test-XXXXXX";  // mkdtemp replaces each X.
+  std::string name = parent / "zephin-test-";
+  name.append(6, 'X');  // mkdtemp replaces each X.
   if (mkdtemp(name.data()) == nullptr) {
     throw std::runtime_error("no scratch folder: " + name);
   }

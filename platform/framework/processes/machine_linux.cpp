@@ -71,7 +71,7 @@ std::string OwnFolderIn(const std::string& base) {
   // All processes of a user must use the same folder: the copy of a split setup recognises itself
   // by it. So a second fixed name is tried before a random one.
   if (!MakeOwnFolder(path) && !MakeOwnFolder(path += "-2")) {
-    path += "-XXXXXX";  // mkdtemp replaces each X.
+    path.append("-").append(6, 'X');  // mkdtemp replaces each X.
     if (mkdtemp(path.data()) == nullptr) {
       return {};
     }

@@ -157,8 +157,7 @@ TEST(Disk, ClosedFolderIsOpenWhileItsContentsArrive) {
 
 TEST(Disk, FolderOfAnotherUserKeepsItsMode) {
   if (::geteuid() != 0) {
-    // Nobody else may give a folder away.
-    GTEST_SKIP() << "only root can make a folder of another user";
+    GTEST_SKIP() << "only root may give a folder away";
   }
   const ScratchFolder ofRoot;
   const ScratchFolder scratch;
