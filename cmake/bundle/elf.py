@@ -2,6 +2,7 @@
 
 import functools
 import re
+import struct
 import subprocess
 
 
@@ -50,6 +51,42 @@ def versions_asked(path):
     """The names of the symbol versions that the file needs: "GLIBC_2.34", "GLIBCXX_3.4.30"."""
     told = run("readelf", "-W", "--version-info", path)
     return set(re.findall(r"Name: (\S+)\s+Flags", told.partition("Version needs section")[2]))
+
+
+def symbols_asked(path, version):
+    """The names of what the file needs of that version."""
+    return set(re.findall(rf" UND (\S+)@{re.escape(version)} ",
+                          run("readelf", "-W", "--dyn-syms", path)))
+
+
+def drop_version(path, version):
+    """Takes a symbol version that no symbol has any more out of what the file needs."""
+    told = run("readelf", "-W", "--version-info", path).partition("Version needs section")[2]
+    start = int(re.search(r"Offset: (0x[0-9a-f]+)", told)[1], 16)
+    # A record for each library, each with a list of versions behind it. The first of the list is
+    # found from the library's record (its third field), the others from the one before.
+    record = before = None
+    for place, kind, name in re.findall(r"^ +(?:0x)?([0-9a-f]+): .*?(File|Name): (\S+)", told,
+                                        re.MULTILINE):
+        place = start + int(place, 16)
+        if kind == "File":
+            record, before = place, None
+        elif name == version:
+            break
+        else:
+            before = place
+    else:
+        raise RuntimeError(f"{path} doesn't need {version}")
+    with open(path, "r+b") as file:
+        content = bytearray(file.read())
+        count, = struct.unpack_from("<H", content, record + 2)
+        following, = struct.unpack_from("<I", content, place + 12)
+        link = record + 8 if before is None else before + 12
+        way, = struct.unpack_from("<I", content, link)
+        struct.pack_into("<H", content, record + 2, count - 1)
+        struct.pack_into("<I", content, link, way + following if following else 0)
+        file.seek(0)
+        file.write(content)
 
 
 @functools.cache

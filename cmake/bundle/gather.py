@@ -16,6 +16,7 @@ import subprocess
 import sys
 import tempfile
 
+import c_library
 import curl
 import elf
 import icu
@@ -159,6 +160,7 @@ def main(bundle, qt_plugins, qt_translations, qt_tools):
         origins[to] = path
     for path in origins:
         strip(path)
+        c_library.ask_less(path, frameworks)
     for program in programs:
         strip(program)
         look_in(frameworks, program)
