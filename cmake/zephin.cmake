@@ -64,8 +64,9 @@ function(zephin_test name)
 endfunction()
 
 # zephin_fuzzer(NAME [SOURCES more.cpp ...] [LINKS lib ...] [OPTIONS -option=value ...]): the libFuzzer
-# program of NAME.cpp, and a test that runs it for half a minute from the inputs in corpus/NAME. By
-# hand, longer: PROGRAM -max_total_time=1800 NEW_INPUTS corpus/NAME.
+# program of NAME.cpp, and a test that runs it for half a minute from the inputs in corpus/NAME, or
+# for a moment if it has passed as it is. By hand, longer:
+# PROGRAM -max_total_time=1800 NEW_INPUTS corpus/NAME.
 function(zephin_fuzzer name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;OPTIONS" ${ARGN})
   zephin_program(${name} SOURCES ${name}.cpp ${ARG_SOURCES} LINKS ${ARG_LINKS})
@@ -74,7 +75,8 @@ function(zephin_fuzzer name)
   set(found ${CMAKE_CURRENT_BINARY_DIR}/found_${name})
   file(MAKE_DIRECTORY ${found})
   add_test(NAME ${name}
-    COMMAND ${name} -max_total_time=30 -timeout=60 -rss_limit_mb=1024 -print_final_stats=1
-      ${ARG_OPTIONS} ${found} ${CMAKE_CURRENT_SOURCE_DIR}/corpus/${name})
+    COMMAND /usr/bin/python3 -B ${PROJECT_SOURCE_DIR}/tests/fuzz/run_fuzzer.py $<TARGET_FILE:${name}>
+      -timeout=60 -rss_limit_mb=1024 -print_final_stats=1 ${ARG_OPTIONS}
+      ${found} ${CMAKE_CURRENT_SOURCE_DIR}/corpus/${name})
   set_tests_properties(${name} PROPERTIES LABELS fuzz TIMEOUT 180)
 endfunction()
