@@ -61,11 +61,7 @@ class Work {
     fs::create_directories(beside_);
     // A patch is checked as what is packed of it, not as the two folders that it is made from.
     const fs::path tree = PayloadTree();
-    const std::vector<TreeItem> payload = At("payload", [&] { return ListTree(tree); });
-    CheckSetup(setup_, payload, warn_);
-    // At once, since packing may take long.
-    RefuseWarnings();
-    const Contents payloadContents = ContentsOf(payload);
+    const Contents payloadContents = CheckedPayload(tree);
     Contents all = payloadContents;
     for (const ArchiveSource& archive : setup_.archives) {
       const Contents contents = ContentsOf(ListTree(archive.folder));
@@ -89,6 +85,15 @@ class Work {
     }
     At("patch", [&] { MakePatchTree(setup_.patch->oldFolder, setup_.patch->newFolder, patch_); });
     return patch_;
+  }
+
+  /// The list of all files is gone when they are packed: of many files it takes much memory.
+  Contents CheckedPayload(const fs::path& tree) const {
+    const std::vector<TreeItem> payload = At("payload", [&] { return ListTree(tree); });
+    CheckSetup(setup_, payload, warn_);
+    // At once, since packing may take long.
+    RefuseWarnings();
+    return ContentsOf(payload);
   }
 
   void AddPayload(const fs::path& tree, const Contents& contents) const {

@@ -37,6 +37,8 @@ class Plan {
  public:
   Plan(fs::path folder, const std::string& topName) : folder_(std::move(folder)) {
     const std::vector<TreeItem> items = ListTree(folder_);
+    planned.reserve(items.size() + 1);
+    pieces.reserve(items.size());
     // Many readers report an archive without an entry as damaged.
     if (items.empty() && topName.empty()) {
       throw SetupError(folder_.string() + ": must contain something to pack");
@@ -124,8 +126,9 @@ void WritePieces(const Planned& item, PackedPieces& pieces, ZipWriter& zip,
   zip.End(method, static_cast<std::uint32_t>(crc));
 }
 
-void WriteArchive(const Plan& plan, ZipWriter& zip, const ZipOptions& options) {
-  PackedPieces pieces(plan.pieces, options.threads, options.compression);
+/// Takes the pieces out of the plan.
+void WriteArchive(Plan& plan, ZipWriter& zip, const ZipOptions& options) {
+  PackedPieces pieces(std::move(plan.pieces), options.threads, options.compression);
   for (const Planned& item : plan.planned) {
     zip.Begin(item.entry);
     if (item.pieces > 0) {
@@ -144,7 +147,7 @@ void WriteArchive(const Plan& plan, ZipWriter& zip, const ZipOptions& options) {
 }  // namespace
 
 void ZipFolder(const fs::path& folder, const fs::path& archive, const ZipOptions& options) {
-  const Plan plan(folder, options.topName);
+  Plan plan(folder, options.topName);
   try {
     ZipWriter zip(archive, options.form);
     WriteArchive(plan, zip, options);
