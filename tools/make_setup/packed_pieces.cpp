@@ -198,7 +198,7 @@ PackedPieces::~PackedPieces() {
     const std::lock_guard lock(mutex_);
     stopped_ = true;
   }
-  changed_.notify_all();
+  room_.notify_all();
   for (std::thread& thread : threads_) {
     thread.join();
   }
@@ -206,12 +206,16 @@ PackedPieces::~PackedPieces() {
 
 PackedPiece PackedPieces::Next() {
   std::unique_lock lock(mutex_);
-  changed_.wait(lock, [this] { return results_.contains(taken_); });
+  ready_.wait(lock, [this] { return results_.contains(taken_); });
   Result result = std::move(results_.extract(taken_).mapped());
+  // Otherwise no thread waits, and there are thousands of small pieces.
+  const bool wasFull = ahead_ >= kMostAhead;
   ahead_ -= pieces_[taken_].length;
   ++taken_;
   lock.unlock();
-  changed_.notify_all();
+  if (wasFull) {
+    room_.notify_all();
+  }
   if (result.error) {
     // In the caller's thread, at the place where the result belongs.
     std::rethrow_exception(result.error);
@@ -264,7 +268,7 @@ void PackedPieces::Work() {
     }
     for (const std::size_t end = begun_; index < end; ++index) {
       // What Next waits for is made in any case: the room may be taken by pieces behind it.
-      changed_.wait(lock, [&] { return stopped_ || index == taken_ || ahead_ < kMostAhead; });
+      room_.wait(lock, [&] { return stopped_ || index == taken_ || ahead_ < kMostAhead; });
       if (stopped_) {
         return;
       }
@@ -278,7 +282,9 @@ void PackedPieces::Work() {
       }
       lock.lock();
       results_.emplace(index, std::move(result));
-      changed_.notify_all();
+      if (index == taken_) {
+        ready_.notify_one();
+      }
     }
   }
 }

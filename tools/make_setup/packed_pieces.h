@@ -71,7 +71,8 @@ class PackedPieces {
   const std::vector<Piece> pieces_;
   const Compression compression_;
   std::mutex mutex_;
-  std::condition_variable changed_;
+  std::condition_variable ready_;          ///< The result that Next waits for is there.
+  std::condition_variable room_;           ///< A thread that is too far ahead may continue.
   std::map<std::size_t, Result> results_;  ///< Of pieces from `taken_` on, by their index.
   std::size_t begun_ = 0;                  ///< Number of pieces that a thread has begun.
   std::size_t taken_ = 0;                  ///< Number of results that Next has given.
