@@ -157,6 +157,7 @@ TEST(Disk, ClosedFolderIsOpenWhileItsContentsArrive) {
 
 TEST(Disk, FolderOfAnotherUserKeepsItsMode) {
   if (::geteuid() != 0) {
+    // An ordinary user can't make a folder that belongs to another: the system lets only root.
     GTEST_SKIP() << "only root may give a folder away";
   }
   const ScratchFolder ofRoot;

@@ -186,7 +186,7 @@ class FileSystems : public Changes {
       fs::rename(base / "new", other / "new", failure);
     }
     if (failure != std::errc::cross_device_link) {
-      // Containers may keep everything on one.
+      // A container may keep everything on one, and an ordinary user can't mount another.
       GTEST_SKIP() << "no second file system";
     }
   }
